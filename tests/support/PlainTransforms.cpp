@@ -1,0 +1,256 @@
+#include "tests/support/PlainTransforms.h"
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+#include <utility>
+
+using Long = long double;
+
+static std::complex<Long> unitCircle(std::size_t numerator, std::size_t denominator, int sign) {
+    const Long angle = 2 * std::numbers::pi_v<Long> * static_cast<Long>(numerator) /
+                       static_cast<Long>(denominator);
+    return {std::cos(angle), static_cast<Long>(sign) * std::sin(angle)};
+}
+
+LongSpectrum definingSum(const LongSpectrum& x, int sign) {
+    LongSpectrum sums(x.size());
+    for (std::size_t k = 0; k < x.size(); ++k) {
+        for (std::size_t j = 0; j < x.size(); ++j) {
+            sums[k] += x[j] * unitCircle(j * k % x.size(), x.size(), sign);
+        }
+    }
+    return sums;
+}
+
+// x at a stride; the results go to out, which has as many elements. roots holds exp(sign 2 pi i j /
+// N).
+static void bisect(const std::complex<Long>* x, std::complex<Long>* out, std::size_t n,
+                   std::size_t stride, const LongSpectrum& roots) {
+    if (n == 1) {
+        *out = *x;
+        return;
+    }
+    const std::size_t half = n / 2;
+    bisect(x, out, half, 2 * stride, roots);
+    bisect(x + stride, out + half, half, 2 * stride, roots);
+    for (std::size_t k = 0; k < half; ++k) {
+        const std::complex<Long> w = roots[k * stride], odd = out[half + k];
+        const std::complex<Long> turned(w.real() * odd.real() - w.imag() * odd.imag(),
+                                        w.real() * odd.imag() + w.imag() * odd.real());
+        out[half + k] = out[k] - turned;
+        out[k] += turned;
+    }
+}
+
+static LongSpectrum powerOfTwoTransform(const LongSpectrum& x, int sign) {
+    LongSpectrum roots(x.size() / 2), out(x.size());
+    for (std::size_t j = 0; j < roots.size(); ++j) {
+        roots[j] = unitCircle(j, x.size(), sign);
+    }
+    bisect(x.data(), out.data(), x.size(), 1, roots);
+    return out;
+}
+
+LongSpectrum longTransform(const LongSpectrum& x, int sign) {
+    const std::size_t n = x.size();
+    if (std::has_single_bit(n)) {
+        return powerOfTwoTransform(x, sign);
+    }
+    const std::size_t m = std::bit_ceil(2 * n);
+    LongSpectrum data(m), response(m);
+    for (std::size_t k = 0; k < n; ++k) {
+        const std::complex<Long> w = unitCircle(k * k % (2 * n), 2 * n, sign);
+        data[k] = x[k] * w;
+        response[k] = response[(m - k) % m] = std::conj(w);
+    }
+    data = powerOfTwoTransform(data, -1);
+    response = powerOfTwoTransform(response, -1);
+    for (std::size_t k = 0; k < m; ++k) {
+        data[k] *= response[k] / static_cast<Long>(m);
+    }
+    data = powerOfTwoTransform(data, +1);
+    data.resize(n);
+    for (std::size_t k = 0; k < n; ++k) {
+        data[k] *= unitCircle(k * k % (2 * n), 2 * n, sign);
+    }
+    return data;
+}
+
+LongSpectrum widen(const Signal& re, const Signal& im) {
+    LongSpectrum x;
+    for (std::size_t j = 0; j < re.size(); ++j) {
+        x.emplace_back(re[j], im[j]);
+    }
+    return x;
+}
+
+static std::size_t reversed(std::size_t index, std::size_t n) {
+    std::size_t result = 0;
+    for (std::size_t bit = 1; bit < n; bit *= 2) {
+        result = 2 * result + index % 2;
+        index /= 2;
+    }
+    return result;
+}
+
+static void permute(Signal& f) {
+    for (std::size_t i = 0; i < f.size(); ++i) {
+        if (i < reversed(i, f.size())) {
+            std::swap(f[i], f[reversed(i, f.size())]);
+        }
+    }
+}
+
+void plainRadix2(Signal& re, Signal& im, double sign) {
+    const std::size_t n = re.size();
+    permute(re);
+    permute(im);
+    for (std::size_t le = 2; le <= n; le *= 2) {
+        const std::size_t half = le / 2;
+        const double theta = std::numbers::pi / static_cast<double>(half);
+        const double c = std::cos(theta), s = sign * std::sin(theta);
+        double ur = 1.0, ui = 0.0;
+        for (std::size_t j = 0; j < half; ++j) {
+            for (std::size_t i = j; i < n; i += le) {
+                const std::size_t p = i + half;
+                const double tr = ur * re[p] - ui * im[p], ti = ui * re[p] + ur * im[p];
+                re[p] = re[i] - tr;
+                im[p] = im[i] - ti;
+                re[i] = re[i] + tr;
+                im[i] = im[i] + ti;
+            }
+            const double advanced = c * ur - s * ui;
+            ui = c * ui + s * ur;
+            ur = advanced;
+        }
+    }
+    if (sign == 1.0) {
+        for (std::size_t i = 0; i < n; ++i) {
+            re[i] = re[i] / static_cast<double>(n);
+            im[i] = im[i] / static_cast<double>(n);
+        }
+    }
+}
+
+// The tables that each stage starts from, rounded from library calls in long double.
+struct PlainTables {
+    std::array<double, 24> halfSecant{}, cosine{}, sine{};
+    PlainTables() {
+        for (std::size_t i = 0; i < cosine.size(); ++i) {
+            const Long angle = std::numbers::pi_v<Long> / std::exp2(static_cast<Long>(i + 1));
+            cosine[i] = i == 0 ? 0.0 : static_cast<double>(std::cos(angle));
+            sine[i] = static_cast<double>(std::sin(angle));
+            halfSecant[i] = i < 2 ? 0.0 : static_cast<double>(1 / (2 * std::cos(angle)));
+        }
+    }
+};
+
+static void plainFirstPass(Signal& f, bool eight) {
+    const double root = 1.4142135623730951;
+    for (std::size_t b = 0; b < f.size(); b += eight ? 8 : 4) {
+        double* a = &f[b];
+        const double u0 = a[0] + a[1], u1 = a[0] - a[1], u2 = a[2] + a[3], u3 = a[2] - a[3];
+        if (!eight) {
+            a[0] = u0 + u2, a[1] = u1 + u3, a[2] = u0 - u2, a[3] = u1 - u3;
+            continue;
+        }
+        const double p0 = u0 + u2, p1 = u0 - u2, q0 = u1 + u3, q1 = u1 - u3;
+        const double p2 = (a[4] + a[5]) + (a[6] + a[7]), p3 = (a[4] + a[5]) - (a[6] + a[7]);
+        const double q2 = root * (a[4] - a[5]), q3 = root * (a[6] - a[7]);
+        a[0] = p0 + p2, a[1] = q0 + q2, a[2] = p1 + p3, a[3] = q1 + q3;
+        a[4] = p0 - p2, a[5] = q0 - q2, a[6] = p1 - p3, a[7] = q1 - q3;
+    }
+}
+
+static void plainRotation(double c, double s, double x, double y, double& sum, double& difference) {
+    sum = c * x + s * y;
+    difference = s * x - c * y;
+}
+
+static void plainStage(Signal& f, std::size_t k) {
+    static const PlainTables tables;
+    const double root = 1.4142135623730951;
+    const std::size_t k1 = std::size_t{1} << k, k2 = 2 * k1, k3 = k1 + k2, k4 = 2 * k2, kx = k1 / 2;
+    for (std::size_t b = 0; b < f.size(); b += k4) {
+        double* x = &f[b];
+        const double f0 = x[0] + x[k1], f1 = x[0] - x[k1], f2 = x[k2] + x[k3], f3 = x[k2] - x[k3];
+        x[0] = f0 + f2, x[k1] = f1 + f3, x[k2] = f0 - f2, x[k3] = f1 - f3;
+        x += kx;
+        const double g0 = x[0] + x[k1], g1 = x[0] - x[k1], g2 = root * x[k2], g3 = root * x[k3];
+        x[0] = g0 + g2, x[k1] = g1 + g3, x[k2] = g0 - g2, x[k3] = g1 - g3;
+    }
+    auto sineWork = tables.sine, cosineWork = tables.cosine;
+    for (std::size_t t = 1; t < kx; ++t) {
+        std::size_t e = 0;
+        while ((t >> e) % 2 == 0) {
+            ++e;
+        }
+        const std::size_t i = k - e;
+        const double s1 = sineWork[i], c1 = cosineWork[i];
+        if (i > 1) {
+            std::size_t j = e + 2;
+            while ((t >> j) % 2 == 1) {
+                ++j;
+            }
+            j = k - j;
+            sineWork[i] = tables.halfSecant[i] * (sineWork[i - 1] + sineWork[j]);
+            cosineWork[i] = tables.halfSecant[i] * (cosineWork[i - 1] + cosineWork[j]);
+        }
+        const double c2 = c1 * c1 - s1 * s1, s2 = 2 * s1 * c1;
+        for (std::size_t b = 0; b < f.size(); b += k4) {
+            double *x = &f[b + t], *y = &f[b + k1 - t];
+            double a = 0.0, d = 0.0;
+            plainRotation(c2, s2, x[k1], y[k1], a, d);
+            const double f0 = x[0] + a, f1 = x[0] - a, g0 = y[0] + d, g1 = y[0] - d;
+            plainRotation(c2, s2, x[k3], y[k3], a, d);
+            const double f2 = x[k2] + a, f3 = x[k2] - a, g2 = y[k2] + d, g3 = y[k2] - d;
+            plainRotation(c1, s1, f2, g3, a, d);
+            x[0] = f0 + a, x[k2] = f0 - a, y[k1] = g1 + d, y[k3] = g1 - d;
+            plainRotation(s1, c1, g2, f3, a, d);
+            y[0] = g0 + a, y[k2] = g0 - a, x[k1] = f1 + d, x[k3] = f1 - d;
+        }
+    }
+}
+
+void plainHartley(Signal& f, bool normalise) {
+    const std::size_t n = f.size();
+    const auto log2n = static_cast<std::size_t>(std::bit_width(n) - 1);
+    if (n == 2) {
+        f = {f[0] + f[1], f[0] - f[1]};
+    } else if (n > 2) {
+        permute(f);
+        plainFirstPass(f, log2n % 2 == 1);
+        for (std::size_t k = log2n % 2 + 2; k < log2n; k += 2) {
+            plainStage(f, k);
+        }
+    }
+    for (double& value : f) {
+        value = normalise ? value / static_cast<double>(n) : value;
+    }
+}
+
+void plainHartleyComplex(Signal& re, Signal& im, int sense) {
+    const std::size_t n = re.size();
+    if (sense >= 0) {
+        plainHartley(re, false);
+        plainHartley(im, false);
+    }
+    for (std::size_t i = 1; i < n / 2; ++i) {
+        const std::size_t j = n - i;
+        const double A = re[i] + re[j], B = re[i] - re[j], C = im[i] + im[j], D = im[i] - im[j];
+        if (sense >= 0) {
+            re[i] = (A - D) * 0.5, re[j] = (A + D) * 0.5;
+            im[i] = (C + B) * 0.5, im[j] = (C - B) * 0.5;
+        } else {
+            re[i] = (A + D) * 0.5, re[j] = (A - D) * 0.5;
+            im[j] = (C + B) * 0.5, im[i] = (C - B) * 0.5;
+        }
+    }
+    if (sense < 0) {
+        plainHartley(re, true);
+        plainHartley(im, true);
+    }
+}

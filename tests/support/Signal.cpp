@@ -1,0 +1,48 @@
+#include "tests/support/Signal.h"
+
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+Signal noise(int n, std::uint64_t seed) {
+    // G. Marsaglia, "Xorshift RNGs", J. Stat. Softw. 8 (2003), no. 14.
+    std::uint64_t state = seed * 0x9e3779b97f4a7c15U + 1;
+    Signal samples(static_cast<std::size_t>(n));
+    for (double& sample : samples) {
+        state ^= state << 13U;
+        state ^= state >> 7U;
+        state ^= state << 17U;
+        sample = static_cast<double>(static_cast<std::int64_t>(state)) * 0x1p-63;
+    }
+    return samples;
+}
+
+Signal periodicFold(const Signal& a, const Signal& b) {
+    Signal c(a.size());
+    for (std::size_t n = 0; n < a.size(); ++n) {
+        for (std::size_t k = 0; k < b.size(); ++k) {
+            c[n] += b[k] * a[(n + a.size() - k) % a.size()];
+        }
+    }
+    return c;
+}
+
+double relativeError(const Signal& x, const Signal& y) {
+    double difference = 0.0, reference = 0.0;
+    for (std::size_t i = 0; i < y.size(); ++i) {
+        difference += (x[i] - y[i]) * (x[i] - y[i]);
+        reference += y[i] * y[i];
+    }
+    return std::sqrt(difference / reference);
+}
+
+std::vector<std::uint64_t> bits(const Signal& samples) {
+    std::vector<std::uint64_t> result;
+    for (const double sample : samples) {
+        result.push_back(std::bit_cast<std::uint64_t>(sample));
+    }
+    return result;
+}
+
+double transformBound(int n) { return (n + 32) * std::numeric_limits<double>::epsilon(); }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+// Signals that tests are made of.
+
+using Signal = std::vector<double>;
+
+// n samples, spread evenly over [-1, 1), the same on every machine.
+Signal noise(int n, std::uint64_t seed);
+
+// c[n] = sum_k b[k] a[(n - k) mod L], the terms added in ascending k. a is the longer operand.
+Signal periodicFold(const Signal& a, const Signal& b);
+
+// sqrt(sum (x - y)^2 / sum y^2)
+double relativeError(const Signal& x, const Signal& y);
+
+// The bits of the samples: signed zeros differ, a NaN equals itself.
+std::vector<std::uint64_t> bits(const Signal& samples);
+
+// Bound on the rounding error, relative to the largest value, of a few transforms of length n: the
+// twiddle recurrence of a power of two adds up one rounding per step.
+double transformBound(int n);
