@@ -1,0 +1,69 @@
+#include "signal/FoldEngine.h"
+
+#include "transform/FourierTransform.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <exception>
+#include <utility>
+#include <vector>
+
+// w holds the last S samples of a and then a itself, so that no index wraps. S samples, not S - 1:
+// the sum for n starts at a[n - 1], one sample before a[n], and that is the lag of this mode.
+static void foldInTime(const double* a, int L, const double* b, int S, double* result) {
+    std::vector<double> extended(static_cast<std::size_t>(L) + static_cast<std::size_t>(S));
+    double* w = extended.data();
+    std::copy_n(a + (L - S), S, w);
+    std::copy_n(a, L, w + S);
+    for (int n = 0; n < L; ++n) {
+        const double* last = w + S - 1 + n;
+        double sum = 0.0;
+        for (int k = 0; k < S; ++k) {
+            sum += last[-k] * b[k];
+        }
+        result[n] = sum;
+    }
+}
+
+static void foldInFrequency(const double* a, int L, const double* b, int S, double* result,
+                            int resultLength) {
+    const auto N = static_cast<std::size_t>(L) + static_cast<std::size_t>(S);
+    std::vector<double> aRe(N), aIm(N), bRe(N), bIm(N);
+    std::copy_n(a, L, aRe.data());
+    std::copy_n(b, S, bRe.data());
+
+    FourierTransform fourier;
+    fourier.transform(aRe.data(), aIm.data(), L, -1);
+    fourier.transform(bRe.data(), bIm.data(), L, -1);
+    for (std::size_t i = 0; i < N; ++i) {
+        const double re = bRe[i] * aRe[i] - bIm[i] * aIm[i];
+        aIm[i] = bRe[i] * aIm[i] + bIm[i] * aRe[i];
+        aRe[i] = re;
+    }
+    fourier.transform(aRe.data(), aIm.data(), L, +1);
+
+    const auto capacity = static_cast<std::size_t>(resultLength);
+    double* end = std::copy_n(aRe.data(), std::min(capacity, N), result);
+    std::fill(end, result + capacity, 0.0);
+}
+
+int FoldEngine::fold(const double* first, int firstLength, const double* second, int secondLength,
+                     double* result, int resultLength, int mode) {
+    if (firstLength < secondLength) {
+        std::swap(first, second);
+        std::swap(firstLength, secondLength);
+    }
+    if (resultLength < firstLength) {
+        return 0;
+    }
+    try {
+        if (mode == 0) {
+            foldInTime(first, firstLength, second, secondLength, result);
+        } else if (mode == 1) {
+            foldInFrequency(first, firstLength, second, secondLength, result, resultLength);
+        }
+    } catch (const std::exception&) {  // no memory, or a size beyond what vectors hold
+        return 0;
+    }
+    return 1;
+}
