@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/CString.h"
+
+// A window of the framework: what owns a message.
+class CWnd {
+public:
+    virtual ~CWnd() = default;
+
+    // Modal message of the installed desktop; see Desktop::messageBox.
+    int MessageBox(const CString& text, const CString& caption, unsigned style);
+};
+
+// The main window of the application; never null.
+CWnd* AfxGetMainWnd();

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/CString.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+// Languages have the numbers of the window system.
+constexpr unsigned languageGerman = 1031;
+constexpr unsigned languageEnglish = 1033;
+constexpr unsigned languageFrench = 1036;
+
+// Language of the user: by the beginning, de or fr, of the first of the environment variables
+// LC_ALL, LC_MESSAGES and LANG that is set and not empty; else English. Read on each call.
+unsigned userLanguage();
+
+struct StringResource {
+    unsigned id;
+    unsigned language;
+    const char* text;  // UTF-8
+};
+
+struct BinaryResource {
+    unsigned id;
+    unsigned language;
+    const unsigned char* bytes;
+    std::size_t size;
+};
+
+// The resources of one loaded library. Construction enters the tables into the chain, destruction
+// takes them out; neither allocates. A library holds one as a global object, so that its resources
+// are there exactly while it is loaded. The tables must outlive the object.
+class ResourceLibrary {
+public:
+    ResourceLibrary(std::span<const StringResource> stringTable,
+                    std::span<const BinaryResource> bitmapTable,
+                    std::span<const BinaryResource> iconTable);
+    ~ResourceLibrary();
+    ResourceLibrary(const ResourceLibrary&) = delete;
+    ResourceLibrary& operator=(const ResourceLibrary&) = delete;
+
+private:
+    friend class ResourceChain;
+
+    std::span<const StringResource> strings;
+    std::span<const BinaryResource> bitmaps;
+    std::span<const BinaryResource> icons;
+    ResourceLibrary* next;
+};
+
+// Lookup over all loaded libraries. The library loaded last that has the id in any language
+// answers, with its entry for the user's language, else for English, else the first.
+// The chain is guarded: lookups may run in several threads, and while libraries come and go. What
+// binary lookups return is not: the bytes are those of the library, and end with it.
+class ResourceChain {
+public:
+    // The text in Windows-1252, a copy; empty if nobody has the id.
+    static CString string(unsigned id);
+
+    // The bytes of a whole BMP or ICO file; empty if nobody has the id.
+    static std::span<const unsigned char> bitmap(unsigned id);
+    static std::span<const unsigned char> icon(unsigned id);
+
+    // Languages that the answering library has the string in, in the order of its table.
+    static std::vector<unsigned> stringLanguages(unsigned id);
+
+private:
+    template <typename Resource>
+    static std::span<const Resource> findTable(std::span<const Resource> ResourceLibrary::*table,
+                                               unsigned id);
+    static std::span<const unsigned char> findBytes(
+        std::span<const BinaryResource> ResourceLibrary::*table, unsigned id);
+};

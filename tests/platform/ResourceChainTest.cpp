@@ -1,0 +1,72 @@
+#include "platform/ResourceChain.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <tuple>
+#include <vector>
+
+static const std::vector<StringResource> strings = {{1, 1031, "eins \u00fc"},
+                                                    {1, 1033, "one"},
+                                                    {1, 1036, "un"},
+                                                    {2, 1031, "zwei"},
+                                                    {3, 1033, "three"}};
+static const std::vector<StringResource> laterStrings = {
+    {2, 1036, "deux"}, {4, 1041, "yon"}, {4, 1049, "chetyre"}};
+static constexpr unsigned char picture[] = {'B', 'M', 0};
+static const std::vector<BinaryResource> bitmaps = {{7, 1031, picture, 2}};
+static const std::vector<BinaryResource> icons = {{7, 1031, picture, 1}, {7, 1033, picture, 3}};
+
+static void setLocale(const char* all, const char* messages, const char* lang) {
+    ::setenv("LC_ALL", all, 1);
+    ::setenv("LC_MESSAGES", messages, 1);
+    ::setenv("LANG", lang, 1);
+}
+
+TEST(ResourceChain, TakesTheLanguageFromTheFirstVariableThatIsSet) {
+    for (const auto& [all, messages, lang, expected] :
+         {std::tuple{"", "", "", languageEnglish}, std::tuple{"", "", "de_DE", languageGerman},
+          std::tuple{"", "fr", "de", languageFrench}, std::tuple{"C", "fr", "de", languageEnglish},
+          std::tuple{"de", "en", "fr", languageGerman}}) {
+        setLocale(all, messages, lang);
+        EXPECT_EQ(userLanguage(), expected);
+    }
+    ::unsetenv("LC_ALL");
+    EXPECT_EQ(userLanguage(), languageEnglish);
+}
+
+// Strings 1 to 5, the sizes of icon 7 and bitmap 7, and the first language of string 2.
+static std::string answers(const char* locale) {
+    setLocale(locale, "", "");
+    std::ostringstream all;
+    for (unsigned id = 1; id <= 5; ++id) {
+        all << ResourceChain::string(id) << ',';
+    }
+    const std::vector<unsigned> languages = ResourceChain::stringLanguages(2);
+    all << ResourceChain::icon(7).size() << ResourceChain::bitmap(7).size();
+    all << ',' << (languages.empty() ? 0 : languages[0]);
+    return all.str();
+}
+
+TEST(ResourceChain, PrefersTheUsersLanguageThenEnglishThenAny) {
+    const ResourceLibrary library(strings, bitmaps, icons);
+    EXPECT_EQ(answers("de"), "eins \xfc,zwei,three,,,12,1031");
+    EXPECT_EQ(answers("fr"), "un,zwei,three,,,32,1031");
+    EXPECT_EQ(answers("en"), "one,zwei,three,,,32,1031");
+    EXPECT_EQ(ResourceChain::icon(7).data(), picture);
+    EXPECT_EQ(ResourceChain::stringLanguages(1), (std::vector<unsigned>{1031, 1033, 1036}));
+}
+
+TEST(ResourceChain, AsksTheLibraryLoadedLastAndForgetsItWhenItGoes) {
+    std::optional<ResourceLibrary> first, second;
+    first.emplace(strings, bitmaps, icons);
+    second.emplace(laterStrings, std::span(icons), std::span(bitmaps));
+    EXPECT_EQ(answers("de"), "eins \xfc,deux,three,yon,,21,1036");
+    first.reset();  // from under the other one
+    EXPECT_EQ(answers("de"), ",deux,,yon,,21,1036");
+    second.reset();
+    EXPECT_EQ(answers("de"), ",,,,,00,0");
+}
