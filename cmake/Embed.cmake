@@ -1,0 +1,14 @@
+# fendra_embed(TARGET FILE NAME): the bytes of FILE as the constant array NAME, declared in a header
+# that sources of TARGET include as "FILE.h". The header is written anew whenever FILE changes.
+function(fendra_embed target file name)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  file(READ ${file} digits HEX)
+  string(REPEAT "[0-9a-f]" 32 line)
+  string(REGEX REPLACE "(${line})" "\\1\n" digits ${digits})
+  string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1, " bytes "${digits}")
+
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/embedded)
+  file(CONFIGURE OUTPUT ${folder}/${file}.h CONTENT
+    "#pragma once\n\ninline constexpr unsigned char @name@[] = {\n@bytes@};\n" @ONLY)
+  target_include_directories(${target} PRIVATE ${folder})
+endfunction()

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/ResourceChain.h"
+
+#include <span>
+
+// What the module shows. All tables are constant-initialised: they are complete before the first
+// constructor of the library runs.
+
+// Ids of strings, which exist in German and English.
+constexpr unsigned stringModuleLabel = 53278;  // long text, line feed, short name
+constexpr unsigned stringVersionConflict = 53622;
+constexpr unsigned stringSignal1 = 53638;
+constexpr unsigned stringSignal2 = 53640;
+constexpr unsigned stringFoldedSignal = 53641;
+constexpr unsigned stringUnfoldedSignal = 53642;
+constexpr unsigned stringPortConflict = 53643;
+constexpr unsigned stringLastError = 53644;
+constexpr unsigned stringLoopCount = 53645;
+constexpr unsigned stringZeroElementDeviation = 53646;
+constexpr unsigned stringOneElementDeviation = 53647;
+constexpr unsigned stringKernel = 53648;
+
+constexpr unsigned bitmapModule = 129;  // 16 by 15 pixels, 16 colours, a BMP file
+constexpr unsigned iconModule = 130;    // 32 by 32 pixels, 16 colours, an ICO file
+
+extern const std::span<const StringResource> moduleStrings;
+extern const std::span<const BinaryResource> moduleBitmaps;
+extern const std::span<const BinaryResource> moduleIcons;
