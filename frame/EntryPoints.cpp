@@ -1,0 +1,45 @@
+#include "frame/EntryPoints.h"
+
+#include "frame/FoldModule.h"
+#include "platform/ResourceChain.h"
+#include "resources/resources.h"
+
+#include <exception>
+#include <new>
+
+// In the resource chain while the library is loaded.
+static const ResourceLibrary library(moduleStrings, moduleBitmaps, moduleIcons);
+
+FoldApp theApp;
+
+B_BasisModule* GetModuleInstance() {
+    try {
+        return new (std::nothrow) FoldModule;
+    } catch (const std::exception&) {  // memory that the construction asks for
+        return nullptr;
+    }
+}
+
+void DeleteModuleInstance(B_BasisModule* module) {
+    delete static_cast<FoldModule*>(module);
+}
+
+int InitDLL() {
+    return 1;
+}
+
+unsigned GetBitmapID() {
+    return bitmapModule;
+}
+
+unsigned GetBitmapStringResource() {
+    return stringModuleLabel;
+}
+
+int IsDebug() {
+    return 0;
+}
+
+const char* GetCID() {
+    return "";
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "frame/FoldSettings.h"
+#include "frame/Pass.h"
+#include "host/B_BasisModule.h"
+
+// The module object: two input signals are convolved, or the first is deconvolved by the second.
+// Ports follow the settings:
+//     direction  method  input 0   input 1  output 0     outputs 1 and 2
+//     0          0, 1    first     second   convolved
+//     1          1       measured  kernel   deconvolved
+//     1          2       measured  kernel   deconvolved  last error, steps
+//     1          3       measured  kernel   deconvolved  deviation of the zeros, of the one
+// Signals are "DOUBLE[]" in "TIME_DOMAIN", the numbers "DOUBLE" in "SCALAR".
+class FoldModule final : public B_BasisModule {
+public:
+    // Objects of the loaded library are numbered from 1, in the order of construction; a number is
+    // not given again. Memory that runs out leaves by std::bad_alloc.
+    FoldModule();
+
+protected:
+    // Overrides stand in the order of the base.
+    int firstZeroQuery() override;
+    void countPortUp(PORTTYPE side, int port) override;    // inputCounter, outputCounter
+    void countPortDown(PORTTYPE side, int port) override;  // likewise
+    int secondZeroQuery() override;
+    void ignorePortEvent(std::uintptr_t first, std::uintptr_t second,
+                         std::uintptr_t third) override;
+
+public:
+    // Runs the algorithm that the settings select on what waits on the inputs: per block on each
+    // pair of blocks, blocks without a partner keep waiting; per packet once, on all blocks of each
+    // port joined. A result is as long as the longer of its two signals, and NaN where the
+    // algorithm could not write it. Of the blocks written only the last carries the marker 2.
+    //   returns    0: done, also where no pair waits.
+    //             -5: the method asks for signals of equal length.
+    //             -1: the run failed, no such method, or memory exhausted.
+    // A run that fails writes nothing, and its blocks are gone; earlier results stay.
+    int Process() override;
+
+protected:
+    void initToken() override;
+
+    // The name in the user's language, in nameBuffer. A port that direction and method do not have
+    // is reported by TCError with the code 100, and its name is empty.
+    const char* getInportName(int port) override;
+    const char* getOutportName(int port) override;
+
+    int thirdZeroQuery() override;
+
+    // The settings as a record of 44 bytes: executionMode, method, direction, convergence,
+    // maxIterations, abortAtError, errorValue, abortAtMinError, scaling.
+    void storeSettings(CArchive& archive) override;
+
+    // Reads that record, unchecked, and rebuilds the ports; outputCount must fit already. Another
+    // version is shown to the user and leaves by an archive exception, cause badSchema, with
+    // nothing read. In a record that ends early the values before the end are taken.
+    void loadSettings(CArchive& archive, CString version) override;
+
+private:
+    const char* loadPortName(PORTTYPE side, int port);
+    const char* reportPortConflict();
+
+    int processPacket();
+    int processBlocks();
+    int runPass(Pass& pass, int marker);
+    SampleArray takeBlock(int port);
+    SampleArray takePacket(int port);
+    void writeScalar(int port, double value, int marker);
+
+    FoldSettings settings;
+
+    // Takes the longest name in any language. Both name operations share it.
+    char nameBuffer[27] = "";
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+
+// A signal of the processing step, with its length.
+struct SampleArray {
+    std::unique_ptr<double[]> samples;
+    int length = 0;
+};
+
+// One run of an algorithm: what it works on and what it gives. The arrays are declared so that they
+// end as first, second, result.
+struct Pass {
+    // Makes the result array, as long as the longer signal, all NaN. Memory that runs out leaves by
+    // std::bad_alloc.
+    Pass(SampleArray firstSignal, SampleArray secondSignal);
+
+    SampleArray result;
+    SampleArray second;
+    SampleArray first;
+    double extraValues[2] = {0.0, 0.0};  // of methods that give scalars
+};

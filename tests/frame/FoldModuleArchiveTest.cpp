@@ -1,0 +1,67 @@
+#include "platform/Desktop.h"
+#include "platform/Windows1252.h"
+#include "tests/frame/ModuleRig.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+using namespace std::string_literals;
+
+// All values differ from those of a new module.
+static const std::string changed =
+    "\1\0\0\0\3\0\0\0\2\0\0\0\0\0\0\0\0\0\xe0\x3f\xff\xff\xff\xff\5\0\0\0"
+    "\0\0\0\0\0\0\x04\xc0\6\0\0\0\7\0\0\x80"s;
+
+TEST(Settings, TravelAsARecordOf44Bytes) {
+    B_BasisModule* fresh = GetModuleInstance();
+    std::stringstream stream;
+    CArchive archive(stream, CArchive::store);
+    fresh->Serialize(archive);
+    DeleteModuleInstance(fresh);
+    EXPECT_EQ(stream.str(), graph("V1.91", 1, record({})));
+
+    const ModuleRig rig;
+    EXPECT_EQ(rig.load(graph("V1.91", 3, changed)), CArchiveException::none);
+    EXPECT_EQ(rig.stored(), graph("V1.91", 3, changed));
+}
+
+TEST(Settings, ValuesBeforeAnEarlyEndAreTaken) {
+    constexpr std::size_t ends[] = {0, 4, 8, 12, 20, 24, 28, 36, 40, 44};
+    for (std::size_t length = 0; length < 44; ++length) {
+        const ModuleRig rig;
+        const std::string part = changed.substr(0, length);
+        EXPECT_EQ(rig.load(graph("V1.91", 3, part)), CArchiveException::endOfFile);
+        const std::size_t taken = *(std::upper_bound(std::begin(ends), std::end(ends), length) - 1);
+        EXPECT_EQ(rig.stored(),
+                  graph("V1.91", 1, changed.substr(0, taken) + record({}).substr(taken)));
+    }
+}
+
+struct MessageRecorder : Desktop {
+    int messageBox(const CString& text, const CString& caption, unsigned style) override {
+        messages.push_back(toUtf8(caption) + '|' + toUtf8(text) + '|' + std::to_string(style));
+        return IDOK;
+    }
+    std::vector<std::string> messages;
+};
+
+TEST(Settings, OtherVersionIsShownAndLeavesAllAsItWas) {
+    setenv("LC_ALL", "de_DE.UTF-8", 1);
+    MessageRecorder recorder;
+    Desktop* before = Desktop::install(&recorder);
+    for (const char* version : {"V2.00", "v1.91", "V1.9", "V1.911", ""}) {
+        const ModuleRig rig;
+        EXPECT_EQ(rig.load(graph(version, 3, changed)), CArchiveException::badSchema);
+        EXPECT_EQ(rig.stored(), graph("V1.91", 1, record({})));
+        EXPECT_EQ(rig.module->GetPortType(outputPort, 1), "");
+    }
+    Desktop::install(before);
+    const std::string message =
+        "Fendra|Die aus der Datei eingelesenen Werte sind inkompatibel zur gegenwärtig "
+        "verwendeten Modulversion.\n\nDas Modul im Signalgraph wird durch die aktuelle Version "
+        "ersetzt\nund mit Standard-Werten initialisiert!|48";
+    EXPECT_EQ(recorder.messages, std::vector<std::string>(5, message));
+}

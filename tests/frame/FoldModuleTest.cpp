@@ -1,0 +1,113 @@
+#include "host/TCError.h"
+#include "platform/ResourceChain.h"
+#include "tests/frame/ModuleRig.h"
+#include "tests/support/FailingAllocator.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using namespace std::string_literals;
+
+TEST(EntryPoints, AnswerWhatAHostAsks) {
+    EXPECT_EQ(InitDLL(), 1);
+    EXPECT_EQ(GetBitmapID(), 129U);
+    EXPECT_STREQ(ResourceChain::string(GetBitmapStringResource()),
+                 "Fendra V2.00 (kmz/5510762)\nFendra");
+    EXPECT_EQ(IsDebug(), 0);
+    EXPECT_STREQ(GetCID(), "");
+    DeleteModuleInstance(nullptr);
+}
+
+TEST(EntryPoints, NumberOfADeletedObjectIsNotGivenAgain) {
+    const ModuleRig first;
+    const int number = first.module->instanceNumber;
+    EXPECT_EQ(ModuleRig().module->instanceNumber, number + 1);
+    EXPECT_EQ(ModuleRig().module->instanceNumber, number + 2);
+}
+
+TEST(EntryPoints, GetModuleInstanceIsNullWhereMemoryRunsOut) {
+    sweepAllocations([](const FailingAllocator& memory) {
+        memory.arm();
+        B_BasisModule* module = GetModuleInstance();
+        const bool failed = FailingAllocator::disarm();
+        EXPECT_EQ(module == nullptr, failed);
+        DeleteModuleInstance(module);
+    });
+}
+
+// Sizes, planes and bits per pixel are where a host looks for them.
+TEST(Images, HaveTheHeadersOfSixteenColours) {
+    const auto bitmap = ResourceChain::bitmap(129), icon = ResourceChain::icon(130);
+    ASSERT_EQ(bitmap.size(), 238U);
+    EXPECT_EQ(std::string(bitmap.begin(), bitmap.begin() + 34),
+              "BM\xee\0\0\0\0\0\0\0\x76\0\0\0"
+              "\x28\0\0\0\x10\0\0\0\x0f\0\0\0\1\0\4\0\0\0\0\0"s);
+    ASSERT_EQ(icon.size(), 766U);
+    EXPECT_EQ(std::string(icon.begin(), icon.begin() + 42),
+              "\0\0\1\0\1\0\x20\x20\x10\0\1\0\4\0\xe8\2\0\0\x16\0\0\0"
+              "\x28\0\0\0\x20\0\0\0\x40\0\0\0\1\0\4\0\0\0\0\0"s);
+}
+
+struct Ports {
+    Settings settings;
+    char outputs;
+    const char *german, *english;
+};
+
+// Inputs 0 to 2 and outputs 0 to 3: ~ marks a signal in time, # a scalar, ! a name that is reported
+// as an error and empty.
+static const Ports ports[] = {
+    {{0, 0, 2},
+     1,
+     "~Signal 1|~Signal 2|!|~gefaltetes Signal|!|!|!|",
+     "~signal 1|~signal 2|!|~convolved signal|!|!|!|"},
+    {{0, 1, 1},
+     1,
+     "~gefaltetes Signal|~Faltungskern|!|~entfaltetes Signal|!|!|!|",
+     "~convolved signal|~convolution core|!|~deconvolved signal|!|!|!|"},
+    {{0, 1, 2},
+     3,
+     "~gefaltetes Signal|~Faltungskern|!|~entfaltetes Signal|#letzter Fehler|#Schleifenanzahl|!|",
+     "~convolved signal|~convolution core|!|~deconvolved signal|#last error|"
+     "#number of loop steps|!|"},
+    {{0, 1, 3},
+     3,
+     "~gefaltetes Signal|~Faltungskern|!|~entfaltetes Signal|#Abweichung der 0-Elemente|"
+     "#Abweichung des 1-Elementes|!|",
+     "~convolved signal|~convolution core|!|~deconvolved signal|#deviation of 0-elements|"
+     "#deviation of the 1-element|!|"},
+    {{0, 2, 3}, 3, "~!|~!|!|~!|#!|#!|!|", "~!|~!|!|~!|#!|#!|!|"},
+};
+
+static std::string portsOf(B_BasisModule& module, const char* conflict) {
+    const std::string number =
+        module.instanceNumber == 0 ? "" : std::to_string(module.instanceNumber);
+    std::string text;
+    const auto before = TCError::install([&](const TCError& error) {
+        const bool right = error.source == ("Fendra" + number).c_str() && error.text == conflict;
+        text += right && error.code == 100 ? "!" : "?";
+    });
+    for (int i = 0; i < 7; ++i) {
+        const PORTTYPE side = i < 3 ? inputPort : outputPort;
+        const int port = i < 3 ? i : i - 3;
+        text += module.ValidatePortType(side, port, "DOUBLE[]", "TIME_DOMAIN") == 1 ? "~" : "";
+        text += module.ValidatePortType(side, port, "DOUBLE", "SCALAR") == 1 ? "#" : "";
+        text += i < 3 ? module.GetInputName(port) : module.GetOutputName(port);
+        text += "|";
+    }
+    TCError::install(before);
+    return text;
+}
+
+TEST(Ports, FollowDirectionMethodAndLanguage) {
+    for (const Ports& row : ports) {
+        const ModuleRig rig(row.settings, row.outputs);
+        setenv("LC_ALL", "de_DE.UTF-8", 1);
+        EXPECT_EQ(portsOf(*rig.module, "Versionskonflikt!"), row.german);
+        setenv("LC_ALL", "C", 1);
+        EXPECT_EQ(portsOf(*rig.module, "version conflict!"), row.english);
+        rig.module->instanceNumber = 0;
+        EXPECT_EQ(portsOf(*rig.module, "version conflict!"), row.english);
+    }
+}
