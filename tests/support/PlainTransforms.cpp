@@ -27,6 +27,7 @@ LongSpectrum definingSum(const LongSpectrum& x, int sign) {
 
 // x at a stride; the results go to out, which has as many elements. roots holds exp(sign 2 pi i j /
 // N).
+// NOLINTNEXTLINE(misc-no-recursion): the recursion is the method, and log2 n deep
 static void bisect(const std::complex<Long>* x, std::complex<Long>* out, std::size_t n,
                    std::size_t stride, const LongSpectrum& roots) {
     if (n == 1) {

@@ -1,7 +1,6 @@
 #include "tests/support/Signal.h"
 
 #include <bit>
-#include <cmath>
 #include <cstddef>
 #include <limits>
 
@@ -28,15 +27,6 @@ Signal periodicFold(const Signal& a, const Signal& b) {
     return c;
 }
 
-double relativeError(const Signal& x, const Signal& y) {
-    double difference = 0.0, reference = 0.0;
-    for (std::size_t i = 0; i < y.size(); ++i) {
-        difference += (x[i] - y[i]) * (x[i] - y[i]);
-        reference += y[i] * y[i];
-    }
-    return std::sqrt(difference / reference);
-}
-
 std::vector<std::uint64_t> bits(const Signal& samples) {
     std::vector<std::uint64_t> result;
     for (const double sample : samples) {
@@ -45,4 +35,6 @@ std::vector<std::uint64_t> bits(const Signal& samples) {
     return result;
 }
 
-double transformBound(int n) { return (n + 32) * std::numeric_limits<double>::epsilon(); }
+double transformBound(int n) {
+    return (n + 32) * std::numeric_limits<double>::epsilon();
+}

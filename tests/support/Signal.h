@@ -13,9 +13,6 @@ Signal noise(int n, std::uint64_t seed);
 // c[n] = sum_k b[k] a[(n - k) mod L], the terms added in ascending k. a is the longer operand.
 Signal periodicFold(const Signal& a, const Signal& b);
 
-// sqrt(sum (x - y)^2 / sum y^2)
-double relativeError(const Signal& x, const Signal& y);
-
 // The bits of the samples: signed zeros differ, a NaN equals itself.
 std::vector<std::uint64_t> bits(const Signal& samples);
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <stdexcept>
+
+// What ends a command with exit status 1. The text is one line that says what is wrong, where, and
+// what to do about it.
+class Failure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
