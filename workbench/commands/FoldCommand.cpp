@@ -1,0 +1,237 @@
+#include "workbench/commands/FoldCommand.h"
+
+#include "host/B_BasisModule.h"
+#include "platform/Windows1252.h"
+#include "workbench/Failure.h"
+#include "workbench/commands/Comparison.h"
+#include "workbench/commands/Progress.h"
+#include "workbench/commands/RunRecord.h"
+#include "workbench/commands/values.h"
+#include "workbench/files/SampleDigest.h"
+#include "workbench/files/SignalWriter.h"
+#include "workbench/module/ModuleLibrary.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <utility>
+
+static constexpr std::array<std::pair<const char*, Encoding>, 6> encodings = {
+    {{"auto", Encoding::automatic},
+     {"pcm16", Encoding::pcm16},
+     {"pcm24", Encoding::pcm24},
+     {"pcm32", Encoding::pcm32},
+     {"float32", Encoding::float32},
+     {"float64", Encoding::float64}}};
+
+static Encoding encodingOf(const std::string& word) {
+    return std::find_if(encodings.begin(), encodings.end(),
+                        [&](const auto& row) { return word == row.first; })
+        ->second;
+}
+
+void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
+                             const std::string& secondName) {
+    const std::string file = "audio file or columns of text; - is standard input";
+    command.add_option(firstName, first, file)->required()->type_name("FILE");
+    command.add_option(secondName, second, file)->required()->type_name("FILE");
+    command
+        .add_option("--per", per,
+                    "pair the signals block by block, or join all blocks to one packet")
+        ->check(choice({"block", "packet"}))
+        ->type_name("")
+        ->capture_default_str();
+    command
+        .add_option("--block", block,
+                    "cut both signals into blocks of N samples; a signal that fits into one block "
+                    "serves every block of the other. Without it the whole signal is one block")
+        ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "block length"))
+        ->type_name("N");
+    command.add_flag("--pad", pad,
+                     "append zeros so that nothing wraps round: the linear result, longer by the "
+                     "other signal (per block: each block's own)");
+    command
+        .add_option(
+            "-o,--output", output,
+            "write the result here; the ending chooses the format. Default: text on standard "
+            "output")
+        ->type_name("FILE");
+    command.add_flag("--force", replace, "replace the output if it exists");
+    std::vector<std::string> words;
+    std::transform(encodings.begin(), encodings.end(), std::back_inserter(words),
+                   [](const auto& row) { return row.first; });
+    command
+        .add_option("--encoding", encoding,
+                    "samples of an audio output; auto is float64, for FLAC pcm24")
+        ->check(choice(words))
+        ->type_name("")
+        ->capture_default_str();
+    command.add_option("--rate", rate, "sampling rate for text that has no time column")
+        ->check(positiveNumber("sampling rate"))
+        ->type_name("HZ");
+    command
+        .add_option("--truth", truth,
+                    "tell the relative error of the result against a known signal")
+        ->type_name("FILE");
+    command.add_flag("--no-axis", noAxis,
+                     "take the first column of a text file as a signal, whatever its name");
+    command.add_flag("--allow-nonfinite", allowNonfinite, "let NaN and infinity through");
+    command.add_flag("--json", json,
+                     "print the record of the run as JSON on standard output; needs -o");
+    command
+        .add_option("--module", module,
+                    "the module library to run; default: the one beside the program")
+        ->type_name("FILE");
+}
+
+static std::string quoted(const std::string& word) {
+    const bool plain = !word.empty() && word.find_first_not_of(
+                                            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOP"
+                                            "QRSTUVWXYZ0123456789_./,:=+-") == std::string::npos;
+    if (plain) {
+        return word;
+    }
+    std::string text = "'";
+    for (const char c : word) {
+        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return text + "'";
+}
+
+std::string FoldCommand::commandLine() const {
+    std::string line = fmt::format("fendra {} {} {} {} --per {}", name, quoted(first),
+                                   quoted(second), method, per);
+    const auto add = [&line](bool given, const std::string& words) {
+        line += given ? " " + words : "";
+    };
+    add(block != 0, fmt::format("--block {}", block));
+    add(pad, "--pad");
+    add(encoding != "auto", "--encoding " + encoding);
+    add(rate != 0.0, fmt::format("--rate {}", rate));
+    add(noAxis, "--no-axis");
+    add(allowNonfinite, "--allow-nonfinite");
+    add(output != "-", "-o " + quoted(output));
+    return line;
+}
+
+// The rate of both signals; rates that differ by no more than rounded time columns do are one.
+static double commonRate(const SignalInfo& a, const SignalInfo& b, double given) {
+    const double known = a.rate > 0.0 ? a.rate : b.rate;
+    const auto differ = [](double x, double y) {
+        return x > 0.0 && y > 0.0 && std::abs(x - y) > 1e-6 * std::max(x, y);
+    };
+    if (differ(a.rate, b.rate)) {
+        throw Failure(
+            fmt::format("{} is sampled at {} Hz and {} at {} Hz; resample one of them first",
+                        a.path, a.rate, b.path, b.rate));
+    }
+    if (differ(known, given)) {
+        throw Failure(fmt::format("--rate {} contradicts {} Hz in {}; leave it out", given, known,
+                                  a.rate > 0.0 ? a.path : b.path));
+    }
+    return known > 0.0 ? known : given;
+}
+
+// Takes the result as it comes: writes it, and sums up what the record tells of it.
+class ResultSink {
+public:
+    ResultSink(RunRecord& runRecord, SignalWriter& signalWriter, Comparison* knownSignal)
+        : record(runRecord), writer(signalWriter), comparison(knownSignal) {}
+
+    void take(const double* interleaved, std::int64_t samples) {
+        const double* end = interleaved + samples * record.channels;
+        if (samples > 0 && std::all_of(interleaved, end, [](double x) { return std::isnan(x); })) {
+            throw Failure(
+                fmt::format("{}: the module gave no result (memory exhausted, or NaN in the "
+                            "signals)",
+                            record.output));
+        }
+        for (const double* value = interleaved; value != end; ++value) {
+            record.minimum = std::min(record.minimum, *value);
+            record.maximum = std::max(record.maximum, *value);
+        }
+        digest.add(interleaved, static_cast<std::size_t>(end - interleaved));
+        if (comparison != nullptr) {
+            comparison->add(interleaved, samples);
+        }
+        writer.write(interleaved, samples);
+    }
+
+    void finish() {
+        record.digest = digest.hex();
+        if (comparison != nullptr) {
+            record.error = comparison->relativeError();
+        }
+        writer.finish(record.closingNotes());
+    }
+
+private:
+    RunRecord& record;
+    SignalWriter& writer;
+    Comparison* comparison;
+    SampleDigest digest;
+};
+
+void FoldCommand::run() const {
+    const bool toStandardOutput = output == "-";
+    if (json && toStandardOutput) {
+        throw CLI::ValidationError(
+            "--json", "it prints on standard output; send the result elsewhere with -o FILE");
+    }
+    const std::array<std::string, 3> files = {first, second, truth};
+    if (std::count(files.begin(), files.end(), "-") > 1) {
+        throw CLI::ValidationError("-", "standard input serves one signal only");
+    }
+    const ReadOptions reading{allowNonfinite, !noAxis};
+    const auto firstReader = openSignal(first, reading), secondReader = openSignal(second, reading);
+    const SignalInfo &a = firstReader->info(), &b = secondReader->info();
+
+    const ModuleLibrary library(module.empty() ? ModuleLibrary::standardFile()
+                                               : std::filesystem::path(module));
+    const ModuleObject object = library.makeModule();
+    RunPlan plan{settings, block, pad};
+    plan.settings.executionMode =
+        per == "packet" ? ModuleSettings::perPacket : ModuleSettings::perBlock;
+    ModuleRun moduleRun(*object, *firstReader, *secondReader, plan);
+
+    RunRecord record;
+    record.commandLine = commandLine();
+    record.command = name;
+    record.method = method.substr(method.find(' ') + 1);
+    record.per = per;
+    record.block = block;
+    record.pad = pad;
+    record.module = toUtf8(object->moduleName);
+    record.moduleVersion = toUtf8(object->moduleVersion);
+    record.moduleFile = library.file.string();
+    record.inputs = {a, b};
+    record.output = toStandardOutput ? "standard output" : output;
+    record.channels = moduleRun.channels();
+    record.samples = moduleRun.samples();
+    record.rounds = moduleRun.rounds();
+    record.rate = commonRate(a, b, rate);
+    record.truth = truth;
+
+    std::unique_ptr<Comparison> comparison;
+    if (!truth.empty()) {
+        comparison = std::make_unique<Comparison>(truth, reading, record.channels);
+    }
+    const auto writer =
+        createSignal(output, replace, encodingOf(encoding),
+                     {record.channels, record.samples, record.rate, a.axis,
+                      a.channels == record.channels ? a.names : b.names, record.openingNotes()});
+    ResultSink sink(record, *writer, comparison.get());
+    {
+        Progress progress;
+        moduleRun.drive(
+            [&](const double* values, std::int64_t samples) { sink.take(values, samples); },
+            [&](std::int64_t done, std::int64_t rounds) { progress.show(done, rounds); });
+    }
+    sink.finish();
+    fmt::print(toStandardOutput ? stderr : stdout, "{}", json ? record.json() : record.summary());
+}

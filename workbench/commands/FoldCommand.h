@@ -1,0 +1,34 @@
+#pragma once
+
+#include "workbench/module/ModuleRun.h"
+
+#include <cstdint>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+// What convolve and deconvolve have in common: two signals go through the module, and what comes
+// out is written, with a record of how it was made.
+struct FoldCommand {
+    std::string name;  // of the subcommand
+    std::string first, second;
+    std::string method;  // as it stands on the command line: "--domain time"
+    ModuleSettings settings;
+    std::string per = "block";
+    std::int64_t block = 0;  // 0: the whole signal is one block
+    bool pad = false;
+    std::string output = "-", encoding = "auto", truth, module;
+    double rate = 0.0;  // 0: from the files
+    bool replace = false, json = false, allowNonfinite = false, noAxis = false;
+
+    // Adds everything but the method to a subcommand.
+    void addOptions(CLI::App& command, const std::string& firstName, const std::string& secondName);
+
+    // Failure where the run fails, CLI::ParseError where options do not go together.
+    void run() const;
+
+    // The command line that gives the same result again.
+    [[nodiscard]] std::string commandLine() const;
+};

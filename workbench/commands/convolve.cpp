@@ -1,0 +1,38 @@
+#include "workbench/commands/Command.h"
+#include "workbench/commands/FoldCommand.h"
+#include "workbench/commands/texts.h"
+#include "workbench/commands/values.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+#include <string>
+
+void addConvolve(CLI::App& program) {
+    CLI::App& command = *program.add_subcommand(
+        "convolve",
+        std::string("Convolve two signals.\n") +
+            "The result is periodic with the length of the longer one unless --pad is given. " +
+            lagText);
+    command.footer(
+        "  fendra convolve speech.wav room.wav -o wet.wav\n"
+        "  fendra convolve a.csv b.csv --domain time --pad -o linear.csv\n"
+        "  fendra convolve long.wav filter.wav --block 65536 -o out.w64   in constant memory\n"
+        "  sensor | fendra convolve - kernel.txt > smooth.csv\n");
+    struct Convolve : FoldCommand {
+        std::string domain = "frequency";
+    };
+    const auto convolve = std::make_shared<Convolve>();
+    convolve->name = "convolve";
+    command.add_option("--domain", convolve->domain, "where to work")
+        ->check(choice({"time", "frequency"}))
+        ->type_name("")
+        ->capture_default_str();
+    convolve->addOptions(command, "A", "B");
+    command.callback([convolve] {
+        convolve->method = "--domain " + convolve->domain;
+        convolve->settings.method = convolve->domain == "time" ? ModuleSettings::timeDomain
+                                                               : ModuleSettings::frequencyDomain;
+        convolve->run();
+    });
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+// The texts of a command as help, manual page and completion show them. A command's description is
+// a summary in its first line and details behind it; its footer holds examples, one a line.
+std::string summary(const CLI::App& command);
+std::string details(const CLI::App& command);
+
+// "-o", "--output"; none for an argument without a name.
+std::vector<std::string> optionNames(const CLI::Option& option);
+// The words that an option's value is one of, if it is a choice.
+std::vector<std::string> choices(const CLI::Option& option);
+// "-o, --output FILE", "--per block|packet", "SIGNAL"
+std::string term(const CLI::Option& option);
+// Description and default value.
+std::string explanation(const CLI::Option& option);
+
+// --help: examples first, then usage, description, arguments, options and commands, 80 columns
+// wide.
+class Help : public CLI::FormatterBase {
+public:
+    std::string make_help(const CLI::App* command, std::string name,
+                          CLI::AppFormatMode mode) const override;
+};

@@ -1,0 +1,51 @@
+#include "workbench/commands/values.h"
+
+#include "workbench/commands/suggestion.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+template <typename Number>
+static bool parse(const std::string& word, Number& number) {
+    const char* end = word.data() + word.size();
+    const auto [rest, error] = std::from_chars(word.data(), end, number);
+    return error == std::errc() && rest == end;
+}
+
+CLI::Validator choice(const std::vector<std::string>& words) {
+    const auto check = [words](std::string& word) -> std::string {
+        if (std::find(words.begin(), words.end(), word) != words.end()) {
+            return "";
+        }
+        return fmt::format("\"{}\" is none of {}{}", word, fmt::join(words, ", "),
+                           suggestion(word, words));
+    };
+    return {check, fmt::format("{{{}}}", fmt::join(words, ","))};
+}
+
+CLI::Validator countUpTo(long long largest, const std::string& what) {
+    const auto check = [largest, what](std::string& word) -> std::string {
+        long long count = 0;
+        if (parse(word, count) && count >= 1 && count <= largest) {
+            return "";
+        }
+        return fmt::format("\"{}\" is no {}; give a whole number from 1 to {}", word, what,
+                           largest);
+    };
+    return {check, ""};
+}
+
+CLI::Validator positiveNumber(const std::string& what) {
+    const auto check = [what](std::string& word) -> std::string {
+        double number = 0.0;
+        if (parse(word, number) && number > 0.0 && std::isfinite(number)) {
+            return "";
+        }
+        return fmt::format("\"{}\" is no {}; give a number above 0", word, what);
+    };
+    return {check, ""};
+}

@@ -1,0 +1,99 @@
+#include "workbench/Failure.h"
+#include "workbench/commands/Command.h"
+#include "workbench/commands/help.h"
+#include "workbench/commands/suggestion.h"
+#include "workbench/commands/texts.h"
+#include "workbench/files/OutputFile.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <csignal>
+#include <exception>
+#include <new>
+#include <string>
+#include <vector>
+
+static std::vector<std::string> commandNames(const CLI::App& program) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : program.get_subcommands({})) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+static std::vector<std::string> allOptionNames(const CLI::App& command) {
+    std::vector<std::string> all;
+    for (const CLI::Option* option : command.get_options()) {
+        const std::vector<std::string> names = optionNames(*option);
+        all.insert(all.end(), names.begin(), names.end());
+    }
+    return all;
+}
+
+// One line on what is wrong with the command line.
+static std::string complaint(const CLI::App& program, const CLI::ParseError& error) {
+    const std::vector<CLI::App*> given = program.get_subcommands();
+    const std::vector<std::string> surplus = program.remaining(true);
+    if (given.empty() && surplus.empty()) {
+        return fmt::format("name a command: {}; see fendra --help",
+                           fmt::join(commandNames(program), ", "));
+    }
+    const std::string word = surplus.empty() ? "" : surplus.front();
+    if (given.empty()) {
+        return fmt::format("\"{}\" is no command{}; see fendra --help", word,
+                           suggestion(word, commandNames(program)));
+    }
+    const CLI::App& command = *given.back();
+    const std::string help = fmt::format("; see fendra {} --help", command.get_name());
+    if (surplus.empty()) {
+        return error.what() + help;
+    }
+    if (word.front() == '-') {
+        return fmt::format("\"{}\" is no option of {}{}{}", word, command.get_name(),
+                           suggestion(word, allOptionNames(command)), help);
+    }
+    return fmt::format("\"{}\" is one word too many{}", word, help);
+}
+
+static int report(const std::string& message, int status) {
+    fmt::print(stderr, "fendra: {}\n", message);
+    return status;
+}
+
+// Leaves at once, without a half-written file.
+static void leave(int signal) {
+    removePartialOutput();
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+int main(int argc, char** argv) {
+    std::signal(SIGINT, leave);
+    std::signal(SIGTERM, leave);
+    try {
+        CLI::App program(fmt::format("{}\n{}", programSummary, lagText), "fendra");
+        program.set_help_flag("-h,--help", "show this help");
+        program.formatter(std::make_shared<Help>());
+        program.footer(programExamples);
+        program.require_subcommand(1);
+        addConvolve(program);
+        addDeconvolve(program);
+        addInfo(program);
+        addCompletion(program);
+        addManual(program);
+        try {
+            program.parse(argc, argv);
+        } catch (const CLI::CallForHelp& help) {
+            return program.exit(help);
+        } catch (const CLI::ParseError& error) {
+            return report(complaint(program, error), 2);
+        }
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return report("memory exhausted; cut the signals with --per block --block N", 1);
+    } catch (const std::exception& error) {
+        return report(error.what(), 1);
+    }
+}

@@ -1,0 +1,73 @@
+#include "workbench/module/ModuleLibrary.h"
+
+#include "host/B_BasisModule.h"
+#include "platform/ResourceChain.h"
+#include "platform/Windows1252.h"
+#include "workbench/Failure.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <utility>
+
+// The loader's own word on a file that is not there would be long and unclear.
+static const std::filesystem::path& existing(const std::filesystem::path& file) {
+    if (!std::filesystem::is_regular_file(file)) {
+        throw Failure(
+            fmt::format("{}: no such module file; name one with --module", file.string()));
+    }
+    return file;
+}
+
+ModuleLibrary::ModuleLibrary(std::filesystem::path libraryFile)
+    : file(std::move(libraryFile)), library(existing(file)) {
+    for (const char* name : exportNames) {
+        if (library.symbol(name) == nullptr) {
+            throw Failure(
+                fmt::format("{} is not a module: it lacks the export {}", file.string(), name));
+        }
+    }
+    if (function<int()>("InitDLL")() != 1) {
+        throw Failure(fmt::format("{} refuses to start (InitDLL)", file.string()));
+    }
+}
+
+std::filesystem::path ModuleLibrary::standardFile() {
+    return SharedLibrary::programFolder() / "fendra.so";
+}
+
+template <typename Function>
+Function* ModuleLibrary::function(const char* name) const {
+    return reinterpret_cast<Function*>(library.symbol(name));
+}
+
+ModuleObject ModuleLibrary::makeModule() const {
+    B_BasisModule* module = function<B_BasisModule*()>("GetModuleInstance")();
+    if (module == nullptr) {
+        throw Failure(
+            fmt::format("{} makes no module (GetModuleInstance gave null)", file.string()));
+    }
+    return {module, function<void(B_BasisModule*)>("DeleteModuleInstance")};
+}
+
+unsigned ModuleLibrary::labelId() const {
+    return function<unsigned()>("GetBitmapStringResource")();
+}
+
+unsigned ModuleLibrary::bitmapId() const {
+    return function<unsigned()>("GetBitmapID")();
+}
+
+std::string ModuleLibrary::label() const {
+    return toUtf8(ResourceChain::string(labelId()));
+}
+
+std::string ModuleLibrary::longLabel() const {
+    return label().substr(0, label().find('\n'));
+}
+
+std::string ModuleLibrary::shortLabel() const {
+    const std::string text = label();
+    const std::size_t lineFeed = text.find('\n');
+    return lineFeed == std::string::npos ? text : text.substr(lineFeed + 1);
+}

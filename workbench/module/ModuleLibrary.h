@@ -1,0 +1,51 @@
+#pragma once
+
+#include "workbench/module/SharedLibrary.h"
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+class B_BasisModule;
+
+// A module object; it goes back to the library that made it. The library outlives it.
+using ModuleObject = std::unique_ptr<B_BasisModule, std::function<void(B_BasisModule*)>>;
+
+// A plug-in library of the signal-graph host, loaded and checked, with what it exports.
+class ModuleLibrary {
+public:
+    static constexpr std::array<const char*, 8> exportNames = {"GetModuleInstance",
+                                                               "DeleteModuleInstance",
+                                                               "InitDLL",
+                                                               "GetBitmapID",
+                                                               "GetBitmapStringResource",
+                                                               "IsDebug",
+                                                               "GetCID",
+                                                               "theApp"};
+
+    // Failure if there is no such file, it is no library, it lacks an export, or InitDLL refuses.
+    explicit ModuleLibrary(std::filesystem::path libraryFile);
+
+    // The module that lies beside the program.
+    static std::filesystem::path standardFile();
+
+    // Failure if the library makes none.
+    [[nodiscard]] ModuleObject makeModule() const;
+
+    // Long text and short name of the label under which a host offers the module, in UTF-8.
+    [[nodiscard]] std::string longLabel() const;
+    [[nodiscard]] std::string shortLabel() const;
+    [[nodiscard]] unsigned labelId() const;
+    [[nodiscard]] unsigned bitmapId() const;
+
+    const std::filesystem::path file;
+
+private:
+    template <typename Function>
+    [[nodiscard]] Function* function(const char* name) const;
+    [[nodiscard]] std::string label() const;
+
+    SharedLibrary library;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+class B_BasisModule;
+
+// The settings of the module, as a host stores them with the signal graph. Fields stand in the
+// order of the stored record; the values are those of a new module.
+struct ModuleSettings {
+    static constexpr std::int32_t perBlock = 0, perPacket = 1;
+    static constexpr std::int32_t convolution = 0, deconvolution = 1;
+    static constexpr std::int32_t timeDomain = 0, frequencyDomain = 1;
+
+    std::int32_t executionMode = perBlock;
+    std::int32_t method = frequencyDomain;  // under deconvolution: division of spectra
+    std::int32_t direction = convolution;
+    double convergence = 1.0;
+    std::uint32_t maxIterations = 100;
+    std::int32_t abortAtError = 0;
+    double errorValue = 0.01;
+    std::int32_t abortAtMinError = 1;
+    std::int32_t scaling = 4;
+
+    // Sets a module up with them, the way a host does: through a stored graph that it reads.
+    void applyTo(B_BasisModule& module) const;
+};

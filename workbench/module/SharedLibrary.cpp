@@ -1,0 +1,32 @@
+#include "workbench/module/SharedLibrary.h"
+
+#include "workbench/Failure.h"
+
+#include <fmt/format.h>
+
+#include <dlfcn.h>
+#include <string>
+
+SharedLibrary::SharedLibrary(const std::filesystem::path& file)
+    // An absolute path, or the loader would look for a bare name in the system's folders.
+    : handle(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (handle == nullptr) {
+        const std::string reason = dlerror();  // begins with the path and a colon
+        const std::size_t colon = reason.rfind(": ");
+        throw Failure(fmt::format(
+            "{} is not a module that can be loaded ({}); name one with --module", file.string(),
+            colon == std::string::npos ? reason : reason.substr(colon + 2)));
+    }
+}
+
+SharedLibrary::~SharedLibrary() {
+    dlclose(handle);
+}
+
+void* SharedLibrary::symbol(const char* name) const {
+    return dlsym(handle, name);
+}
+
+std::filesystem::path SharedLibrary::programFolder() {
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
