@@ -1,0 +1,129 @@
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <vector>
+
+// Runs the commands of the golden files in the working directory, each in a fresh copy of
+// fixtures/, and compares what they print, how they end and what they leave behind. A case is
+//     $ command, as a shell takes it
+//     > a line on standard output
+//     ! a line on standard error
+//     + a file that the command creates; any other difference to the fixtures is a failure
+//     = exit status, where it is not 0
+// Lines that begin with # are comments; an empty line ends a case.
+
+namespace fs = std::filesystem;
+
+struct Case {
+    std::string place, command, output, errors;
+    std::vector<std::string> created;
+    int status = 0;
+};
+
+static void PrintTo(const Case& golden, std::ostream* stream) {
+    *stream << golden.command;
+}
+
+static void addLine(std::vector<Case>& cases, const std::string& line, const std::string& place) {
+    const std::string text = line.size() > 2 ? line.substr(2) : "";
+    if (line[0] == '$') {
+        cases.push_back({place, text, "", "", {}, 0});
+        return;
+    }
+    Case& current = cases.back();
+    switch (line[0]) {
+        case '>':
+            current.output += text + "\n";
+            break;
+        case '!':
+            current.errors += text + "\n";
+            break;
+        case '+':
+            current.created.push_back(text);
+            break;
+        case '=':
+            current.status = std::stoi(text);
+            break;
+        default:
+            throw std::invalid_argument(place + ": " + line);
+    }
+}
+
+static std::vector<Case> goldenCases() {
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(".")) {
+        if (entry.path().extension() == ".golden") {
+            files.push_back(entry.path());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    std::vector<Case> cases;
+    for (const fs::path& file : files) {
+        std::ifstream stream(file);
+        int number = 1;
+        for (std::string line; std::getline(stream, line); ++number) {
+            if (!line.empty() && line[0] != '#') {
+                addLine(cases, line, file.stem().string() + "_" + std::to_string(number));
+            }
+        }
+    }
+    return cases;
+}
+
+static std::string contents(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+static std::map<std::string, std::string> everythingIn(const fs::path& folder) {
+    std::map<std::string, std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        files[fs::relative(entry.path(), folder)] =
+            entry.is_regular_file() ? contents(entry.path()) : "";
+    }
+    return files;
+}
+
+class Command : public testing::TestWithParam<Case> {};
+
+TEST_P(Command, DoesAsTheGoldenFileSays) {
+    const Case& golden = GetParam();
+    const TemporaryFolder scratch, streams;
+    fs::copy("fixtures", scratch.path(""), fs::copy_options::recursive);
+    const auto before = everythingIn(scratch.path(""));
+
+    const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
+    const fs::path output = streams.path("out"), errors = streams.path("err");
+    std::ostringstream script;
+    script << "cd '" << scratch.path("") << "' && export LC_ALL=C BIN='" << programs.string()
+           << "' PATH='" << programs.string() << "':\"$PATH\" && {\n"
+           << golden.command << "\n} >'" << output.string() << "' 2>'" << errors.string()
+           << "' </dev/null";
+    const int status = std::system(script.str().c_str());
+
+    EXPECT_EQ(WEXITSTATUS(status), golden.status) << golden.command;
+    EXPECT_EQ(contents(output), golden.output) << golden.command;
+    EXPECT_EQ(contents(errors), golden.errors) << golden.command;
+    auto after = everythingIn(scratch.path(""));
+    for (const std::string& name : golden.created) {
+        EXPECT_EQ(after.erase(name), 1U) << name << " is missing after " << golden.command;
+    }
+    for (const auto& [name, bytes] : after) {
+        const auto old = before.find(name);
+        EXPECT_TRUE(old != before.end() && old->second == bytes)
+            << name << " left behind or changed";
+    }
+    EXPECT_EQ(after.size(), before.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(Golden, Command, testing::ValuesIn(goldenCases()),
+                         [](const auto& golden) { return golden.param.place; });
