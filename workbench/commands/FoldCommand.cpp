@@ -115,6 +115,7 @@ std::string FoldCommand::commandLine() const {
     add(rate != 0.0, fmt::format("--rate {}", rate));
     add(noAxis, "--no-axis");
     add(allowNonfinite, "--allow-nonfinite");
+    add(!module.empty(), "--module " + quoted(module));
     add(output != "-", "-o " + quoted(output));
     return line;
 }
@@ -140,16 +141,20 @@ static double commonRate(const SignalInfo& a, const SignalInfo& b, double given)
 // Takes the result as it comes: writes it, and sums up what the record tells of it.
 class ResultSink {
 public:
-    ResultSink(RunRecord& runRecord, SignalWriter& signalWriter, Comparison* knownSignal)
-        : record(runRecord), writer(signalWriter), comparison(knownSignal) {}
+    ResultSink(RunRecord& runRecord, SignalWriter& signalWriter, Comparison* knownSignal,
+               bool allowNonfinite)
+        : record(runRecord),
+          writer(signalWriter),
+          comparison(knownSignal),
+          nonfinite(allowNonfinite) {}
 
     void take(const double* interleaved, std::int64_t samples) {
         const double* end = interleaved + samples * record.channels;
-        if (samples > 0 && std::all_of(interleaved, end, [](double x) { return std::isnan(x); })) {
+        // The module leaves NaN where it could not write a result.
+        if (!nonfinite && std::all_of(interleaved, end, [](double x) { return std::isnan(x); })) {
             throw Failure(
-                fmt::format("{}: the module gave no result (memory exhausted, or NaN in the "
-                            "signals)",
-                            record.output));
+                "the module gave no result: memory exhausted; cut the signals with --per "
+                "block --block N");
         }
         for (const double* value = interleaved; value != end; ++value) {
             record.minimum = std::min(record.minimum, *value);
@@ -174,6 +179,7 @@ private:
     RunRecord& record;
     SignalWriter& writer;
     Comparison* comparison;
+    bool nonfinite;
     SampleDigest digest;
 };
 
@@ -225,7 +231,7 @@ void FoldCommand::run() const {
         createSignal(output, replace, encodingOf(encoding),
                      {record.channels, record.samples, record.rate, a.axis,
                       a.channels == record.channels ? a.names : b.names, record.openingNotes()});
-    ResultSink sink(record, *writer, comparison.get());
+    ResultSink sink(record, *writer, comparison.get(), allowNonfinite);
     {
         Progress progress;
         moduleRun.drive(

@@ -30,6 +30,19 @@ static std::string formatName(int format) {
                        nameIn(encodings, format & SF_FORMAT_SUBMASK));
 }
 
+static bool isPcm(int format) {
+    switch (format & SF_FORMAT_SUBMASK) {
+        case SF_FORMAT_PCM_S8:
+        case SF_FORMAT_PCM_U8:
+        case SF_FORMAT_PCM_16:
+        case SF_FORMAT_PCM_24:
+        case SF_FORMAT_PCM_32:
+            return true;
+        default:
+            return false;
+    }
+}
+
 AudioReader::AudioReader(FileHandle audio, const std::string& path, const ReadOptions& options)
     : file(std::move(audio)) {
     const std::optional<AudioExtent> extent = findAudioExtent(file.get());
@@ -49,7 +62,12 @@ AudioReader::AudioReader(FileHandle audio, const std::string& path, const ReadOp
     facts.format = formatName(header.format);
     facts.channels = header.channels;
     facts.rate = std::max(header.samplerate, 0);
-    scan(header.frames, options.allowNonfinite);
+    // Integers are finite, and an extent tells that all are there: no need to look at each.
+    if (extent && isPcm(header.format) && header.frames > 0) {
+        facts.samples = header.frames;
+    } else {
+        scan(header.frames, options.allowNonfinite);
+    }
 }
 
 // Counts the samples and looks at every value; promised may be SF_COUNT_MAX, for not known.
