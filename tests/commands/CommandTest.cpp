@@ -29,10 +29,6 @@ struct Case {
     int status = 0;
 };
 
-static void PrintTo(const Case& golden, std::ostream* stream) {
-    *stream << golden.command;
-}
-
 static void addLine(std::vector<Case>& cases, const std::string& line, const std::string& place) {
     const std::string text = line.size() > 2 ? line.substr(2) : "";
     if (line[0] == '$') {
@@ -93,6 +89,21 @@ static std::map<std::string, std::string> everythingIn(const fs::path& folder) {
     return files;
 }
 
+// Files that are not as before, but for those that the golden file names.
+static void expectNothingElse(const std::map<std::string, std::string>& before,
+                              std::map<std::string, std::string> after,
+                              const std::vector<std::string>& created) {
+    for (const std::string& name : created) {
+        EXPECT_EQ(after.erase(name), 1U) << name << " is missing";
+    }
+    for (const auto& [name, bytes] : after) {
+        const auto old = before.find(name);
+        EXPECT_TRUE(old != before.end() && old->second == bytes)
+            << name << " left behind or changed";
+    }
+    EXPECT_EQ(after.size(), before.size());
+}
+
 class Command : public testing::TestWithParam<Case> {};
 
 TEST_P(Command, DoesAsTheGoldenFileSays) {
@@ -102,27 +113,17 @@ TEST_P(Command, DoesAsTheGoldenFileSays) {
     const auto before = everythingIn(scratch.path(""));
 
     const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
-    const fs::path output = streams.path("out"), errors = streams.path("err");
+    const std::string output = streams.path("out"), errors = streams.path("err");
     std::ostringstream script;
     script << "cd '" << scratch.path("") << "' && export LC_ALL=C BIN='" << programs.string()
            << "' PATH='" << programs.string() << "':\"$PATH\" && {\n"
-           << golden.command << "\n} >'" << output.string() << "' 2>'" << errors.string()
-           << "' </dev/null";
+           << golden.command << "\n} >'" << output << "' 2>'" << errors << "' </dev/null";
     const int status = std::system(script.str().c_str());
 
     EXPECT_EQ(WEXITSTATUS(status), golden.status) << golden.command;
     EXPECT_EQ(contents(output), golden.output) << golden.command;
     EXPECT_EQ(contents(errors), golden.errors) << golden.command;
-    auto after = everythingIn(scratch.path(""));
-    for (const std::string& name : golden.created) {
-        EXPECT_EQ(after.erase(name), 1U) << name << " is missing after " << golden.command;
-    }
-    for (const auto& [name, bytes] : after) {
-        const auto old = before.find(name);
-        EXPECT_TRUE(old != before.end() && old->second == bytes)
-            << name << " left behind or changed";
-    }
-    EXPECT_EQ(after.size(), before.size());
+    expectNothingElse(before, everythingIn(scratch.path("")), golden.created);
 }
 
 INSTANTIATE_TEST_SUITE_P(Golden, Command, testing::ValuesIn(goldenCases()),
