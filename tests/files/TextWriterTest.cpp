@@ -42,21 +42,21 @@ static std::vector<double> allKinds() {
 TEST_P(TextRoundTrip, GivesSamplesAxisAndNamesBack) {
     const TemporaryFolder folder;
     const std::vector<double> samples = allKinds();
-    ResultInfo info = resultInfo(2, GetParam().rate);
-    info.axis = GetParam().axis;
-    info.columnNames = GetParam().names;
-    const std::string path = folder.path("s" + GetParam().ending);
+    const auto& [ending, rate, axis, names] = GetParam();
+    const std::string path = folder.path("s" + ending);
+    ResultInfo info = resultInfo(2, rate);
+    info.axis = axis;
+    info.columnNames = names;
     writeSignal(path, samples, info);
 
-    ReadOptions options;
-    options.allowNonfinite = true;
-    const auto reader = openSignal(path, options);
-    EXPECT_EQ(reader->info().names, info.columnNames);
-    EXPECT_EQ(reader->info().rate, info.rate);
-    const SignalAxis axis = reader->info().axis.value_or(SignalAxis{});
-    EXPECT_EQ(axis.name, info.axis.value_or(SignalAxis{}).name);
-    EXPECT_EQ(axis.start, info.axis.value_or(SignalAxis{}).start);
-    EXPECT_DOUBLE_EQ(axis.step, info.axis.value_or(SignalAxis{}).step);
+    const auto reader = openSignal(path, {.allowNonfinite = true});
+    EXPECT_EQ(reader->info().names, names);
+    EXPECT_EQ(reader->info().rate, rate);
+    const SignalAxis expected = axis.value_or(SignalAxis{});
+    const SignalAxis found = reader->info().axis.value_or(SignalAxis{});
+    EXPECT_EQ(found.name, expected.name);
+    EXPECT_EQ(found.start, expected.start);
+    EXPECT_DOUBLE_EQ(found.step, expected.step);
     EXPECT_TRUE(sameBits(readSamples(*reader), samples));
 }
 INSTANTIATE_TEST_SUITE_P(

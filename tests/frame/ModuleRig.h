@@ -2,10 +2,7 @@
 
 #include "frame/EntryPoints.h"
 #include "host/B_BasisModule.h"
-#include "platform/CArchiveException.h"
-
-#include <sstream>
-#include <string>
+#include "tests/support/Archives.h"
 
 struct Settings {
     char executionMode = 0, direction = 0, method = 1;
@@ -33,34 +30,18 @@ inline std::string graph(const std::string& version, char outputs, const std::st
 // A module object, made and destroyed by the exports, with streams on both inputs and output 0.
 class ModuleRig {
 public:
-    explicit ModuleRig(const Settings& settings = {}, char outputs = 1) {
-        load(graph("V1.91", outputs, record(settings)));
-        module->SetInputStream(0, &first);
-        module->SetInputStream(1, &second);
-        module->AddOutputStream(0, &output);
+    ModuleRig() {
+        module.SetInputStream(0, &first);
+        module.SetInputStream(1, &second);
+        module.AddOutputStream(0, &output);
+    }
+    explicit ModuleRig(const Settings& settings, char outputs = 1) : ModuleRig() {
+        load(module, graph("V1.91", outputs, record(settings)));
     }
     ModuleRig(const ModuleRig&) = delete;
     ModuleRig& operator=(const ModuleRig&) = delete;
-    ~ModuleRig() { DeleteModuleInstance(module); }
+    ~ModuleRig() { DeleteModuleInstance(&module); }
 
-    // Cause of the exception that ended the load.
-    int load(const std::string& bytes) const {
-        std::stringstream stream(bytes);
-        CArchive archive(stream, CArchive::load);
-        try {
-            module->Serialize(archive);
-        } catch (const CArchiveException& exception) {
-            return exception.cause;
-        }
-        return CArchiveException::none;
-    }
-    std::string stored() const {
-        std::stringstream stream;
-        CArchive archive(stream, CArchive::store);
-        module->Serialize(archive);
-        return stream.str();
-    }
-
-    B_BasisModule* const module = GetModuleInstance();
+    B_BasisModule& module = *GetModuleInstance();
     BlockStream first, second, output;
 };

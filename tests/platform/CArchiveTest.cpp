@@ -1,12 +1,8 @@
 #include "platform/CArchive.h"
 
-#include "platform/CArchiveException.h"
+#include "tests/support/Archives.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <sstream>
-#include <string>
 
 using namespace std::string_literals;
 
@@ -15,16 +11,6 @@ static const std::string record =
     "\xfe\xff\xff\xff\x00\x5e\xd0\xb2\x00\x00\x00\x00\x00\x00\xf8\x3f"
     "\x03\x00\x00\x00V\x00\xfc\x00\x00\x00\x00"
     "end\r\n"s;
-
-// What the work ends with; none if it goes through.
-static CArchiveException::Cause causeOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const CArchiveException& error) {
-        return error.cause;
-    }
-    return CArchiveException::none;
-}
 
 TEST(CArchive, StoresLittleEndianValuesWithoutGaps) {
     std::ostringstream stream;

@@ -44,27 +44,6 @@ INSTANTIATE_TEST_SUITE_P(LongShortSwappedEmpty, FoldAgainstDefinition,
                                          Lengths{7, 7}, Lengths{5, 0}, Lengths{0, 5}, Lengths{0, 0},
                                          Lengths{64, 64}, Lengths{300, 17}));
 
-TEST(FoldEngine, HandWorkedValues) {
-    struct Row {
-        Signal first, second;
-        int mode;
-        Signal expected;
-    };
-    const Row table[] = {{{1, 2, 3, 4}, {1, 0, 0, 0}, 0, {4, 1, 2, 3}},
-                         {{1, 2, 3, 4}, {1, 0, 0, 0}, 1, {1, 2, 3, 4}},
-                         {{1, 2, 3, 4, 5}, {1, 1}, 0, {9, 6, 3, 5, 7}},
-                         {{1, 2, 3, 4, 5}, {1, 1}, 1, {6, 3, 5, 7, 9}},
-                         {{2}, {1, 2, 3}, 0, {6, 2, 4}},
-                         {{2}, {1, 2, 3}, 1, {2, 4, 6}}};
-    for (const auto& [first, second, mode, expected] : table) {
-        const Signal result = fold(first, second, mode, static_cast<int>(expected.size()));
-        for (std::size_t n = 0; n < expected.size(); ++n) {
-            EXPECT_NEAR(result[n], expected[n], mode == 0 ? 0.0 : 1e-14)
-                << "mode " << mode << ", " << n;
-        }
-    }
-}
-
 // The modes part ways behind the last sample; an unknown mode succeeds without a trace.
 TEST(FoldEngine, ResultBeyondTheLongerOperand) {
     const double u = Guarded::untouched;

@@ -1,6 +1,5 @@
 #include "signal/SpectralUnfolder.h"
 
-#include "signal/FoldEngine.h"
 #include "tests/support/Guarded.h"
 #include "tests/support/Signal.h"
 
@@ -58,20 +57,6 @@ TEST(SpectralUnfolder, ConvolvingTheResultGivesTheSignal) {
         signal.resize(result.size());
         kernel.resize(result.size());
         expectNear(periodicFold(result, kernel), signal, transformBound(period));
-    }
-}
-
-// A signal that the time domain mode has convolved comes back one sample late, one from the
-// frequency domain in place.
-TEST(SpectralUnfolder, UndoesFoldEngineUpToItsLag) {
-    for (const int n : {64, 100}) {
-        const Signal x = noise(n, 3), kernel = {1.0, 0.5, -0.25};
-        for (const int mode : {0, 1}) {
-            Signal y(x.size()), expected = x;
-            FoldEngine().fold(x.data(), n, kernel.data(), 3, y.data(), n, mode);
-            std::rotate(expected.begin(), expected.end() - (mode == 0 ? 1 : 0), expected.end());
-            expectNear(unfold(y, kernel, n), expected, 4 * transformBound(n));
-        }
     }
 }
 

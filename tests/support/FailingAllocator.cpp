@@ -35,58 +35,43 @@ void sweepAllocations(const std::function<void(const FailingAllocator& memory)>&
     EXPECT_GT(index, 1) << "nothing was allocated";
 }
 
-static void* allocate(std::size_t size) noexcept {
-    if (countdown == 0) {
+// All forms of new and delete come down to these two.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    if (countdown-- == 0) {
         failed = true;
-        countdown = never;
         return nullptr;
     }
-    countdown -= countdown > 0 ? 1 : 0;
     void* block = std::malloc(size == 0 ? 1 : size);
     liveBlocks += block != nullptr ? 1 : 0;
     return block;
 }
+void operator delete(void* block) noexcept {
+    liveBlocks -= block != nullptr ? 1 : 0;
+    std::free(block);
+}
 
-static void* allocateOrThrow(std::size_t size) {
-    void* block = allocate(size);
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+    return operator new(size, tag);
+}
+void* operator new(std::size_t size) {
+    void* block = operator new(size, std::nothrow);
     if (block == nullptr) {
         throw std::bad_alloc();
     }
     return block;
 }
-
-static void release(void* block) noexcept {
-    liveBlocks -= block != nullptr ? 1 : 0;
-    std::free(block);
-}
-
-void* operator new(std::size_t size) {
-    return allocateOrThrow(size);
-}
 void* operator new[](std::size_t size) {
-    return allocateOrThrow(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocate(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return allocate(size);
-}
-void operator delete(void* block) noexcept {
-    release(block);
+    return operator new(size);
 }
 void operator delete[](void* block) noexcept {
-    release(block);
+    operator delete(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept {
-    release(block);
+    operator delete(block);
 }
 void operator delete[](void* block, std::size_t /*size*/) noexcept {
-    release(block);
+    operator delete(block);
 }
 void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
-    release(block);
-}
-void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept {
-    release(block);
+    operator delete(block);
 }

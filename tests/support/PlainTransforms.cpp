@@ -151,42 +151,70 @@ struct PlainTables {
     }
 };
 
-static void plainFirstPass(Signal& f, bool eight) {
-    const double root = 1.4142135623730951;
-    for (std::size_t b = 0; b < f.size(); b += eight ? 8 : 4) {
-        double* a = &f[b];
-        const double u0 = a[0] + a[1], u1 = a[0] - a[1], u2 = a[2] + a[3], u3 = a[2] - a[3];
-        if (!eight) {
-            a[0] = u0 + u2, a[1] = u1 + u3, a[2] = u0 - u2, a[3] = u1 - u3;
-            continue;
-        }
-        const double p0 = u0 + u2, p1 = u0 - u2, q0 = u1 + u3, q1 = u1 - u3;
-        const double p2 = (a[4] + a[5]) + (a[6] + a[7]), p3 = (a[4] + a[5]) - (a[6] + a[7]);
-        const double q2 = root * (a[4] - a[5]), q3 = root * (a[6] - a[7]);
-        a[0] = p0 + p2, a[1] = q0 + q2, a[2] = p1 + p3, a[3] = q1 + q3;
-        a[4] = p0 - p2, a[5] = q0 - q2, a[6] = p1 - p3, a[7] = q1 - q3;
+static constexpr double root = 1.4142135623730951;
+
+static void butterfly(double& x, double& y) {
+    const double difference = x - y;
+    x = x + y;
+    y = difference;
+}
+
+static void reflect(double c, double s, double& x, double& y) {
+    const double first = c * x + s * y;
+    y = s * x - c * y;
+    x = first;
+}
+
+static void transformOfFour(double& a0, double& a1, double& a2, double& a3) {
+    butterfly(a0, a1);
+    butterfly(a2, a3);
+    butterfly(a0, a2);
+    butterfly(a1, a3);
+}
+
+static void transformOfEight(double* a) {
+    transformOfFour(a[0], a[1], a[2], a[3]);
+    butterfly(a[4], a[5]);
+    butterfly(a[6], a[7]);
+    butterfly(a[4], a[6]);
+    a[5] = root * a[5];
+    a[7] = root * a[7];
+    for (int i = 0; i < 4; ++i) {
+        butterfly(a[i], a[i + 4]);
     }
 }
 
-static void plainRotation(double c, double s, double x, double y, double& sum, double& difference) {
-    sum = c * x + s * y;
-    difference = s * x - c * y;
+// x and y are the first elements of four that lie k1 apart.
+static void plainTwiddled(double* x, double* y, std::size_t k1, double c1, double s1) {
+    const std::size_t k2 = 2 * k1, k3 = 3 * k1;
+    const double c2 = c1 * c1 - s1 * s1, s2 = 2 * s1 * c1;
+    for (const std::size_t half : {std::size_t{0}, k2}) {
+        reflect(c2, s2, x[half + k1], y[half + k1]);
+        butterfly(x[half], x[half + k1]);
+        butterfly(y[half], y[half + k1]);
+    }
+    reflect(c1, s1, x[k2], y[k3]);
+    butterfly(x[0], x[k2]);
+    butterfly(y[k1], y[k3]);
+    reflect(s1, c1, y[k2], x[k3]);
+    butterfly(y[0], y[k2]);
+    butterfly(x[k1], x[k3]);
 }
 
 static void plainStage(Signal& f, std::size_t k) {
     static const PlainTables tables;
-    const double root = 1.4142135623730951;
-    const std::size_t k1 = std::size_t{1} << k, k2 = 2 * k1, k3 = k1 + k2, k4 = 2 * k2, kx = k1 / 2;
+    const std::size_t k1 = std::size_t{1} << k, k2 = 2 * k1, k3 = 3 * k1, k4 = 4 * k1;
     for (std::size_t b = 0; b < f.size(); b += k4) {
-        double* x = &f[b];
-        const double f0 = x[0] + x[k1], f1 = x[0] - x[k1], f2 = x[k2] + x[k3], f3 = x[k2] - x[k3];
-        x[0] = f0 + f2, x[k1] = f1 + f3, x[k2] = f0 - f2, x[k3] = f1 - f3;
-        x += kx;
-        const double g0 = x[0] + x[k1], g1 = x[0] - x[k1], g2 = root * x[k2], g3 = root * x[k3];
-        x[0] = g0 + g2, x[k1] = g1 + g3, x[k2] = g0 - g2, x[k3] = g1 - g3;
+        double *x = &f[b], *y = x + k1 / 2;
+        transformOfFour(x[0], x[k1], x[k2], x[k3]);
+        butterfly(y[0], y[k1]);
+        y[k2] = root * y[k2];
+        y[k3] = root * y[k3];
+        butterfly(y[0], y[k2]);
+        butterfly(y[k1], y[k3]);
     }
     auto sineWork = tables.sine, cosineWork = tables.cosine;
-    for (std::size_t t = 1; t < kx; ++t) {
+    for (std::size_t t = 1; t < k1 / 2; ++t) {
         std::size_t e = 0;
         while ((t >> e) % 2 == 0) {
             ++e;
@@ -198,22 +226,11 @@ static void plainStage(Signal& f, std::size_t k) {
             while ((t >> j) % 2 == 1) {
                 ++j;
             }
-            j = k - j;
-            sineWork[i] = tables.halfSecant[i] * (sineWork[i - 1] + sineWork[j]);
-            cosineWork[i] = tables.halfSecant[i] * (cosineWork[i - 1] + cosineWork[j]);
+            sineWork[i] = tables.halfSecant[i] * (sineWork[i - 1] + sineWork[k - j]);
+            cosineWork[i] = tables.halfSecant[i] * (cosineWork[i - 1] + cosineWork[k - j]);
         }
-        const double c2 = c1 * c1 - s1 * s1, s2 = 2 * s1 * c1;
         for (std::size_t b = 0; b < f.size(); b += k4) {
-            double *x = &f[b + t], *y = &f[b + k1 - t];
-            double a = 0.0, d = 0.0;
-            plainRotation(c2, s2, x[k1], y[k1], a, d);
-            const double f0 = x[0] + a, f1 = x[0] - a, g0 = y[0] + d, g1 = y[0] - d;
-            plainRotation(c2, s2, x[k3], y[k3], a, d);
-            const double f2 = x[k2] + a, f3 = x[k2] - a, g2 = y[k2] + d, g3 = y[k2] - d;
-            plainRotation(c1, s1, f2, g3, a, d);
-            x[0] = f0 + a, x[k2] = f0 - a, y[k1] = g1 + d, y[k3] = g1 - d;
-            plainRotation(s1, c1, g2, f3, a, d);
-            y[0] = g0 + a, y[k2] = g0 - a, x[k1] = f1 + d, x[k3] = f1 - d;
+            plainTwiddled(&f[b + t], &f[b + k1 - t], k1, c1, s1);
         }
     }
 }
@@ -225,7 +242,10 @@ void plainHartley(Signal& f, bool normalise) {
         f = {f[0] + f[1], f[0] - f[1]};
     } else if (n > 2) {
         permute(f);
-        plainFirstPass(f, log2n % 2 == 1);
+        for (std::size_t b = 0; b < n; b += log2n % 2 == 0 ? 4 : 8) {
+            log2n % 2 == 0 ? transformOfFour(f[b], f[b + 1], f[b + 2], f[b + 3])
+                           : transformOfEight(&f[b]);
+        }
         for (std::size_t k = log2n % 2 + 2; k < log2n; k += 2) {
             plainStage(f, k);
         }
@@ -242,15 +262,13 @@ void plainHartleyComplex(Signal& re, Signal& im, int sense) {
         plainHartley(im, false);
     }
     for (std::size_t i = 1; i < n / 2; ++i) {
-        const std::size_t j = n - i;
-        const double A = re[i] + re[j], B = re[i] - re[j], C = im[i] + im[j], D = im[i] - im[j];
-        if (sense >= 0) {
-            re[i] = (A - D) * 0.5, re[j] = (A + D) * 0.5;
-            im[i] = (C + B) * 0.5, im[j] = (C - B) * 0.5;
-        } else {
-            re[i] = (A + D) * 0.5, re[j] = (A - D) * 0.5;
-            im[j] = (C + B) * 0.5, im[i] = (C - B) * 0.5;
-        }
+        const std::size_t low = sense >= 0 ? i : n - i, high = n - low;
+        const double A = re[i] + re[n - i], C = im[i] + im[n - i];
+        const double B = re[i] - re[n - i], D = im[i] - im[n - i];
+        re[low] = (A - D) * 0.5;
+        re[high] = (A + D) * 0.5;
+        im[low] = (C + B) * 0.5;
+        im[high] = (C - B) * 0.5;
     }
     if (sense < 0) {
         plainHartley(re, true);

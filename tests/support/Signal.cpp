@@ -3,16 +3,13 @@
 #include <bit>
 #include <cstddef>
 #include <limits>
+#include <random>
 
 Signal noise(int n, std::uint64_t seed) {
-    // G. Marsaglia, "Xorshift RNGs", J. Stat. Softw. 8 (2003), no. 14.
-    std::uint64_t state = seed * 0x9e3779b97f4a7c15U + 1;
+    std::mt19937_64 random(seed);
     Signal samples(static_cast<std::size_t>(n));
     for (double& sample : samples) {
-        state ^= state << 13U;
-        state ^= state >> 7U;
-        state ^= state << 17U;
-        sample = static_cast<double>(static_cast<std::int64_t>(state)) * 0x1p-63;
+        sample = static_cast<double>(static_cast<std::int64_t>(random())) * 0x1p-63;
     }
     return samples;
 }

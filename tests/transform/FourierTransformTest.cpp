@@ -8,11 +8,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
-#include <limits>
 #include <new>
 #include <numbers>
-#include <thread>
 
 static LongSpectrum transformed(Signal re, Signal im, int sign) {
     FourierTransform().transform(re.data(), im.data(), static_cast<int>(re.size()), sign);
@@ -42,99 +39,43 @@ TEST_P(FourierLengths, EqualsTheDefiningSum) {
     EXPECT_LT(largestDifference(transformed(re, im, +1), inverse), bound);
 }
 
-TEST_P(FourierLengths, ForwardThenInverseIsTheIdentity) {
-    const int n = GetParam();
-    Signal re = noise(n, 3), im = noise(n, 4);
-    const LongSpectrum x = widen(re, im);
-    FourierTransform fourier;
-    fourier.transform(re.data(), im.data(), n, -1);
-    fourier.transform(re.data(), im.data(), n, +1);
-    EXPECT_LT(largestDifference(widen(re, im), x), transformBound(n));
-}
-
 INSTANTIATE_TEST_SUITE_P(BothPaths, FourierLengths,
                          testing::Values(1, 2, 3, 4, 5, 6, 7, 8, 9, 12, 15, 16, 17, 64, 100, 257,
                                          512, 1000));
 
-TEST(FourierTransform, LeavesAnEmptyOrSingleSampleAlone) {
-    for (const int n : {-1, 0, 1}) {
-        for (const int sign : {-1, 1}) {
-            Signal re = {3.5}, im = {-0.25};
-            FourierTransform().transform(re.data(), im.data(), n, sign);
-            EXPECT_EQ(re[0], 3.5);
-            EXPECT_EQ(im[0], -0.25);
-        }
-    }
-}
-
-TEST(FourierTransform, GivesUpBeyondTheLongestChirp) {
-    double untouched = 1.0;
-    EXPECT_THROW(FourierTransform().transform(&untouched, &untouched, (1 << 29) + 1, -1),
-                 std::bad_alloc);
-    EXPECT_EQ(untouched, 1.0);
-}
-
-TEST(FourierTransform, NextPowerOfTwoReachesBeyondTheLargestLength) {
-    const std::pair<int, std::uint32_t> table[] = {{-5, 1},
-                                                   {0, 1},
-                                                   {1, 1},
-                                                   {2, 2},
-                                                   {3, 4},
-                                                   {4, 4},
-                                                   {5, 8},
-                                                   {1 << 30, 1U << 30},
-                                                   {(1 << 30) + 1, 1U << 31},
-                                                   {std::numeric_limits<int>::max(), 1U << 31}};
-    for (const auto& [n, power] : table) {
-        EXPECT_EQ(FourierTransform::nextPowerOfTwo(n), power) << n;
-    }
-}
-
-// The chirp's phase stays exact where k^2 has long left 32 bits.
-TEST(FourierTransform, ChirpIsExactAtALongLength) {
-    const int n = 100003, m = 2 * n + 11;
-    Signal re(m), im(m);
-    FourierTransform::makeChirp(re.data(), im.data(), n, m, -1);
-    FourierTransform::extendChirp(re.data(), im.data(), n, m);
-    for (long long k = 0; k < m; ++k) {
-        const long double angle = -std::numbers::pi_v<long double> * (k * k % (2LL * n)) / n;
-        const auto at = static_cast<std::size_t>(k);
-        ASSERT_NEAR(re[at], static_cast<double>(std::cos(angle)), 2e-15) << k;
-        ASSERT_NEAR(im[at], static_cast<double>(std::sin(angle)), 2e-15) << k;
-    }
+TEST(FourierTransform, LeavesAloneWhatHasNoTransform) {
+    double re = 3.5, im = -0.25;
+    FourierTransform().transform(&re, &im, 0, -1);
+    FourierTransform().transform(&re, &im, -7, 1);
+    EXPECT_THROW(FourierTransform().transform(&re, &im, (1 << 29) + 1, -1), std::bad_alloc);
+    EXPECT_TRUE(re == 3.5 && im == -0.25);
+    EXPECT_EQ(FourierTransform::nextPowerOfTwo(-5), 1U);
+    EXPECT_EQ(FourierTransform::nextPowerOfTwo((1 << 30) + 1), 1U << 31);
 }
 
 class PowersOfTwo : public testing::TestWithParam<int> {};
 
-TEST_P(PowersOfTwo, Radix2DoesThePlainLoopsOperations) {
+// The same bits as the plain loops: radix 2 with both signs, Hartley with and without normalising,
+// complex Hartley in both senses.
+TEST_P(PowersOfTwo, DoThePlainLoopsOperations) {
     const int n = GetParam();
-    for (const double sign : {-1.0, 1.0}) {
-        Signal re = noise(n, 5), im = noise(n, 6), plainRe = re, plainIm = im;
+    const Signal x = noise(n, 5), y = noise(n, 6);
+    for (const int sign : {-1, 1}) {
+        Signal re = x, im = y, plainRe = x, plainIm = y;
         EXPECT_EQ(FourierTransform::radix2Transform(re.data(), im.data(), n, sign), n);
         plainRadix2(plainRe, plainIm, sign);
-        EXPECT_EQ(bits(re), bits(plainRe)) << sign;
-        EXPECT_EQ(bits(im), bits(plainIm)) << sign;
-    }
-}
+        EXPECT_TRUE(bits(re) == bits(plainRe) && bits(im) == bits(plainIm)) << "radix 2, " << sign;
 
-TEST_P(PowersOfTwo, HartleyComplexDoesThePlainLoopsOperations) {
-    const int n = GetParam();
-    for (const int sense : {-1, 0, 1}) {
-        Signal re = noise(n, 7), im = noise(n, 8), plainRe = re, plainIm = im;
-        FourierTransform().hartleyComplexTransform(re.data(), im.data(), n, sense);
-        plainHartleyComplex(plainRe, plainIm, sense);
-        EXPECT_EQ(bits(re), bits(plainRe)) << sense;
-        EXPECT_EQ(bits(im), bits(plainIm)) << sense;
-    }
-}
+        re = plainRe = x;
+        im = plainIm = y;
+        FourierTransform().hartleyComplexTransform(re.data(), im.data(), n, sign);
+        plainHartleyComplex(plainRe, plainIm, sign);
+        EXPECT_TRUE(bits(re) == bits(plainRe) && bits(im) == bits(plainIm)) << "complex, " << sign;
 
-TEST_P(PowersOfTwo, HartleyDoesThePlainLoopsOperations) {
-    const int n = GetParam();
-    for (const bool normalise : {false, true}) {
-        Signal f = noise(n, 9), plain = f;
-        HartleyTransform().hartley(f.data(), n, normalise ? 1 : 0);
-        plainHartley(plain, normalise);
-        EXPECT_EQ(bits(f), bits(plain)) << normalise;
+        re = plainRe = x;
+        HartleyTransform().hartley(re.data(), n, sign > 0 ? 1 : 0);
+        plainHartley(plainRe, sign > 0);
+        EXPECT_EQ(bits(re), bits(plainRe)) << "Hartley, " << sign;
     }
 }
 
@@ -144,15 +85,10 @@ INSTANTIATE_TEST_SUITE_P(EveryStage, PowersOfTwo,
 
 // The exponent and the normalisation sit the other way round than in transform.
 TEST(HartleyComplexTransform, SensesOfAUnitImpulse) {
-    struct Row {
-        int sense;
-        std::complex<double> first;
-    };
-    for (const auto& [sense, first] : {Row{1, {0, 1}}, Row{0, {0, 1}}, Row{-1, {0, -0.25}}}) {
-        Signal re = {0, 1, 0, 0}, im(4);
-        FourierTransform().hartleyComplexTransform(re.data(), im.data(), 4, sense);
-        EXPECT_EQ(std::complex<double>(re[1], im[1]), first);
-    }
+    Signal re = {0, 1, 0, 0}, im(4), inverseRe = re, inverseIm = im;
+    FourierTransform().hartleyComplexTransform(re.data(), im.data(), 4, 0);
+    FourierTransform().hartleyComplexTransform(inverseRe.data(), inverseIm.data(), 4, -1);
+    EXPECT_TRUE(re[1] == 0.0 && im[1] == 1.0 && inverseRe[1] == 0.0 && inverseIm[1] == -0.25);
 }
 
 TEST(HartleyTransform, HandWorkedValues) {
@@ -174,37 +110,4 @@ TEST(HartleyTransform, HandWorkedValues) {
         HartleyTransform().hartley(result.data(), static_cast<int>(f.size()), normalise);
         EXPECT_EQ(result, expected);
     }
-}
-
-// The Hartley spectrum is the real part less the imaginary part of the Fourier spectrum.
-TEST(HartleyTransform, EqualsTheDefiningSumAtAnyPowerOfTwo) {
-    for (const int n : {16, 32, 128, 1024, 131072, 1 << 19}) {
-        Signal f = noise(n, 10);
-        const LongSpectrum spectrum = longTransform(widen(f, Signal(f.size())), -1);
-        HartleyTransform().hartley(f.data(), n, 0);
-        for (std::size_t k = 0; k < f.size(); ++k) {
-            const auto expected = static_cast<double>(spectrum[k].real() - spectrum[k].imag());
-            ASSERT_NEAR(f[k], expected, 1e-15 * std::sqrt(n) * std::log2(n)) << n << ", " << k;
-        }
-    }
-}
-
-// A table that two runs shared would mix their stages up.
-TEST(FourierTransform, TwoThreadsGiveTheBitsOfOne) {
-    const int n = 1000;
-    const auto run = [](std::vector<std::uint64_t>& result, std::uint64_t seed) {
-        for (int round = 0; round < 50; ++round) {
-            Signal re = noise(n, seed), im = noise(n, seed + 1);
-            FourierTransform().transform(re.data(), im.data(), n, -1);
-            result = bits(re);
-        }
-    };
-    std::vector<std::uint64_t> alone[2], together[2];
-    run(alone[0], 11);
-    run(alone[1], 21);
-    std::thread other(run, std::ref(together[1]), 21);
-    run(together[0], 11);
-    other.join();
-    EXPECT_EQ(together[0], alone[0]);
-    EXPECT_EQ(together[1], alone[1]);
 }

@@ -1,25 +1,12 @@
-// A module library with all its exports, whose allocation always fails.
+// A module library with all its exports, whose allocation always fails. What nobody calls is data.
 class B_BasisModule;
 
 extern "C" {
 B_BasisModule* GetModuleInstance() {
     return nullptr;
 }
-void DeleteModuleInstance(B_BasisModule* /*module*/) {}
 int InitDLL() {
     return 1;
 }
-unsigned GetBitmapID() {
-    return 0;
-}
-unsigned GetBitmapStringResource() {
-    return 0;
-}
-int IsDebug() {
-    return 0;
-}
-const char* GetCID() {
-    return "";
-}
-int theApp = 0;
+int DeleteModuleInstance, GetBitmapID, GetBitmapStringResource, IsDebug, GetCID, theApp;
 }
