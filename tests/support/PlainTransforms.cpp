@@ -1,6 +1,7 @@
 #include "tests/support/PlainTransforms.h"
 
-#include <array>
+#include "transform/hartleyTables.h"
+
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -138,19 +139,6 @@ void plainRadix2(Signal& re, Signal& im, double sign) {
     }
 }
 
-// The tables that each stage starts from, rounded from library calls in long double.
-struct PlainTables {
-    std::array<double, 24> halfSecant{}, cosine{}, sine{};
-    PlainTables() {
-        for (std::size_t i = 0; i < cosine.size(); ++i) {
-            const Long angle = std::numbers::pi_v<Long> / std::exp2(static_cast<Long>(i + 1));
-            cosine[i] = i == 0 ? 0.0 : static_cast<double>(std::cos(angle));
-            sine[i] = static_cast<double>(std::sin(angle));
-            halfSecant[i] = i < 2 ? 0.0 : static_cast<double>(1 / (2 * std::cos(angle)));
-        }
-    }
-};
-
 static constexpr double root = 1.4142135623730951;
 
 static void butterfly(double& x, double& y) {
@@ -202,7 +190,6 @@ static void plainTwiddled(double* x, double* y, std::size_t k1, double c1, doubl
 }
 
 static void plainStage(Signal& f, std::size_t k) {
-    static const PlainTables tables;
     const std::size_t k1 = std::size_t{1} << k, k2 = 2 * k1, k3 = 3 * k1, k4 = 4 * k1;
     for (std::size_t b = 0; b < f.size(); b += k4) {
         double *x = &f[b], *y = x + k1 / 2;
@@ -213,7 +200,7 @@ static void plainStage(Signal& f, std::size_t k) {
         butterfly(y[0], y[k2]);
         butterfly(y[k1], y[k3]);
     }
-    auto sineWork = tables.sine, cosineWork = tables.cosine;
+    auto sineWork = sineTable, cosineWork = cosineTable;
     for (std::size_t t = 1; t < k1 / 2; ++t) {
         std::size_t e = 0;
         while ((t >> e) % 2 == 0) {
@@ -226,8 +213,8 @@ static void plainStage(Signal& f, std::size_t k) {
             while ((t >> j) % 2 == 1) {
                 ++j;
             }
-            sineWork[i] = tables.halfSecant[i] * (sineWork[i - 1] + sineWork[k - j]);
-            cosineWork[i] = tables.halfSecant[i] * (cosineWork[i - 1] + cosineWork[k - j]);
+            sineWork[i] = halfSecantTable[i] * (sineWork[i - 1] + sineWork[k - j]);
+            cosineWork[i] = halfSecantTable[i] * (cosineWork[i - 1] + cosineWork[k - j]);
         }
         for (std::size_t b = 0; b < f.size(); b += k4) {
             plainTwiddled(&f[b + t], &f[b + k1 - t], k1, c1, s1);

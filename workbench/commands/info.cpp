@@ -20,15 +20,14 @@ using Json = nlohmann::ordered_json;
 
 // A fact as it stands on a line of its own: text without quotes, a list with commas.
 static std::string plain(const Json& fact) {
-    if (fact.is_string()) {
-        return fact.get<std::string>();
+    if (fact.is_null()) {
+        return "not known";
     }
-    if (!fact.is_array()) {
-        return fact.is_null() ? "not known" : fact.dump();
-    }
+    const Json list = fact.is_array() ? fact : Json::array({fact});
     std::string line;
-    for (const Json& entry : fact) {
-        line += (line.empty() ? "" : ", ") + plain(entry);
+    for (const Json& entry : list) {
+        line += line.empty() ? "" : ", ";
+        line += entry.is_string() ? entry.get<std::string>() : entry.dump();
     }
     return line;
 }
