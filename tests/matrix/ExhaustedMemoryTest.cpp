@@ -1,0 +1,49 @@
+#include "matrix/SquareMatrix.h"
+#include "tests/support/FailingAllocator.h"
+#include "tests/support/PlainMatrix.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+// The first four leave m empty, the others every object as it was.
+TEST(ExhaustedMemory, LeavesObjectsEmptyOrAsTheyWere) {
+    for (std::size_t index = 0; index < 14; ++index) {
+        SCOPED_TRACE(index);
+        sweepAllocations([&](const FailingAllocator& memory) {
+            const std::vector<double> six = {1, 2, 3, 4, 5, 6}, nine = {4, 1, 0, 1, 5, 2, 0, 2, 6};
+            Matrix<double> m;
+            SquareMatrix<double> s(0);
+            Vector<double> v;
+            Vector<int> pivots;
+            const std::function<int()> operations[14] = {
+                [&] { return m.resize(4, 2); },
+                [&] { return m.reshape(3, 2); },
+                [&] { return m.transpose(); },
+                [&] { return m.multiply(s, s); },
+                [&] { return m.resizeKeep(4, 2); },
+                [&] { return 1 - m.assign(s).errorFlag; },
+                [&] { return 1 - m.mulAssign(s).errorFlag; },
+                [&] { return 1 - Matrix<double>(m).errorFlag; },
+                [&] { return std::unique_ptr<double[]>(v.toArray()) ? 1 : 0; },
+                [&] { return s.luDecompose(pivots); },
+                [&] { return s.luSolve(v, pivots); },
+                [&] { return s.inverseOf(s, true); },
+                [&] { return s.solve(v, v, true); },
+                [&] { return s.cholesky(); },
+            };
+            const int zeroes[] = {0, 0, 0};
+            m.assignArray(six.data(), 2, 3);
+            s.assignArray(nine.data(), 3, 3);
+            v.assignArray(six.data(), 3, 1);
+            pivots.assignArray(zeroes, 3, 1);
+            memory.arm();
+            const int result = operations[index]();
+            const bool failed = FailingAllocator::disarm();
+            const std::vector<double> left = index < 4 ? std::vector<double>() : six;
+            const bool kept = holds(m, left) && holds(s, nine) && holds(v, {1, 2, 3});
+            EXPECT_TRUE(failed ? result == 0 && kept && holds(pivots, {0, 0, 0}) : result == 1);
+        });
+    }
+}
