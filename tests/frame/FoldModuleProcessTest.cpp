@@ -80,13 +80,39 @@ TEST(Process, PairsRunsAndMarks) {
     }
 }
 
+// Result, signal and the two numbers of the iteration and of the filter.
+TEST(Process, ReportsTwoNumbersBesideTheSignal) {
+    const Step table[] = {
+        {{0, 1, 2}, "2:1,0,0,0", "2:1,0,0,0", "0 2:0,0,0,0 2:1 2:1 "},
+        {{1, 1, 2}, "1:1,0 2:0,0", "1:1,0,0,0", "0 1:0,0,0,0 1:1 1:1 "},
+        {{0, 1, 3},
+         "2:3,5 2:3,5",
+         "2:1,0 2:1,1",
+         "0 1:3,5 2:2.66667,2.66667 1:0 2:0.333333 1:0 2:0.333333 "},
+        {{1, 1, 3}, "2:3 2:5", "1:1 1:1", "0 2:2.66667,2.66667 2:0.333333 2:0.333333 "},
+        {{0, 1, 2}, "2:1,2,3,4,5,6,7,8", "2:1,2,3", "-5 "},
+        {{0, 1, 3}, "2:1,2 2:1,2", "2:1,0 2:0,0", "-1 1:1,2 1:0 1:0 "},  // a kernel of zeros
+    };
+    for (const Step& step : table) {
+        ModuleRig rig(step.settings, 3);
+        feed(rig.first, step.first);
+        feed(rig.second, step.second);
+        const std::string code = std::to_string(rig.module.Process()) + " ";
+        const std::string outcome =
+            code + drain(rig.output) + drain(rig.firstNumber) + drain(rig.secondNumber);
+        EXPECT_EQ(outcome, step.outcome) << step.first << "| " << step.second;
+    }
+}
+
 // Each of the outcomes, and no other, comes with one allocation or another failing.
-static void expectOutcomes(const Settings& settings, const std::vector<std::string>& outcomes) {
+static void expectOutcomes(const Settings& settings, const std::vector<std::string>& outcomes,
+                           const char* first = "2:1,2,3,4,5 2:1,2,3",
+                           const char* second = "2:1 2:1,0") {
     std::vector<bool> seen(outcomes.size());
     sweepAllocations([&](const FailingAllocator& memory) {
-        ModuleRig rig(settings);
-        feed(rig.first, "2:1,2,3,4,5 2:1,2,3");
-        feed(rig.second, "2:1 2:1,0");
+        ModuleRig rig(settings, 3);
+        feed(rig.first, first);
+        feed(rig.second, second);
         memory.arm();
         const int code = rig.module.Process();
         FailingAllocator::disarm();
@@ -110,30 +136,34 @@ TEST(Process, LosesOneBlockOrEndsWhereMemoryRunsOut) {
                                               "0 " + first + lostSecond, "0 " + first + second};
     expectOutcomes({0, 0, 1}, inPlace);
     expectOutcomes({0, 1, 1}, inPlace);
+    // the numbers come behind the signal, and their run's result counts
+    const char* impulse = "2:1,0";
+    expectOutcomes({0, 1, 2}, {"-1 ", "-1 2:0,0 ", "0 2:0,0 "}, impulse, impulse);
+    expectOutcomes({0, 1, 3}, {"-1 ", "-1 2:1,0 ", "0 2:1,0 "}, impulse, impulse);
     expectOutcomes({1, 0, 0},
                    {"-1 ", "0 2:nan,nan,nan,nan,nan,nan,nan,nan ", "0 2:5,4,3,5,7,9,6,3 "});
 }
 
+// A convolution of 1000 samples.
+static void runOften(double start, std::vector<double>& result) {
+    std::vector<double> signal(1000, start);
+    signal[1] = -start;
+    for (int round = 0, marker = 0; round < 30; ++round) {
+        ModuleRig rig(Settings{});
+        rig.first.writeBlock(2, signal.data(), 1000);
+        rig.second.writeBlock(2, signal.data(), 777);
+        rig.module.Process();
+        rig.output.readBlock(marker, result);
+    }
+}
+
 // Two objects, each in a thread of its own, give the same bits as alone.
 TEST(Process, RunsInTwoThreads) {
-    const auto run = [](double start, std::vector<double>& result) {
-        std::vector<double> signal(1000, start);
-        signal[1] = -start;
-        for (int round = 0; round < 30; ++round) {
-            ModuleRig rig(Settings{});
-            rig.first.writeBlock(2, signal.data(), 1000);
-            rig.second.writeBlock(2, signal.data(), 777);
-            rig.module.Process();
-            int marker = 0;
-            rig.output.readBlock(marker, result);
-        }
-    };
     std::vector<double> alone[2], together[2];
-    run(1.5, alone[0]);
-    run(0.1, alone[1]);
-    std::thread other(run, 0.1, std::ref(together[1]));
-    run(1.5, together[0]);
+    runOften(1.5, alone[0]);
+    runOften(0.1, alone[1]);
+    std::thread other(runOften, 0.1, std::ref(together[1]));
+    runOften(1.5, together[0]);
     other.join();
-    EXPECT_EQ(together[0].size(), 1000U);
-    EXPECT_TRUE(together[0] == alone[0] && together[1] == alone[1]);
+    EXPECT_TRUE(together[0] == alone[0] && together[1] == alone[1] && alone[0].size() == 1000);
 }

@@ -27,7 +27,7 @@ inline std::string graph(const std::string& version, char outputs, const std::st
            std::string{outputs, 0, 0, 0} + settings;
 }
 
-// A module object, made and destroyed by the exports, with streams on both inputs and output 0.
+// A module object, made and destroyed by the exports, with streams on all its ports.
 class ModuleRig {
 public:
     ModuleRig() {
@@ -37,11 +37,13 @@ public:
     }
     explicit ModuleRig(const Settings& settings, char outputs = 1) : ModuleRig() {
         load(module, graph("V1.91", outputs, record(settings)));
+        module.AddOutputStream(1, &firstNumber);
+        module.AddOutputStream(2, &secondNumber);
     }
     ModuleRig(const ModuleRig&) = delete;
     ModuleRig& operator=(const ModuleRig&) = delete;
     ~ModuleRig() { DeleteModuleInstance(&module); }
 
     B_BasisModule& module = *GetModuleInstance();
-    BlockStream first, second, output;
+    BlockStream first, second, output, firstNumber, secondNumber;
 };

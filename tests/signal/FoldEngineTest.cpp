@@ -28,8 +28,9 @@ protected:
 
 // Same products, same order: no tolerance.
 TEST_P(FoldAgainstDefinition, TimeDomainLagsByOneSample) {
-    std::rotate(expected.begin(), expected.end() - (expected.empty() ? 0 : 1), expected.end());
-    EXPECT_EQ(bits(fold(first, second, 0, longer)), bits(expected));
+    const Signal late =
+        first.size() < second.size() ? laggingFold(second, first) : laggingFold(first, second);
+    EXPECT_EQ(bits(fold(first, second, 0, longer)), bits(late));
 }
 
 TEST_P(FoldAgainstDefinition, FrequencyDomainHasNoLag) {
@@ -55,11 +56,10 @@ TEST(FoldEngine, ResultBeyondTheLongerOperand) {
     }
 }
 
+// A refused run would fall over the missing result array if it wrote to it.
 TEST(FoldEngine, RefusesAResultShorterThanTheLongerOperand) {
+    const Signal a = {1, 2, 3, 4}, b = {1, 1};
     for (const int mode : {0, 1, 2}) {
-        Guarded result(3);
-        const Signal a = {1, 2, 3, 4}, b = {1, 1};
-        EXPECT_EQ(0, FoldEngine().fold(b.data(), 2, a.data(), 4, result.data(), 3, mode));
-        EXPECT_EQ(result.values(), Signal(3, Guarded::untouched));
+        EXPECT_EQ(0, FoldEngine().fold(b.data(), 2, a.data(), 4, nullptr, 3, mode));
     }
 }

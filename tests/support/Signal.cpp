@@ -1,5 +1,6 @@
 #include "tests/support/Signal.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <limits>
@@ -21,6 +22,12 @@ Signal periodicFold(const Signal& a, const Signal& b) {
             c[n] += b[k] * a[(n + a.size() - k) % a.size()];
         }
     }
+    return c;
+}
+
+Signal laggingFold(const Signal& a, const Signal& b) {
+    Signal c = periodicFold(a, b);
+    std::rotate(c.begin(), c.end() - (c.empty() ? 0 : 1), c.end());
     return c;
 }
 

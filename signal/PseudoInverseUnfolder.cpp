@@ -1,0 +1,130 @@
+#include "signal/PseudoInverseUnfolder.h"
+
+#include "matrix/SquareMatrix.h"
+#include "matrix/Vector.h"
+#include "signal/FoldEngine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <exception>
+#include <vector>
+
+// Row 0: the autocorrelation of the kernel, without wrapping round. Every further row is the one
+// above it, moved by one place.
+static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, int N) {
+    double* lags = R.rowTable[0];
+    for (int i = 0; i < N; ++i) {
+        double sum = 0.0;
+        for (int j = 0; j < N - i; ++j) {
+            sum += h[j] * h[j + i];
+        }
+        lags[i] = sum;
+    }
+    for (int i = 1; i < N; ++i) {
+        R.rowTable[i][0] = lags[i];
+        std::copy_n(R.rowTable[i - 1], N - 1, R.rowTable[i] + 1);
+    }
+}
+
+// c = f convolved with h: its first N samples, and the others from the last one inwards.
+static void makePseudoIdentity(const double* f, const double* h, int N, double* c) {
+    for (int i = 0; i < N; ++i) {
+        double sum = 0.0;
+        for (int k = 0; k <= i; ++k) {
+            sum += f[i - k] * h[k];
+        }
+        c[i] = sum;
+    }
+    for (int q = 0; q < N - 1; ++q) {
+        double sum = 0.0;
+        for (int m = 0; m <= q; ++m) {
+            sum += h[N - 1 - q + m] * f[N - 1 - m];
+        }
+        c[2 * static_cast<std::ptrdiff_t>(N) - 2 - q] = sum;
+    }
+}
+
+static double sumOfSquares(const double* values, std::size_t count) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < count; ++i) {
+        sum += values[i] * values[i];
+    }
+    return sum;
+}
+
+static double scalingFactor(std::int32_t kind, const double* f, int N,
+                            const std::vector<double>& c) {
+    const auto length = static_cast<std::size_t>(N);
+    switch (kind) {
+        case 1:
+            return 1.0 / c[length - 1];
+        case 2:
+            return 1.0 / std::sqrt(sumOfSquares(c.data(), c.size()));
+        case 3: {
+            double sum = 0.0;
+            for (const double value : c) {
+                sum += std::abs(value);
+            }
+            return 1.0 / sum;
+        }
+        case 4:
+            return 1.0 / std::sqrt(sumOfSquares(f, length));
+        default:
+            return 1.0;
+    }
+}
+
+// From the outside in.
+static double deviationOfZeros(const std::vector<double>& c, int N) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i + 1 < static_cast<std::size_t>(N); ++i) {
+        const double behind = c[c.size() - 1 - i];
+        sum += behind * behind + c[i] * c[i];
+    }
+    return std::sqrt(sum / (2.0 * N - 2.0));
+}
+
+// f becomes the solution of the normal equations. false: no memory, or a kernel without any energy.
+static bool solveNormalEquations(const double* h, int N, Vector<double>& f) {
+    SquareMatrix<double> R(N);
+    Vector<int> pivots;
+    if (R.errorFlag != 0 || f.setLength(N, 0) != 1 || pivots.setLength(N, 0) != 1) {
+        return false;
+    }
+    fillAutocorrelation(R, h, N);
+    std::reverse_copy(h, h + N, f.dataBlock);
+    return R.luDecompose(pivots) == 1 && R.luSolve(f, pivots) == 1;
+}
+
+int PseudoInverseUnfolder::unfold(const double* signal, int signalLength, const double* kernel,
+                                  int kernelLength, double* result, int resultLength) {
+    const int N = signalLength;
+    if (N != kernelLength || N != resultLength) {
+        return 0;
+    }
+    if (N == 0) {
+        return 1;
+    }
+    try {
+        std::vector<double> c(2 * static_cast<std::size_t>(N) - 1);
+        Vector<double> f;
+        if (!solveNormalEquations(kernel, N, f)) {
+            return 0;
+        }
+        makePseudoIdentity(f.dataBlock, kernel, N, c.data());
+        const double factor = scalingFactor(scalingKind, f.dataBlock, N, c);
+        if (factor != 1.0) {
+            std::for_each_n(f.dataBlock, N, [factor](double& value) { value *= factor; });
+            makePseudoIdentity(f.dataBlock, kernel, N, c.data());
+        }
+        if (FoldEngine().fold(f.dataBlock, N, signal, N, result, N, 0) != 1) {
+            return 0;
+        }
+        zeroDeviation = deviationOfZeros(c, N);
+        oneDeviation = 1.0 - c[static_cast<std::size_t>(N) - 1];
+    } catch (const std::exception&) {  // no memory, or a size beyond what vectors hold
+        return 0;
+    }
+    return 1;
+}
