@@ -80,6 +80,7 @@ int main(int argc, char** argv) {
         program.require_subcommand(1);
         addConvolve(program);
         addDeconvolve(program);
+        addCompare(program);
         addInfo(program);
         addCompletion(program);
         addManual(program);

@@ -8,6 +8,7 @@ class App;
 // throws Failure where the run fails, CLI::ParseError where the command line is wrong.
 void addConvolve(CLI::App& program);
 void addDeconvolve(CLI::App& program);
+void addCompare(CLI::App& program);
 void addInfo(CLI::App& program);
 void addCompletion(CLI::App& program);
 void addManual(CLI::App& program);

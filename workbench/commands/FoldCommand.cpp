@@ -105,7 +105,7 @@ static std::string quoted(const std::string& word) {
 
 std::string FoldCommand::commandLine() const {
     std::string line = fmt::format("fendra {} {} {} {} --per {}", name, quoted(first),
-                                   quoted(second), method, per);
+                                   quoted(second), methodWords, per);
     const auto add = [&line](bool given, const std::string& words) {
         line += given ? " " + words : "";
     };
@@ -208,7 +208,7 @@ void FoldCommand::run() const {
     RunRecord record;
     record.commandLine = commandLine();
     record.command = name;
-    record.method = method.substr(method.find(' ') + 1);
+    record.method = method;
     record.per = per;
     record.block = block;
     record.pad = pad;
@@ -232,11 +232,16 @@ void FoldCommand::run() const {
                      {record.channels, record.samples, record.rate, a.axis,
                       a.channels == record.channels ? a.names : b.names, record.openingNotes()});
     ResultSink sink(record, *writer, comparison.get(), allowNonfinite);
+    tellEstimate(moduleRun);
     {
         Progress progress;
         moduleRun.drive(
             [&](const double* values, std::int64_t samples) { sink.take(values, samples); },
             [&](std::int64_t done, std::int64_t rounds) { progress.show(done, rounds); });
+    }
+    if (plan.settings.reportsNumbers()) {
+        record.numberNames = moduleRun.numberNames();
+        record.numbers = moduleRun.numbers();
     }
     sink.finish();
     fmt::print(toStandardOutput ? stderr : stdout, "{}", json ? record.json() : record.summary());

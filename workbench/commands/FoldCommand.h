@@ -14,7 +14,8 @@ class App;
 struct FoldCommand {
     std::string name;  // of the subcommand
     std::string first, second;
-    std::string method;  // as it stands on the command line: "--domain time"
+    std::string method;       // "time", "spectral"
+    std::string methodWords;  // as they stand on the command line: "--domain time"
     ModuleSettings settings;
     std::string per = "block";
     std::int64_t block = 0;  // 0: the whole signal is one block

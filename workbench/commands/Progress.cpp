@@ -1,5 +1,7 @@
 #include "workbench/commands/Progress.h"
 
+#include "workbench/module/ModuleRun.h"
+
 #include <fmt/format.h>
 
 #include <cstdio>
@@ -7,6 +9,15 @@
 
 static constexpr auto beforeFirst = std::chrono::milliseconds(500);
 static constexpr auto betweenShows = std::chrono::milliseconds(100);
+
+void tellEstimate(const ModuleRun& moduleRun) {
+    constexpr double multiplyAddsPerSecond = 1e9, worthTelling = 10.0;
+    const double seconds = moduleRun.work() / multiplyAddsPerSecond;
+    if (moduleRun.rounds() == 1 && seconds > worthTelling) {
+        fmt::print(stderr, "{:.2g} multiply-adds to do at most, about {:.0f} seconds\n",
+                   moduleRun.work(), seconds);
+    }
+}
 
 Progress::Progress()
     : terminal(isatty(STDERR_FILENO) != 0), due(std::chrono::steady_clock::now() + beforeFirst) {}

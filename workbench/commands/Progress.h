@@ -3,6 +3,12 @@
 #include <chrono>
 #include <cstdint>
 
+class ModuleRun;
+
+// Says on standard error how long a run of a single round will take, if that is long. Several
+// rounds show their progress instead.
+void tellEstimate(const ModuleRun& moduleRun);
+
 // A line on the terminal that tells how far a run of several rounds has come; nothing where
 // standard error is no terminal.
 class Progress {

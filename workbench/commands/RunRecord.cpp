@@ -32,6 +32,12 @@ std::vector<std::string> RunRecord::closingNotes() const {
 std::string RunRecord::summary() const {
     std::string text = fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}\n", output,
                                    describe(channels, samples, rate), minimum, maximum, work());
+    for (const ReportedNumbers& entry : numbers) {
+        const std::string channel =
+            channels == 1 ? "" : fmt::format(", channel {}", entry.channel + 1);
+        text += fmt::format("block {}{}: {} {:.6g}, {} {:.6g}\n", entry.round + 1, channel,
+                            numberNames[0], entry.values[0], numberNames[1], entry.values[1]);
+    }
     if (error) {
         text += fmt::format("relative error against {}: {:.2g}\n", truth, *error);
     }
@@ -55,6 +61,12 @@ std::string RunRecord::json() const {
     if (error) {
         result["truth"] = truth;
         result["relativeError"] = *error;
+    }
+    for (const ReportedNumbers& entry : numbers) {
+        result["numbers"].push_back({{"block", entry.round + 1},
+                                     {"channel", entry.channel + 1},
+                                     {numberNames[0], entry.values[0]},
+                                     {numberNames[1], entry.values[1]}});
     }
     const Json record = {
         {"command", commandLine},

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "workbench/files/SignalReader.h"
+#include "workbench/module/ModuleRun.h"
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -22,8 +24,10 @@ struct RunRecord {
     double rate = 0.0;
     double minimum = std::numeric_limits<double>::infinity();
     double maximum = -std::numeric_limits<double>::infinity();
-    std::string digest;  // SHA-256 of the samples
-    std::string truth;   // file that the result was compared with
+    std::array<std::string, 2> numberNames;
+    std::vector<ReportedNumbers> numbers;  // of methods that report some
+    std::string digest;                    // SHA-256 of the samples
+    std::string truth;                     // file that the result was compared with
     std::optional<double> error;
 
     // Comment lines of a text result: known before the run, and known after it.

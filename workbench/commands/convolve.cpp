@@ -30,7 +30,8 @@ void addConvolve(CLI::App& program) {
         ->capture_default_str();
     convolve->addOptions(command, "A", "B");
     command.callback([convolve] {
-        convolve->method = "--domain " + convolve->domain;
+        convolve->method = convolve->domain;
+        convolve->methodWords = "--domain " + convolve->domain;
         convolve->settings.method = convolve->domain == "time" ? ModuleSettings::timeDomain
                                                                : ModuleSettings::frequencyDomain;
         convolve->run();

@@ -39,13 +39,21 @@ CLI::Validator countUpTo(long long largest, const std::string& what) {
     return {check, ""};
 }
 
-CLI::Validator positiveNumber(const std::string& what) {
-    const auto check = [what](std::string& word) -> std::string {
-        double number = 0.0;
-        if (parse(word, number) && number > 0.0 && std::isfinite(number)) {
+static CLI::Validator number(const std::string& what, const std::string& kind, bool positive) {
+    const auto check = [=](std::string& word) -> std::string {
+        double value = 0.0;
+        if (parse(word, value) && std::isfinite(value) && (value > 0.0 || !positive)) {
             return "";
         }
-        return fmt::format("\"{}\" is no {}; give a number above 0", word, what);
+        return fmt::format("\"{}\" is no {}; give a {}", word, what, kind);
     };
     return {check, ""};
+}
+
+CLI::Validator finiteNumber(const std::string& what) {
+    return number(what, "finite number", false);
+}
+
+CLI::Validator positiveNumber(const std::string& what) {
+    return number(what, "number above 0", true);
 }

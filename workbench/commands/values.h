@@ -14,5 +14,6 @@ CLI::Validator choice(const std::vector<std::string>& words);
 // A whole number from 1 to largest; what is its name in the message.
 CLI::Validator countUpTo(long long largest, const std::string& what);
 
-// A finite number above 0.
+// A finite number, and one above 0.
+CLI::Validator finiteNumber(const std::string& what);
 CLI::Validator positiveNumber(const std::string& what);

@@ -1,9 +1,10 @@
 #include "workbench/module/ModuleRun.h"
 
 #include "host/B_BasisModule.h"
-#include "host/BlockStream.h"
+#include "platform/Windows1252.h"
 #include "workbench/Failure.h"
 #include "workbench/files/SignalReader.h"
+#include "workbench/module/systemMemory.h"
 
 #include <fmt/format.h>
 
@@ -15,17 +16,35 @@
 // Markers that travel with a block.
 static constexpr int moreFollow = 1, lastBlock = 2;
 
+static bool isPacket(const RunPlan& plan) {
+    return plan.settings.executionMode == ModuleSettings::perPacket;
+}
+
 ModuleRun::ModuleRun(B_BasisModule& driven, SignalReader& firstReader, SignalReader& secondReader,
                      const RunPlan& runPlan)
     : module(driven),
       plan(runPlan),
-      first(firstReader, plan.blockLength,
-            plan.settings.executionMode == ModuleSettings::perPacket),
-      second(secondReader, plan.blockLength,
-             plan.settings.executionMode == ModuleSettings::perPacket),
+      first(firstReader, plan.blockLength, isPacket(plan)),
+      second(secondReader, plan.blockLength, isPacket(plan)),
       roundCount(std::max(first.rounds(), second.rounds())) {
-    const SignalInfo& a = firstReader.info();
-    const SignalInfo& b = secondReader.info();
+    checkPairing();
+    checkSize();
+    plan.settings.applyTo(module);
+    module.DeleteStreams();
+    module.SetInputStream(0, inputs.data());
+    module.SetInputStream(1, inputs.data() + 1);
+    module.AddOutputStream(0, &output);
+    module.AddOutputStream(1, numberOutputs.data());
+    module.AddOutputStream(2, numberOutputs.data() + 1);
+}
+
+ModuleRun::~ModuleRun() {
+    module.DeleteStreams();
+}
+
+void ModuleRun::checkPairing() const {
+    const SignalInfo& a = first.reader.info();
+    const SignalInfo& b = second.reader.info();
     if (a.channels != b.channels && a.channels != 1 && b.channels != 1) {
         throw Failure(
             fmt::format("{} has {} channels and {} has {}; the counts must be equal, or one "
@@ -38,22 +57,39 @@ ModuleRun::ModuleRun(B_BasisModule& driven, SignalReader& firstReader, SignalRea
                         "them 1: choose another --block",
                         a.path, first.rounds(), b.path, second.rounds()));
     }
-    if (resultLength(first.length(0), second.length(0)) >
-        std::numeric_limits<std::int32_t>::max()) {
+    if (!plan.settings.reportsNumbers() || plan.pad) {
+        return;
+    }
+    for (const std::int64_t round : {std::int64_t{0}, roundCount - 1}) {
+        if (first.length(round) != second.length(round)) {
+            throw Failure(
+                fmt::format("block {}: {} has {} samples and {} has {}; this method needs "
+                            "equal lengths: --pad appends zeros to the shorter",
+                            round + 1, a.path, first.length(round), b.path, second.length(round)));
+        }
+    }
+}
+
+void ModuleRun::checkSize() const {
+    const std::int64_t length = resultLength(0);
+    if (length > std::numeric_limits<std::int32_t>::max()) {
         throw Failure(
             fmt::format("{} and {} give more than {} samples at once; cut them with --per "
                         "block --block N",
-                        a.path, b.path, std::numeric_limits<std::int32_t>::max()));
+                        first.reader.info().path, second.reader.info().path,
+                        std::numeric_limits<std::int32_t>::max()));
     }
-    plan.settings.applyTo(module);
-    module.DeleteStreams();
-    module.SetInputStream(0, inputs.data());
-    module.SetInputStream(1, inputs.data() + 1);
-    module.AddOutputStream(0, &output);
-}
-
-ModuleRun::~ModuleRun() {
-    module.DeleteStreams();
+    if (!plan.settings.reportsNumbers() || plan.settings.method != ModuleSettings::pseudoInverse) {
+        return;
+    }
+    constexpr double gigabyte = 1e9;
+    const double needed = 8.0 * static_cast<double>(length) * static_cast<double>(length);
+    if (needed > freeMemory()) {
+        throw Failure(
+            fmt::format("the filter for {} samples takes {:.3g} GB of memory, and {:.3g} GB "
+                        "are free; cut the signals with --block",
+                        length, needed / gigabyte, freeMemory() / gigabyte));
+    }
 }
 
 int ModuleRun::channels() const {
@@ -63,18 +99,41 @@ int ModuleRun::channels() const {
 std::int64_t ModuleRun::samples() const {
     std::int64_t total = 0;
     for (std::int64_t round = 0; round < roundCount; ++round) {
-        total += resultLength(first.length(round), second.length(round));
+        total += resultLength(round);
     }
     return total;
 }
 
-std::int64_t ModuleRun::resultLength(std::int64_t firstLength, std::int64_t secondLength) const {
-    if (!plan.pad) {
+std::int64_t ModuleRun::resultLength(std::int64_t round) const {
+    const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
+    if (!plan.pad || plan.settings.reportsNumbers()) {
         return std::max(firstLength, secondLength);
     }
     const bool lags = plan.settings.direction == ModuleSettings::convolution &&
                       plan.settings.method == ModuleSettings::timeDomain;
     return firstLength + secondLength - (lags ? 0 : 1);
+}
+
+double ModuleRun::work() const {
+    const ModuleSettings& settings = plan.settings;
+    const bool convolution = settings.direction == ModuleSettings::convolution;
+    double total = 0.0;
+    for (std::int64_t round = 0; round < roundCount; ++round) {
+        const auto length = static_cast<double>(resultLength(round));
+        if (convolution && settings.method == ModuleSettings::timeDomain) {
+            total +=
+                length * static_cast<double>(std::min(first.length(round), second.length(round)));
+        } else if (!convolution && settings.method == ModuleSettings::vanCittert) {
+            total += 2.0 * settings.maxIterations * length * length;
+        } else if (!convolution && settings.method == ModuleSettings::pseudoInverse) {
+            total += length * length * length / 3.0;
+        }
+    }
+    return total * channels();
+}
+
+std::array<std::string, 2> ModuleRun::numberNames() const {
+    return {toUtf8(module.GetOutputName(1)), toUtf8(module.GetOutputName(2))};
 }
 
 void ModuleRun::drive(const Deliver& deliver, const Progress& progress) {
@@ -84,6 +143,7 @@ void ModuleRun::drive(const Deliver& deliver, const Progress& progress) {
         progress(round, roundCount);
         first.advance();
         second.advance();
+        checkKernel(round);
         for (std::size_t c = 0; c < width; ++c) {
             const std::vector<double> result = runChannel(round, static_cast<int>(c));
             interleaved.resize(result.size() * width);
@@ -96,13 +156,28 @@ void ModuleRun::drive(const Deliver& deliver, const Progress& progress) {
     progress(roundCount, roundCount);
 }
 
+void ModuleRun::checkKernel(std::int64_t round) const {
+    if (plan.settings.direction == ModuleSettings::convolution) {
+        return;
+    }
+    for (int channel = 0; channel < second.channels(); ++channel) {
+        const std::vector<double>& kernel = second.share(channel);
+        if (std::all_of(kernel.begin(), kernel.end(), [](double x) { return x == 0.0; })) {
+            throw Failure(fmt::format("block {}: {} is all zero; give a kernel to deconvolve by",
+                                      round + 1, second.reader.info().path));
+        }
+    }
+}
+
 std::vector<double> ModuleRun::runChannel(std::int64_t round, int channel) {
     const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
-    const std::int64_t length = resultLength(firstLength, secondLength);
-    const std::int64_t padding = length - std::max(firstLength, secondLength);
-    const bool firstIsLonger = firstLength >= secondLength, last = round == roundCount - 1;
-    feed(0, first, channel, firstIsLonger ? padding : 0, last);
-    feed(1, second, channel, firstIsLonger ? 0 : padding, last);
+    const std::int64_t length = resultLength(round);
+    const bool padsShorter = plan.settings.reportsNumbers();
+    const bool padsFirst = padsShorter || firstLength >= secondLength;
+    const bool padsSecond = padsShorter || firstLength < secondLength;
+    const bool last = round == roundCount - 1;
+    feed(0, first, channel, padsFirst ? length - firstLength : 0, last);
+    feed(1, second, channel, padsSecond ? length - secondLength : 0, last);
     step(round);
 
     std::vector<double> result;
@@ -111,7 +186,24 @@ std::vector<double> ModuleRun::runChannel(std::int64_t round, int channel) {
         throw Failure(fmt::format("block {}: the module gave {} samples where {} were due",
                                   round + 1, result.size(), length));
     }
+    if (plan.settings.reportsNumbers()) {
+        takeNumbers(round, channel);
+    }
     return result;
+}
+
+void ModuleRun::takeNumbers(std::int64_t round, int channel) {
+    ReportedNumbers numbers{round, channel, {}};
+    for (std::size_t i = 0; i < numberOutputs.size(); ++i) {
+        std::vector<double> number;
+        int marker = 0;
+        if (!numberOutputs[i].readBlock(marker, number) || number.size() != 1) {
+            throw Failure(
+                fmt::format("block {}: the module gave no number on output {}", round + 1, i + 1));
+        }
+        numbers.values[i] = number[0];
+    }
+    reported.push_back(numbers);
 }
 
 // Per packet the share goes in as its blocks, and zeros as one block more; per block both make up
@@ -121,7 +213,7 @@ void ModuleRun::feed(int port, const BlockSource& source, int channel, std::int6
     const std::vector<double>& share = source.share(channel);
     BlockStream& input = inputs[static_cast<std::size_t>(port)];
     const int marker = last ? lastBlock : moreFollow;
-    if (plan.settings.executionMode == ModuleSettings::perBlock && padding > 0) {
+    if (!isPacket(plan) && padding > 0) {
         std::vector<double> padded = share;
         padded.resize(share.size() + static_cast<std::size_t>(padding));
         input.writeBlock(marker, padded.data(), static_cast<int>(padded.size()));

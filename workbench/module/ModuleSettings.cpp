@@ -6,10 +6,9 @@
 #include <sstream>
 
 void ModuleSettings::applyTo(B_BasisModule& module) const {
-    const bool reportsTwoNumbers = direction == deconvolution && (method == 2 || method == 3);
     std::stringstream graph;
     CArchive stored(graph, CArchive::store);
-    stored << module.moduleVersion << std::int32_t{reportsTwoNumbers ? 3 : 1};
+    stored << module.moduleVersion << std::int32_t{reportsNumbers() ? 3 : 1};
     stored << executionMode << method << direction << convergence << maxIterations << abortAtError
            << errorValue << abortAtMinError << scaling;
     CArchive loaded(graph, CArchive::load);

@@ -9,10 +9,12 @@ class B_BasisModule;
 struct ModuleSettings {
     static constexpr std::int32_t perBlock = 0, perPacket = 1;
     static constexpr std::int32_t convolution = 0, deconvolution = 1;
-    static constexpr std::int32_t timeDomain = 0, frequencyDomain = 1;
+    static constexpr std::int32_t timeDomain = 0,
+                                  frequencyDomain = 1;  // division under deconvolution
+    static constexpr std::int32_t vanCittert = 2, pseudoInverse = 3;
 
     std::int32_t executionMode = perBlock;
-    std::int32_t method = frequencyDomain;  // under deconvolution: division of spectra
+    std::int32_t method = frequencyDomain;
     std::int32_t direction = convolution;
     double convergence = 1.0;
     std::uint32_t maxIterations = 100;
@@ -20,6 +22,12 @@ struct ModuleSettings {
     double errorValue = 0.01;
     std::int32_t abortAtMinError = 1;
     std::int32_t scaling = 4;
+
+    // Whether the module reports two numbers beside its signal, and asks for signals of equal
+    // length.
+    [[nodiscard]] bool reportsNumbers() const {
+        return direction == deconvolution && (method == vanCittert || method == pseudoInverse);
+    }
 
     // Sets a module up with them, the way a host does: through a stored graph that it reads.
     void applyTo(B_BasisModule& module) const;

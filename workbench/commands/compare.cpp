@@ -1,0 +1,217 @@
+#include "host/B_BasisModule.h"
+#include "workbench/Failure.h"
+#include "workbench/commands/Command.h"
+#include "workbench/commands/MethodComparison.h"
+#include "workbench/commands/MethodOptions.h"
+#include "workbench/files/SignalWriter.h"
+#include "workbench/module/ModuleLibrary.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct Compare {
+    std::string signal, kernel, truth, output, module;
+    MethodOptions options;
+    bool pad = false, replace = false, json = false, allowNonfinite = false, noAxis = false;
+
+    void run() const;
+};
+
+static std::vector<std::string> remarksOn(const MethodOutcome& outcome, const MemorySignal& signal,
+                                          const MemorySignal& kernel) {
+    constexpr double shortfall = 0.1;
+    if (outcome.method == "spectral") {
+        const SpectrumFloor floor = spectrumFloor(kernel);
+        if (floor.lowBins > 0) {
+            return {
+                fmt::format("{} of {} bins of the kernel's spectrum lie below a thousandth of the "
+                            "largest, the deepest at {:.2g} of it; noise there grows as much",
+                            floor.lowBins, floor.bins, floor.deepest)};
+        }
+    }
+    std::vector<std::string> remarks;
+    for (std::size_t i = 0; i + 1 < outcome.numbers.size(); i += 2) {
+        const double first = outcome.numbers[i], second = outcome.numbers[i + 1];
+        const auto& y = signal.interleaved();
+        const double start = std::inner_product(y.begin(), y.end(), y.begin(), 0.0);
+        if (outcome.method == "van-cittert" && second == 1.0) {
+            remarks.emplace_back(
+                "the iteration stopped at once: its first step raised the error; try "
+                "a smaller --convergence, or a smoother kernel");
+        } else if (outcome.method == "van-cittert" && !(first <= start)) {
+            remarks.emplace_back(
+                "the iteration diverged: its error is larger than at the start; try a "
+                "smaller --convergence, or --stop-at-minimum");
+        } else if (outcome.method == "pseudo-inverse" && !(std::abs(second) <= shortfall)) {
+            remarks.push_back(
+                fmt::format("the filter falls short of an inverse: the central element "
+                            "of its identity is {:.2g} where 1 is due",
+                            1.0 - second));
+        }
+    }
+    return remarks;
+}
+
+static std::string reportedText(const MethodOutcome& outcome) {
+    std::string text;
+    for (std::size_t i = 0; i < outcome.numbers.size(); ++i) {
+        text += fmt::format("{}{} {:.4g}", i == 0 ? "" : ", ", outcome.numberNames[i % 2],
+                            outcome.numbers[i]);
+    }
+    return text;
+}
+
+static void printTable(const std::vector<MethodOutcome>& outcomes, bool withTruth) {
+    fmt::print("{:<16}{:>10}{:>11}{}   {}\n", "method", "misfit", "roughness",
+               withTruth ? fmt::format("{:>10}", "error") : "", "reported");
+    for (const MethodOutcome& outcome : outcomes) {
+        if (!outcome.failure.empty()) {
+            fmt::print("{:<16}{}\n", outcome.method, outcome.failure);
+            continue;
+        }
+        const std::string line = fmt::format(
+            "{:<16}{:>10.2g}{:>11.2g}{}   {}", outcome.method, outcome.misfit, outcome.roughness,
+            outcome.error ? fmt::format("{:>10.2g}", *outcome.error) : "", reportedText(outcome));
+        fmt::print("{}\n", line.substr(0, line.find_last_not_of(' ') + 1));
+    }
+    for (const MethodOutcome& outcome : outcomes) {
+        for (const std::string& remark : outcome.remarks) {
+            fmt::print("{}: {}.\n", outcome.method, remark);
+        }
+    }
+}
+
+static void printJson(const std::vector<MethodOutcome>& outcomes) {
+    using Json = nlohmann::ordered_json;
+    Json all = Json::array();
+    for (const MethodOutcome& outcome : outcomes) {
+        Json entry = {{"method", outcome.method}};
+        if (!outcome.failure.empty()) {
+            entry["failure"] = outcome.failure;
+        } else {
+            entry["misfit"] = outcome.misfit;
+            entry["roughness"] = outcome.roughness;
+            if (outcome.error) {
+                entry["relativeError"] = *outcome.error;
+            }
+            for (std::size_t i = 0; i < outcome.numbers.size(); ++i) {
+                entry[outcome.numberNames[i % 2]].push_back(outcome.numbers[i]);
+            }
+            entry["remarks"] = outcome.remarks;
+        }
+        all.push_back(entry);
+    }
+    fmt::print("{}\n", all.dump(2, ' ', false, Json::error_handler_t::replace));
+}
+
+// All results as columns of one file; a method without one has none.
+static void writeResults(const std::vector<MethodOutcome>& outcomes, const SignalInfo& info,
+                         const std::string& path, bool replace) {
+    ResultInfo file{0, info.samples, info.rate, info.axis, {}, {}};
+    std::vector<const MethodOutcome*> columns;
+    for (const MethodOutcome& outcome : outcomes) {
+        const std::int64_t channels = std::ssize(outcome.result) / info.samples;
+        for (std::int64_t c = 0; c < channels; ++c) {
+            file.columnNames.push_back(channels == 1 ? outcome.method
+                                                     : fmt::format("{}_{}", outcome.method, c + 1));
+            columns.push_back(&outcome);
+        }
+    }
+    file.channels = static_cast<int>(columns.size());
+    if (columns.empty()) {
+        throw Failure("no method gave a result; there is nothing to write");
+    }
+    std::vector<double> interleaved;
+    for (std::int64_t i = 0; i < info.samples; ++i) {
+        for (const MethodOutcome& outcome : outcomes) {
+            const std::int64_t channels = std::ssize(outcome.result) / info.samples;
+            const auto first = outcome.result.begin() + i * channels;
+            interleaved.insert(interleaved.end(), first, first + channels);
+        }
+    }
+    const auto writer = createSignal(path, replace, Encoding::automatic, file);
+    writer->write(interleaved.data(), info.samples);
+    writer->finish({});
+}
+
+void Compare::run() const {
+    const ReadOptions reading{allowNonfinite, !noAxis};
+    MemorySignal measured(*openSignal(signal, reading)), response(*openSignal(kernel, reading));
+    if (pad) {
+        const std::int64_t longer = std::max(measured.info().samples, response.info().samples);
+        measured.pad(longer);
+        response.pad(longer);
+    }
+    std::optional<MemorySignal> known;
+    if (!truth.empty()) {
+        known.emplace(*openSignal(truth, reading));
+        const int channels = std::max(measured.info().channels, response.info().channels);
+        if (known->info().channels != channels) {
+            throw Failure(
+                fmt::format("{} has {} channels and the result has {}; they cannot be "
+                            "compared",
+                            truth, known->info().channels, channels));
+        }
+    }
+    const ModuleLibrary library(module.empty() ? ModuleLibrary::standardFile()
+                                               : std::filesystem::path(module));
+    const ModuleObject object = library.makeModule();
+    MethodComparison comparison(*object, measured, response);
+    std::vector<MethodOutcome> outcomes;
+    for (const std::string& method : MethodOptions::methods) {
+        outcomes.push_back(
+            comparison.run(method, options.settings(method), known ? &*known : nullptr));
+        outcomes.back().remarks = remarksOn(outcomes.back(), measured, response);
+    }
+    if (!output.empty()) {
+        writeResults(outcomes, measured.info(), output, replace);
+    }
+    if (json) {
+        printJson(outcomes);
+    } else {
+        printTable(outcomes, known.has_value());
+    }
+}
+
+void addCompare(CLI::App& program) {
+    CLI::App& command = *program.add_subcommand(
+        "compare",
+        "Deconvolve by every method and compare.\n"
+        "misfit is how far the result, convolved with KERNEL, is from SIGNAL; roughness how much "
+        "neighbouring samples differ; error, with --truth, how far the result is from the known "
+        "signal: each as a root mean square over that of the signal compared with. Behind the "
+        "table "
+        "stands what a method cannot do here.");
+    command.footer(
+        "  fendra compare measured.csv kernel.csv\n"
+        "  fendra compare blurred.csv kernel.csv --truth original.csv -o results.csv\n");
+    const auto compare = std::make_shared<Compare>();
+    const std::string file = "audio file or columns of text; - is standard input";
+    command.add_option("SIGNAL", compare->signal, file)->required()->type_name("FILE");
+    command.add_option("KERNEL", compare->kernel, file)->required()->type_name("FILE");
+    command.add_option("--truth", compare->truth, "the signal that should come out")
+        ->type_name("FILE");
+    command.add_flag("--pad", compare->pad, "append zeros to the shorter signal");
+    command.add_option("-o,--output", compare->output, "write all results as columns of one file")
+        ->type_name("FILE");
+    command.add_flag("--force", compare->replace, "replace the output if it exists");
+    command.add_flag("--json", compare->json, "print JSON");
+    compare->options.addSettings(command);
+    command.add_flag("--no-axis", compare->noAxis,
+                     "take the first column of a text file as a signal, whatever its name");
+    command.add_flag("--allow-nonfinite", compare->allowNonfinite, "let NaN and infinity through");
+    command
+        .add_option("--module", compare->module,
+                    "the module library to run; default: the one beside the program")
+        ->type_name("FILE");
+    command.callback([compare] { compare->run(); });
+}
