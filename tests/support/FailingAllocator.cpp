@@ -8,9 +8,10 @@
 #include <new>
 
 static constexpr std::int64_t never = -1;
-static std::int64_t countdown = never;  // allocations until the one that fails
-static bool failed = false;
-static std::int64_t liveBlocks = 0;
+// Each thread counts, and fails, for itself.
+static thread_local std::int64_t countdown = never;  // allocations until the one that fails
+static thread_local bool failed = false;
+static thread_local std::int64_t liveBlocks = 0;
 
 void FailingAllocator::arm() const {
     failed = false;

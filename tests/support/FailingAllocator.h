@@ -5,7 +5,7 @@
 
 // Exhausted memory, where a test wants it. A test program that contains FailingAllocator.cpp has
 // its operators new and delete replaced: they count what lives, and one allocation can be made to
-// fail. For programs that allocate in one thread at a time.
+// fail. Each thread counts for itself.
 class FailingAllocator {
 public:
     explicit FailingAllocator(std::int64_t failingOne) : index(failingOne) {}
