@@ -4,56 +4,86 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <random>
 #include <tuple>
 
-// n x n elements in [-4, 5), or the integers among them, with zeros and ties.
+// Elements in [-4, 5), or the integers among them, with zeros and ties.
 template <typename T>
-static SquareMatrix<T> sample(int n, bool integers) {
-    std::mt19937 random(static_cast<unsigned>(n));
-    SquareMatrix<T> a(n);
-    for (int e = 0; e < n * n; ++e) {
+static void fillWithNoise(MatrixStore<T>& a, bool integers) {
+    std::mt19937 random(static_cast<unsigned>(a.rowCount));
+    for (int e = 0; e < a.rowCount * a.colCount; ++e) {
         const double value = std::ldexp(static_cast<double>(random()), -32) * 9 - 4;
         a.dataBlock[e] = static_cast<T>(integers ? std::floor(value) : value);
     }
-    return a;
 }
 
 template <typename T>
 static bool equalsPlainLoops(int n, bool integers, bool pivot) {
-    const SquareMatrix<T> a = sample<T>(n, integers);
+    SquareMatrix<T> a(n);
+    fillWithNoise(a, integers);
     SquareMatrix<T> factors(a), inverse(a), columns(n);
     Vector<int> pivots(pivot ? n : 0, 0);
-    std::vector<int> order(static_cast<std::size_t>(n));
-    std::vector<T> f(static_cast<std::size_t>(n * n));
-    bool equal = factors.luDecompose(pivots) == 1;
-    std::iota(order.begin(), order.end(), 0);
-    pivots.copyTo(order.data(), n);
-    plainFactors(a.dataBlock, n, order.data(), pivot, f.data());
+    std::vector<int> order(static_cast<std::size_t>(pivot ? n : 0));
+    std::vector<T> f(a.dataBlock, a.dataBlock + n * n);
+    plainEliminate(f.data(), n, order);
+    bool equal = factors.luDecompose(pivots) == 1 && holds(factors, f) && holds(pivots, order);
     for (int j = 0; equal && j < n; ++j) {
         Vector<T> b(n, j % 2), x;
         b.setZero();
         b.dataBlock[j] = 1;
         T* column = columns.rowTable[j];
-        plainColumn(f.data(), n, order.data(), j, column);
+        std::copy_n(b.dataBlock, n, column);
+        plainSolve(f.data(), n, order, column);
         equal = a.solve(b, x, pivot) == 1 && holds(x, {column, column + n}) &&
                 factors.luSolve(b, pivots) == 1 && holds(b, {column, column + n}) &&
                 b.colCount == (j % 2 != 0 ? 1 : n);
     }
-    return equal && holds(factors, f) && inverse.invert(pivot) == 1 && inverse.transpose() == 1 &&
+    return equal && inverse.invert(pivot) == 1 && inverse.transpose() == 1 &&
            holds(inverse, {columns.dataBlock, columns.dataBlock + n * n});
 }
 
 TEST(SquareMatrix, EliminationEqualsThePlainLoops) {
-    for (const int n : {0, 1, 2, 3, 5, 17, 64}) {
+    for (const int n : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 15, 16, 17, 33, 64}) {
         for (const bool pivot : {false, true}) {
             EXPECT_TRUE(equalsPlainLoops<double>(n, false, pivot) &&
                         equalsPlainLoops<double>(n, true, pivot) &&
                         equalsPlainLoops<int>(n, true, pivot))
                 << n << " rows, pivots: " << pivot;
         }
+    }
+}
+
+TEST(SquareMatrix, CholeskyEqualsThePlainLoops) {
+    for (int n = 1; n < 70; n += n < 20 ? 1 : 7) {
+        SquareMatrix<double> a(n), transposed(n), unit(n);
+        fillWithNoise(transposed, false);
+        a.assign(transposed);
+        unit.setIdentity();
+        transposed.transpose();
+        a.mulAssign(transposed).addAssign(unit);
+        std::vector<double> factor(a.dataBlock, a.dataBlock + n * n);
+        plainCholesky(factor.data(), n);
+        EXPECT_TRUE(a.cholesky() == 1 && holds(a, factor)) << n;
+    }
+}
+
+template <typename T>
+static bool multipliesLikeThePlainLoop(int rows, int depth, int cols) {
+    Matrix<T> a(rows, depth), b(depth, cols), c;
+    fillWithNoise(a, false);
+    fillWithNoise(b, false);
+    return c.multiply(a, b) == 1 &&
+           holds(c, plainProduct(a.dataBlock, b.dataBlock, rows, depth, cols));
+}
+
+TEST(Matrix, MultiplyEqualsThePlainLoop) {
+    for (int n = 1; n < 40; n += n < 12 ? 1 : 5) {
+        EXPECT_TRUE(multipliesLikeThePlainLoop<double>(n, 2 * n + 1, n / 2 + 1) &&
+                    multipliesLikeThePlainLoop<double>(n / 3 + 1, n, 3 * n) &&
+                    multipliesLikeThePlainLoop<int>(n, 3, n + 5))
+            << n;
     }
 }
 

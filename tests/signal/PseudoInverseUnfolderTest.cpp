@@ -1,7 +1,7 @@
 #include "signal/PseudoInverseUnfolder.h"
 
-#include "matrix/SquareMatrix.h"
 #include "tests/support/Guarded.h"
+#include "tests/support/PlainMatrix.h"
 #include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
@@ -75,21 +75,17 @@ static double plainFactor(int kind, const Signal& f, const Signal& c) {
     return 1.0 / norms[kind];
 }
 
-// The normal equations are solved by SquareMatrix, which tests of its own hold to plain loops.
 static Signal plainFilter(const Signal& h) {
     const int N = static_cast<int>(h.size());
-    SquareMatrix<double> R(N);
-    Vector<double> f(N, 0);
-    Vector<int> pivots(N, 0);
-    for (int i = 0; i < N; ++i) {
-        f.dataBlock[i] = *(h.rbegin() + i);
-        for (int j = 0; j < N; ++j) {
-            const int lag = std::abs(i - j);
-            R.rowTable[i][j] = std::inner_product(h.begin(), h.end() - lag, h.begin() + lag, 0.0);
-        }
+    Signal R(h.size() * h.size()), f(h.rbegin(), h.rend());
+    std::vector<int> order(h.size());
+    for (int e = 0; e < N * N; ++e) {
+        const int lag = std::abs(e / N - e % N);
+        R.data()[e] = std::inner_product(h.begin(), h.end() - lag, h.begin() + lag, 0.0);
     }
-    EXPECT_TRUE(R.luDecompose(pivots) == 1 && R.luSolve(f, pivots) == 1);
-    return {f.dataBlock, f.dataBlock + N};
+    plainEliminate(R.data(), N, order);
+    plainSolve(R.data(), N, order, f.data());
+    return f;
 }
 
 static Outcome plainUnfold(const Signal& y, const Signal& h, int kind) {
