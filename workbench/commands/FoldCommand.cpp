@@ -9,7 +9,6 @@
 #include "workbench/commands/values.h"
 #include "workbench/files/SampleDigest.h"
 #include "workbench/files/SignalWriter.h"
-#include "workbench/module/ModuleLibrary.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -37,9 +36,8 @@ static Encoding encodingOf(const std::string& word) {
 
 void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
                              const std::string& secondName) {
-    const std::string file = "audio file or columns of text; - is standard input";
-    command.add_option(firstName, first, file)->required()->type_name("FILE");
-    command.add_option(secondName, second, file)->required()->type_name("FILE");
+    command.add_option(firstName, first, signalFileText)->required()->type_name("FILE");
+    command.add_option(secondName, second, signalFileText)->required()->type_name("FILE");
     command
         .add_option("--per", per,
                     "pair the signals block by block, or join all blocks to one packet")
@@ -54,7 +52,8 @@ void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
         ->type_name("N");
     command.add_flag("--pad", pad,
                      "append zeros so that nothing wraps round: the linear result, longer by the "
-                     "other signal (per block: each block's own)");
+                     "other signal (per block: each block's own); for van-cittert and "
+                     "pseudo-inverse zeros to the shorter signal, which makes the lengths equal");
     command
         .add_option(
             "-o,--output", output,
@@ -78,29 +77,9 @@ void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
         .add_option("--truth", truth,
                     "tell the relative error of the result against a known signal")
         ->type_name("FILE");
-    command.add_flag("--no-axis", noAxis,
-                     "take the first column of a text file as a signal, whatever its name");
-    command.add_flag("--allow-nonfinite", allowNonfinite, "let NaN and infinity through");
     command.add_flag("--json", json,
                      "print the record of the run as JSON on standard output; needs -o");
-    command
-        .add_option("--module", module,
-                    "the module library to run; default: the one beside the program")
-        ->type_name("FILE");
-}
-
-static std::string quoted(const std::string& word) {
-    const bool plain = !word.empty() && word.find_first_not_of(
-                                            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOP"
-                                            "QRSTUVWXYZ0123456789_./,:=+-") == std::string::npos;
-    if (plain) {
-        return word;
-    }
-    std::string text = "'";
-    for (const char c : word) {
-        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return text + "'";
+    input.addTo(command);
 }
 
 std::string FoldCommand::commandLine() const {
@@ -113,9 +92,7 @@ std::string FoldCommand::commandLine() const {
     add(pad, "--pad");
     add(encoding != "auto", "--encoding " + encoding);
     add(rate != 0.0, fmt::format("--rate {}", rate));
-    add(noAxis, "--no-axis");
-    add(allowNonfinite, "--allow-nonfinite");
-    add(!module.empty(), "--module " + quoted(module));
+    line += input.words();
     add(output != "-", "-o " + quoted(output));
     return line;
 }
@@ -193,12 +170,11 @@ void FoldCommand::run() const {
     if (std::count(files.begin(), files.end(), "-") > 1) {
         throw CLI::ValidationError("-", "standard input serves one signal only");
     }
-    const ReadOptions reading{allowNonfinite, !noAxis};
+    const ReadOptions reading = input.reading();
     const auto firstReader = openSignal(first, reading), secondReader = openSignal(second, reading);
     const SignalInfo &a = firstReader->info(), &b = secondReader->info();
 
-    const ModuleLibrary library(module.empty() ? ModuleLibrary::standardFile()
-                                               : std::filesystem::path(module));
+    const ModuleLibrary library = input.library();
     const ModuleObject object = library.makeModule();
     RunPlan plan{settings, block, pad};
     plan.settings.executionMode =
@@ -231,7 +207,7 @@ void FoldCommand::run() const {
         createSignal(output, replace, encodingOf(encoding),
                      {record.channels, record.samples, record.rate, a.axis,
                       a.channels == record.channels ? a.names : b.names, record.openingNotes()});
-    ResultSink sink(record, *writer, comparison.get(), allowNonfinite);
+    ResultSink sink(record, *writer, comparison.get(), input.allowNonfinite);
     tellEstimate(moduleRun);
     {
         Progress progress;

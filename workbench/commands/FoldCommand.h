@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/commands/InputOptions.h"
 #include "workbench/module/ModuleRun.h"
 
 #include <cstdint>
@@ -20,9 +21,10 @@ struct FoldCommand {
     std::string per = "block";
     std::int64_t block = 0;  // 0: the whole signal is one block
     bool pad = false;
-    std::string output = "-", encoding = "auto", truth, module;
+    std::string output = "-", encoding = "auto", truth;
     double rate = 0.0;  // 0: from the files
-    bool replace = false, json = false, allowNonfinite = false, noAxis = false;
+    bool replace = false, json = false;
+    InputOptions input;
 
     // Adds everything but the method to a subcommand.
     void addOptions(CLI::App& command, const std::string& firstName, const std::string& secondName);

@@ -11,13 +11,14 @@
 #include <cmath>
 #include <cstddef>
 
-static std::vector<double> runModule(B_BasisModule& module, MemorySignal& first,
-                                     MemorySignal& second, const ModuleSettings& settings,
-                                     MethodOutcome* outcome) {
+std::vector<double> MethodComparison::runModule(MemorySignal& first, const ModuleSettings& settings,
+                                                const std::string& work, MethodOutcome* outcome) {
     first.rewind();
-    second.rewind();
-    ModuleRun moduleRun(module, first, second, {settings});
+    kernel.rewind();
+    ModuleRun moduleRun(module, first, kernel, {settings});
     tellEstimate(moduleRun);
+    Progress progress;
+    progress.announce(work);
     std::vector<double> result;
     moduleRun.drive(
         [&](const double* values, std::int64_t samples) {
@@ -51,7 +52,7 @@ MethodOutcome MethodComparison::run(const std::string& method, const ModuleSetti
     MethodOutcome outcome;
     outcome.method = method;
     try {
-        outcome.result = runModule(module, signal, kernel, settings, &outcome);
+        outcome.result = runModule(signal, settings, method, &outcome);
         measure(outcome, settings);
     } catch (const Failure& failure) {
         outcome.failure = failure.what();
@@ -82,7 +83,8 @@ void MethodComparison::measure(MethodOutcome& outcome, const ModuleSettings& set
     convolution.method = settings.method == ModuleSettings::vanCittert
                              ? ModuleSettings::timeDomain
                              : ModuleSettings::frequencyDomain;
-    const std::vector<double> model = runModule(module, result, kernel, convolution, nullptr);
+    const std::vector<double> model =
+        runModule(result, convolution, outcome.method + ": misfit", nullptr);
     std::vector<double> measured = signal.interleaved();
     if (signal.info().channels < info.channels) {
         measured.clear();

@@ -25,9 +25,8 @@ struct MethodOutcome {
 
 // Runs the methods on one signal and one kernel, each as one block, and measures what comes out:
 //     misfit      result convolved with the kernel, less the signal, over the signal. The
-//     convolution
-//                 is the one that the method inverts: in the time domain for the iteration, with
-//                 its lag, in the frequency domain for the others.
+//                 convolution is the one that the method inverts: in the time domain for the
+//                 iteration, with its lag, in the frequency domain for the others.
 //     roughness   differences of neighbouring samples, over the samples
 //     error       result less truth, over the truth
 // each as root mean squares, over all channels.
@@ -40,6 +39,8 @@ public:
                       const MemorySignal* truth);
 
 private:
+    std::vector<double> runModule(MemorySignal& first, const ModuleSettings& settings,
+                                  const std::string& work, MethodOutcome* outcome);
     void measure(MethodOutcome& outcome, const ModuleSettings& settings);
 
     B_BasisModule& module;

@@ -28,6 +28,14 @@ Progress::~Progress() {
     }
 }
 
+void Progress::announce(const std::string& work) {
+    if (terminal) {
+        fmt::print(stderr, "{}", work);
+        std::fflush(stderr);
+        shown = true;
+    }
+}
+
 void Progress::show(std::int64_t done, std::int64_t rounds) {
     const auto now = std::chrono::steady_clock::now();
     if (!terminal || rounds < 2 || now < due) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string>
 
 class ModuleRun;
 
@@ -9,8 +10,8 @@ class ModuleRun;
 // rounds show their progress instead.
 void tellEstimate(const ModuleRun& moduleRun);
 
-// A line on the terminal that tells how far a run of several rounds has come; nothing where
-// standard error is no terminal.
+// A line on the terminal that tells how far a run has come; nothing where standard error is no
+// terminal.
 class Progress {
 public:
     Progress();
@@ -18,7 +19,10 @@ public:
     Progress& operator=(const Progress&) = delete;
     ~Progress();  // clears the line
 
+    // Of a run of several rounds, once it has taken a moment.
     void show(std::int64_t done, std::int64_t rounds);
+    // What is being done, at once.
+    void announce(const std::string& work);
 
 private:
     bool terminal, shown = false;

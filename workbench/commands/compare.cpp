@@ -1,10 +1,10 @@
 #include "host/B_BasisModule.h"
 #include "workbench/Failure.h"
 #include "workbench/commands/Command.h"
+#include "workbench/commands/InputOptions.h"
 #include "workbench/commands/MethodComparison.h"
 #include "workbench/commands/MethodOptions.h"
 #include "workbench/files/SignalWriter.h"
-#include "workbench/module/ModuleLibrary.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -12,50 +12,77 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <memory>
-#include <numeric>
 #include <optional>
 #include <string>
 #include <vector>
 
 struct Compare {
-    std::string signal, kernel, truth, output, module;
+    std::string signal, kernel, truth, output;
     MethodOptions options;
-    bool pad = false, replace = false, json = false, allowNonfinite = false, noAxis = false;
+    bool pad = false, replace = false, json = false;
+    InputOptions input;
 
     void run() const;
 };
 
+// Sum of squares of a channel; that of the only one where there is one.
+static double energyOf(const MemorySignal& signal, std::size_t channel) {
+    const auto channels = static_cast<std::size_t>(signal.info().channels);
+    double squares = 0.0;
+    for (std::size_t i = channel % channels; i < signal.interleaved().size(); i += channels) {
+        squares += signal.interleaved()[i] * signal.interleaved()[i];
+    }
+    return squares;
+}
+
+static std::vector<std::string> remarksOnKernel(const MemorySignal& kernel) {
+    const SpectrumFloor floor = spectrumFloor(kernel);
+    if (floor.lowBins == 0) {
+        return {};
+    }
+    return {fmt::format(
+        "{} of {} bins of the kernel's spectrum lie below a thousandth of the largest, the deepest "
+        "at {:.2g} of it; noise there grows as much",
+        floor.lowBins, floor.bins, floor.deepest)};
+}
+
+// Empty if the numbers of a channel tell nothing against the method. The error that the iteration
+// starts from is the energy of its signal.
+static std::string remarkOnNumbers(const std::string& method, double first, double second,
+                                   double energy) {
+    constexpr double shortfall = 0.1;
+    if (method == "van-cittert" && second == 1.0) {
+        return "the iteration stopped at once: its first step raised the error; try a smaller "
+               "--convergence, or a smoother kernel";
+    }
+    if (method == "van-cittert" && !(first <= energy)) {
+        return "the iteration diverged: its error is larger than at the start; try a smaller "
+               "--convergence, or --stop-at-minimum";
+    }
+    if (method == "pseudo-inverse" && !(std::abs(second) <= shortfall)) {
+        return fmt::format(
+            "the filter falls short of an inverse: the central element of its identity is {:.2g} "
+            "where 1 is due",
+            1.0 - second);
+    }
+    return "";
+}
+
 static std::vector<std::string> remarksOn(const MethodOutcome& outcome, const MemorySignal& signal,
                                           const MemorySignal& kernel) {
-    constexpr double shortfall = 0.1;
-    if (outcome.method == "spectral") {
-        const SpectrumFloor floor = spectrumFloor(kernel);
-        if (floor.lowBins > 0) {
-            return {
-                fmt::format("{} of {} bins of the kernel's spectrum lie below a thousandth of the "
-                            "largest, the deepest at {:.2g} of it; noise there grows as much",
-                            floor.lowBins, floor.bins, floor.deepest)};
-        }
-    }
     std::vector<std::string> remarks;
-    for (std::size_t i = 0; i + 1 < outcome.numbers.size(); i += 2) {
-        const double first = outcome.numbers[i], second = outcome.numbers[i + 1];
-        const auto& y = signal.interleaved();
-        const double start = std::inner_product(y.begin(), y.end(), y.begin(), 0.0);
-        if (outcome.method == "van-cittert" && second == 1.0) {
-            remarks.emplace_back(
-                "the iteration stopped at once: its first step raised the error; try "
-                "a smaller --convergence, or a smoother kernel");
-        } else if (outcome.method == "van-cittert" && !(first <= start)) {
-            remarks.emplace_back(
-                "the iteration diverged: its error is larger than at the start; try a "
-                "smaller --convergence, or --stop-at-minimum");
-        } else if (outcome.method == "pseudo-inverse" && !(std::abs(second) <= shortfall)) {
-            remarks.push_back(
-                fmt::format("the filter falls short of an inverse: the central element "
-                            "of its identity is {:.2g} where 1 is due",
-                            1.0 - second));
+    if (outcome.method == "spectral") {
+        remarks = remarksOnKernel(kernel);
+    }
+    const std::size_t channels = outcome.numbers.size() / 2;
+    for (std::size_t c = 0; c < channels; ++c) {
+        const std::string remark = remarkOnNumbers(outcome.method, outcome.numbers[2 * c],
+                                                   outcome.numbers[2 * c + 1], energyOf(signal, c));
+        if (!remark.empty()) {
+            remarks.push_back(channels == 1 ? remark
+                                            : fmt::format("channel {}: {}", c + 1, remark));
         }
     }
     return remarks;
@@ -144,7 +171,7 @@ static void writeResults(const std::vector<MethodOutcome>& outcomes, const Signa
 }
 
 void Compare::run() const {
-    const ReadOptions reading{allowNonfinite, !noAxis};
+    const ReadOptions reading = input.reading();
     MemorySignal measured(*openSignal(signal, reading)), response(*openSignal(kernel, reading));
     if (pad) {
         const std::int64_t longer = std::max(measured.info().samples, response.info().samples);
@@ -162,8 +189,7 @@ void Compare::run() const {
                             truth, known->info().channels, channels));
         }
     }
-    const ModuleLibrary library(module.empty() ? ModuleLibrary::standardFile()
-                                               : std::filesystem::path(module));
+    const ModuleLibrary library = input.library();
     const ModuleObject object = library.makeModule();
     MethodComparison comparison(*object, measured, response);
     std::vector<MethodOutcome> outcomes;
@@ -195,9 +221,8 @@ void addCompare(CLI::App& program) {
         "  fendra compare measured.csv kernel.csv\n"
         "  fendra compare blurred.csv kernel.csv --truth original.csv -o results.csv\n");
     const auto compare = std::make_shared<Compare>();
-    const std::string file = "audio file or columns of text; - is standard input";
-    command.add_option("SIGNAL", compare->signal, file)->required()->type_name("FILE");
-    command.add_option("KERNEL", compare->kernel, file)->required()->type_name("FILE");
+    command.add_option("SIGNAL", compare->signal, signalFileText)->required()->type_name("FILE");
+    command.add_option("KERNEL", compare->kernel, signalFileText)->required()->type_name("FILE");
     command.add_option("--truth", compare->truth, "the signal that should come out")
         ->type_name("FILE");
     command.add_flag("--pad", compare->pad, "append zeros to the shorter signal");
@@ -206,12 +231,6 @@ void addCompare(CLI::App& program) {
     command.add_flag("--force", compare->replace, "replace the output if it exists");
     command.add_flag("--json", compare->json, "print JSON");
     compare->options.addSettings(command);
-    command.add_flag("--no-axis", compare->noAxis,
-                     "take the first column of a text file as a signal, whatever its name");
-    command.add_flag("--allow-nonfinite", compare->allowNonfinite, "let NaN and infinity through");
-    command
-        .add_option("--module", compare->module,
-                    "the module library to run; default: the one beside the program")
-        ->type_name("FILE");
+    compare->input.addTo(command);
     command.callback([compare] { compare->run(); });
 }

@@ -2,8 +2,7 @@
 #include "platform/ResourceChain.h"
 #include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
-#include "workbench/files/SignalReader.h"
-#include "workbench/module/ModuleLibrary.h"
+#include "workbench/commands/InputOptions.h"
 #include "workbench/module/ModuleSettings.h"
 
 #include <CLI/CLI.hpp>
@@ -135,8 +134,9 @@ static Json fileFacts(SignalReader& reader) {
 
 void addInfo(CLI::App& program) {
     struct Info {
-        std::string file, module;
-        bool json = false, allowNonfinite = false, noAxis = false;
+        std::string file;
+        bool json = false;
+        InputOptions input;
     };
     CLI::App& command =
         *program.add_subcommand("info", "Tell about the module, or what a file holds.");
@@ -150,21 +150,12 @@ void addInfo(CLI::App& program) {
                     "audio file or columns of text; - is standard input; none: the module")
         ->type_name("");
     command.add_flag("--json", info->json, "print JSON");
-    command.add_flag("--no-axis", info->noAxis,
-                     "take the first column of a text file as a signal, whatever its name");
-    command.add_flag("--allow-nonfinite", info->allowNonfinite, "let NaN and infinity through");
-    command
-        .add_option("--module", info->module,
-                    "the module library; default: the one beside the program")
-        ->type_name("FILE");
+    info->input.addTo(command);
     command.callback([info] {
         if (info->file.empty()) {
-            const ModuleLibrary library(info->module.empty() ? ModuleLibrary::standardFile()
-                                                             : std::filesystem::path(info->module));
-            print(moduleFacts(library), info->json);
+            print(moduleFacts(info->input.library()), info->json);
         } else {
-            print(fileFacts(*openSignal(info->file, {info->allowNonfinite, !info->noAxis})),
-                  info->json);
+            print(fileFacts(*openSignal(info->file, info->input.reading())), info->json);
         }
     });
 }

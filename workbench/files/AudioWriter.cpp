@@ -128,8 +128,8 @@ void AudioWriter::writeBlock(const double* values, std::size_t count) {
     if (misfit != values + count) {
         const std::int64_t index = written + (misfit - values);
         throw Failure(fmt::format(
-            "{}, sample {}, channel {}: {} does not fit into the encoding; use "
-            "float64, or scale the signal",
+            "{}, sample {}, channel {}: {} does not fit into the encoding; scale "
+            "the signal, or use float64 in a .wav",
             name, index / format.header.channels + 1, index % format.header.channels + 1, *misfit));
     }
     errno = 0;

@@ -1,0 +1,39 @@
+#include "workbench/commands/InputOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <filesystem>
+
+void InputOptions::addTo(CLI::App& command) {
+    command.add_flag("--no-axis", noAxis,
+                     "take the first column of a text file as a signal, whatever its name");
+    command.add_flag("--allow-nonfinite", allowNonfinite, "let NaN and infinity through");
+    command
+        .add_option("--module", module,
+                    "the module library to run; default: the one beside the program")
+        ->type_name("FILE");
+}
+
+ModuleLibrary InputOptions::library() const {
+    return ModuleLibrary(module.empty() ? ModuleLibrary::standardFile()
+                                        : std::filesystem::path(module));
+}
+
+std::string InputOptions::words() const {
+    return std::string(noAxis ? " --no-axis" : "") + (allowNonfinite ? " --allow-nonfinite" : "") +
+           (module.empty() ? "" : " --module " + quoted(module));
+}
+
+std::string quoted(const std::string& word) {
+    const bool plain = !word.empty() && word.find_first_not_of(
+                                            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOP"
+                                            "QRSTUVWXYZ0123456789_./,:=+-") == std::string::npos;
+    if (plain) {
+        return word;
+    }
+    std::string text = "'";
+    for (const char c : word) {
+        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return text + "'";
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "workbench/files/SignalReader.h"
+#include "workbench/module/ModuleLibrary.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+// How files are read, and which module runs: options that several commands have.
+struct InputOptions {
+    bool noAxis = false, allowNonfinite = false;
+    std::string module;  // empty: the one beside the program
+
+    void addTo(CLI::App& command);
+
+    [[nodiscard]] ReadOptions reading() const { return {allowNonfinite, !noAxis}; }
+    // Failure as ModuleLibrary.
+    [[nodiscard]] ModuleLibrary library() const;
+    // The options as a command line takes them, each with a blank before it.
+    [[nodiscard]] std::string words() const;
+};
+
+// What stands for the file of a signal in the help of a command.
+constexpr const char* signalFileText = "audio file or columns of text; - is standard input";
+
+// A word as the shell takes it.
+std::string quoted(const std::string& word);
