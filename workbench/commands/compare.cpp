@@ -4,6 +4,7 @@
 #include "workbench/commands/InputOptions.h"
 #include "workbench/commands/MethodComparison.h"
 #include "workbench/commands/MethodOptions.h"
+#include "workbench/commands/values.h"
 #include "workbench/files/SignalWriter.h"
 
 #include <CLI/CLI.hpp>
@@ -20,6 +21,7 @@
 
 struct Compare {
     std::string signal, kernel, truth, output;
+    std::vector<std::string> methods = MethodOptions::methods;
     MethodOptions options;
     bool pad = false, replace = false, json = false;
     InputOptions input;
@@ -193,7 +195,7 @@ void Compare::run() const {
     const ModuleObject object = library.makeModule();
     MethodComparison comparison(*object, measured, response);
     std::vector<MethodOutcome> outcomes;
-    for (const std::string& method : MethodOptions::methods) {
+    for (const std::string& method : methods) {
         outcomes.push_back(
             comparison.run(method, options.settings(method), known ? &*known : nullptr));
         outcomes.back().remarks = remarksOn(outcomes.back(), measured, response);
@@ -211,18 +213,22 @@ void Compare::run() const {
 void addCompare(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
         "compare",
-        "Deconvolve by every method and compare.\n"
+        "Deconvolve by several methods and compare.\n"
         "misfit is how far the result, convolved with KERNEL, is from SIGNAL; roughness how much "
         "neighbouring samples differ; error, with --truth, how far the result is from the known "
         "signal: each as a root mean square over that of the signal compared with. Behind the "
-        "table "
-        "stands what a method cannot do here.");
+        "table stands what a method cannot do here.");
     command.footer(
         "  fendra compare measured.csv kernel.csv\n"
         "  fendra compare blurred.csv kernel.csv --truth original.csv -o results.csv\n");
     const auto compare = std::make_shared<Compare>();
     command.add_option("SIGNAL", compare->signal, signalFileText)->required()->type_name("FILE");
     command.add_option("KERNEL", compare->kernel, signalFileText)->required()->type_name("FILE");
+    command.add_option("--methods", compare->methods, "the methods, with commas between them")
+        ->delimiter(',')
+        ->check(choice(MethodOptions::methods))
+        ->type_name("")
+        ->default_str("all");
     command.add_option("--truth", compare->truth, "the signal that should come out")
         ->type_name("FILE");
     command.add_flag("--pad", compare->pad, "append zeros to the shorter signal");
