@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <random>
 #include <tuple>
 
@@ -63,7 +64,7 @@ TEST(SquareMatrix, CholeskyEqualsThePlainLoops) {
         unit.setIdentity();
         transposed.transpose();
         a.mulAssign(transposed).addAssign(unit);
-        std::vector<double> factor(a.dataBlock, a.dataBlock + n * n);
+        std::vector<double> factor(a.dataBlock, a.dataBlock + std::ptrdiff_t{n} * n);
         plainCholesky(factor.data(), n);
         EXPECT_TRUE(a.cholesky() == 1 && holds(a, factor)) << n;
     }

@@ -81,7 +81,8 @@ static Signal plainFilter(const Signal& h) {
     std::vector<int> order(h.size());
     for (int e = 0; e < N * N; ++e) {
         const int lag = std::abs(e / N - e % N);
-        R.data()[e] = std::inner_product(h.begin(), h.end() - lag, h.begin() + lag, 0.0);
+        R[static_cast<std::size_t>(e)] =
+            std::inner_product(h.begin(), h.end() - lag, h.begin() + lag, 0.0);
     }
     plainEliminate(R.data(), N, order);
     plainSolve(R.data(), N, order, f.data());
