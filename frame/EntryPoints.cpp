@@ -8,7 +8,7 @@
 #include <new>
 
 // In the resource chain while the library is loaded.
-static const ResourceLibrary library(moduleStrings, moduleBitmaps, moduleIcons);
+static const ResourceLibrary library(moduleStrings, moduleBitmaps, moduleIcons, moduleDialogs);
 
 FoldApp theApp;
 

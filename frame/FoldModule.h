@@ -48,6 +48,17 @@ protected:
 
     int thirdZeroQuery() override;
 
+    // Shows the settings dialog and, where it is answered by OK, takes the settings over. If the
+    // method gives its two numbers now and did not before, or the other way round, the ports are
+    // rebuilt and the host is told to connect outputs 1 and 2 anew.
+    //   changed   gets the flag 1 and the ports 1 and 2 then, and is left alone else
+    //   returns   outputPort then, else noPort
+    // Memory that runs out leaves by std::bad_alloc, with all as it was.
+    PORTTYPE setupDlgPorts(RET_PORT& changed) override;
+
+    // The settings as twelve lines of German text in Windows-1252, ended by CR LF.
+    void writeReport(CArchive& archive) override;
+
     // The settings as a record of 44 bytes: executionMode, method, direction, convergence,
     // maxIterations, abortAtError, errorValue, abortAtMinError, scaling.
     void storeSettings(CArchive& archive) override;

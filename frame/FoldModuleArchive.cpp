@@ -3,8 +3,6 @@
 #include "platform/CWnd.h"
 #include "resources/resources.h"
 
-static constexpr unsigned exclamationWithOk = 0x30;
-
 // In the record method stands before direction, and convergence before maxIterations.
 void FoldModule::storeSettings(CArchive& archive) {
     archive << settings.executionMode << settings.method << settings.direction

@@ -2,6 +2,9 @@
 
 #include "platform/CString.h"
 
+// Style of a message: one OK button and the exclamation icon.
+constexpr unsigned exclamationWithOk = 0x30;
+
 // A window of the framework: what owns a message.
 class CWnd {
 public:

@@ -1,5 +1,6 @@
 #include "platform/Desktop.h"
 
+#include "platform/CDialog.h"
 #include "platform/Windows1252.h"
 
 #include <iostream>
@@ -11,6 +12,9 @@ public:
     int messageBox(const CString& text, const CString& caption, unsigned /*style*/) override {
         std::cerr << toUtf8(caption + ": " + text + "\n");
         return IDOK;
+    }
+    void runDialog(CDialog& dialog) override {
+        std::cerr << dialog.resource().title << ": no display to show the dialog on\n";
     }
 };
 

@@ -2,8 +2,7 @@
 
 #include "platform/CString.h"
 
-// Answer of a message box or dialog whose OK was pressed.
-constexpr int IDOK = 1;
+class CDialog;
 
 // The one seam to a screen. The process installs a desktop before it opens a module; without one,
 // messages go to standard error. Not guarded: install while no other thread shows anything.
@@ -16,11 +15,15 @@ public:
     //           exclamation icon
     virtual int messageBox(const CString& text, const CString& caption, unsigned style) = 0;
 
+    // Shows a dialog and hands it what a person does, until dialog.hasEnded(); returns earlier only
+    // if nobody can answer. A message box may be shown meanwhile.
+    virtual void runDialog(CDialog& dialog) = 0;
+
     // Makes desktop the installed one, null for none. The caller keeps it and outlives its use.
     // Returns the one before, null where there was none.
     static Desktop* install(Desktop* desktop);
 
-    // The installed desktop, else one that writes "caption: text" to standard error, in UTF-8, and
-    // answers IDOK.
+    // The installed desktop, else one that writes "caption: text" to standard error, in UTF-8,
+    // answers a message box by IDOK and a dialog not at all.
     static Desktop& current();
 };

@@ -26,8 +26,9 @@ unsigned userLanguage() {
 
 ResourceLibrary::ResourceLibrary(std::span<const StringResource> stringTable,
                                  std::span<const BinaryResource> bitmapTable,
-                                 std::span<const BinaryResource> iconTable)
-    : strings(stringTable), bitmaps(bitmapTable), icons(iconTable) {
+                                 std::span<const BinaryResource> iconTable,
+                                 std::span<const DialogResource> dialogTable)
+    : strings(stringTable), bitmaps(bitmapTable), icons(iconTable), dialogs(dialogTable) {
     const std::lock_guard lock(chainGuard);
     next = lastLoaded;
     lastLoaded = this;
@@ -95,6 +96,11 @@ std::span<const unsigned char> ResourceChain::bitmap(unsigned id) {
 
 std::span<const unsigned char> ResourceChain::icon(unsigned id) {
     return findBytes(&ResourceLibrary::icons, id);
+}
+
+const DialogResource* ResourceChain::dialog(unsigned id) {
+    const std::lock_guard lock(chainGuard);
+    return findResource(findTable(&ResourceLibrary::dialogs, id), id);
 }
 
 std::vector<unsigned> ResourceChain::stringLanguages(unsigned id) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/CString.h"
+#include "platform/DialogResource.h"
 
 #include <cstddef>
 #include <span>
@@ -35,7 +36,8 @@ class ResourceLibrary {
 public:
     ResourceLibrary(std::span<const StringResource> stringTable,
                     std::span<const BinaryResource> bitmapTable,
-                    std::span<const BinaryResource> iconTable);
+                    std::span<const BinaryResource> iconTable,
+                    std::span<const DialogResource> dialogTable);
     ~ResourceLibrary();
     ResourceLibrary(const ResourceLibrary&) = delete;
     ResourceLibrary& operator=(const ResourceLibrary&) = delete;
@@ -46,13 +48,14 @@ private:
     std::span<const StringResource> strings;
     std::span<const BinaryResource> bitmaps;
     std::span<const BinaryResource> icons;
+    std::span<const DialogResource> dialogs;
     ResourceLibrary* next;
 };
 
 // Lookup over all loaded libraries. The library loaded last that has the id in any language
 // answers, with its entry for the user's language, else for English, else the first.
 // The chain is guarded: lookups may run in several threads, and while libraries come and go. What
-// binary lookups return is not: the bytes are those of the library, and end with it.
+// lookups of bytes and dialogs return is not: it belongs to the library, and ends with it.
 class ResourceChain {
 public:
     // The text in Windows-1252, a copy; empty if nobody has the id.
@@ -61,6 +64,9 @@ public:
     // The bytes of a whole BMP or ICO file; empty if nobody has the id.
     static std::span<const unsigned char> bitmap(unsigned id);
     static std::span<const unsigned char> icon(unsigned id);
+
+    // Null if nobody has the id.
+    static const DialogResource* dialog(unsigned id);
 
     // Languages that the answering library has the string in, in the order of its table.
     static std::vector<unsigned> stringLanguages(unsigned id);

@@ -24,6 +24,25 @@ constexpr unsigned stringKernel = 53648;
 constexpr unsigned bitmapModule = 129;  // 16 by 15 pixels, 16 colours, a BMP file
 constexpr unsigned iconModule = 130;    // 32 by 32 pixels, 16 colours, an ICO file
 
+// The settings dialog and its controls.
+constexpr unsigned dialogSettings = 144;
+constexpr unsigned radioPerBlock = 1040;
+constexpr unsigned radioPerPacket = 1041;
+constexpr unsigned radioConvolution = 1025;
+constexpr unsigned radioDeconvolution = 1026;
+constexpr unsigned radioTimeDomain = 1023;
+constexpr unsigned radioFrequencyDomain = 1024;
+constexpr unsigned radioVanCittert = 1027;
+constexpr unsigned radioPseudoInverse = 1028;
+constexpr unsigned editConvergence = 1030;
+constexpr unsigned editMaxIterations = 1031;
+constexpr unsigned checkAbortAtError = 1032;
+constexpr unsigned editErrorValue = 1034;
+constexpr unsigned checkAbortAtMinError = 1033;
+constexpr unsigned listScaling = 1036;
+constexpr unsigned buttonHelp = 1002;
+
 extern const std::span<const StringResource> moduleStrings;
 extern const std::span<const BinaryResource> moduleBitmaps;
 extern const std::span<const BinaryResource> moduleIcons;
+extern const std::span<const DialogResource> moduleDialogs;

@@ -1,4 +1,6 @@
+#include "platform/CDialog.h"
 #include "platform/Desktop.h"
+#include "platform/DialogResource.h"
 #include "platform/Windows1252.h"
 #include "tests/frame/ModuleRig.h"
 
@@ -34,6 +36,7 @@ struct MessageRecorder : Desktop {
         messages.push_back(toUtf8(caption) + '|' + toUtf8(text) + '|' + std::to_string(style));
         return IDOK;
     }
+    void runDialog(CDialog& /*dialog*/) override {}
     std::vector<std::string> messages;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/Desktop.h"
 
 #include "platform/CWnd.h"
+#include "platform/DialogResource.h"
 
 #include <gtest/gtest.h>
 

@@ -19,8 +19,12 @@ static const std::vector<StringResource> laterStrings = {
 static constexpr unsigned char picture[] = {'B', 'M', 0};
 static const std::vector<BinaryResource> bitmaps = {{7, 1031, picture, 2}};
 static const std::vector<BinaryResource> icons = {{7, 1031, picture, 1}, {7, 1033, picture, 3}};
+static const std::vector<DialogResource> dialogs = {{7, 1031, 9, 9, "sieben", "", 8, {}, {}},
+                                                    {7, 1033, 9, 9, "seven", "", 8, {}, {}}};
+static const std::vector<DialogResource> laterDialogs = {{7, 1036, 9, 9, "sept", "", 8, {}, {}}};
 
-// Strings 1 to 5, the sizes of icon 7 and bitmap 7, and the first language of string 2.
+// Strings 1 to 5, the sizes of icon 7 and bitmap 7, the first language of string 2, and the title
+// of dialog 7.
 static std::string answers() {
     std::ostringstream all;
     for (unsigned id = 1; id <= 5; ++id) {
@@ -29,14 +33,17 @@ static std::string answers() {
     const std::vector<unsigned> languages = ResourceChain::stringLanguages(2);
     all << ResourceChain::icon(7).size() << ResourceChain::bitmap(7).size();
     all << ',' << (languages.empty() ? 0 : languages[0]);
+    const DialogResource* const dialog = ResourceChain::dialog(7);
+    all << ',' << (dialog == nullptr ? "" : dialog->title);
     return all.str();
 }
 
 // The language is that of the first variable that is set.
 TEST(ResourceChain, PrefersTheUsersLanguageThenEnglishThenAny) {
-    const ResourceLibrary library(strings, bitmaps, icons);
-    const std::string german = "eins \xfc,zwei,three,,,12,1031";
-    const std::string french = "un,zwei,three,,,32,1031", english = "one,zwei,three,,,32,1031";
+    const ResourceLibrary library(strings, bitmaps, icons, dialogs);
+    const std::string german = "eins \xfc,zwei,three,,,12,1031,sieben";
+    const std::string french = "un,zwei,three,,,32,1031,seven",
+                      english = "one,zwei,three,,,32,1031,seven";
     for (const auto& [all, messages, lang, expected] :
          {std::tuple{"", "", "", english}, std::tuple{"", "", "de_DE", german},
           std::tuple{"", "fr", "de", french}, std::tuple{"C", "fr", "de", english},
@@ -53,11 +60,11 @@ TEST(ResourceChain, PrefersTheUsersLanguageThenEnglishThenAny) {
 TEST(ResourceChain, AsksTheLibraryLoadedLastAndForgetsItWhenItGoes) {
     ::setenv("LC_ALL", "de", 1);
     std::optional<ResourceLibrary> first, second;
-    first.emplace(strings, bitmaps, icons);
-    second.emplace(laterStrings, std::span(icons), std::span(bitmaps));
-    EXPECT_EQ(answers(), "eins \xfc,deux,three,yon,,21,1036");
+    first.emplace(strings, bitmaps, icons, dialogs);
+    second.emplace(laterStrings, std::span(icons), std::span(bitmaps), laterDialogs);
+    EXPECT_EQ(answers(), "eins \xfc,deux,three,yon,,21,1036,sept");
     first.reset();  // from under the other one
-    EXPECT_EQ(answers(), ",deux,,yon,,21,1036");
+    EXPECT_EQ(answers(), ",deux,,yon,,21,1036,sept");
     second.reset();
-    EXPECT_EQ(answers(), ",,,,,00,0");
+    EXPECT_EQ(answers(), ",,,,,00,0,");
 }
