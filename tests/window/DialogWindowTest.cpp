@@ -1,0 +1,309 @@
+#include "tests/support/Archives.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/window/DialogScreen.h"
+#include "workbench/Failure.h"
+#include "workbench/module/ModuleSettings.h"
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QImage>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTextBrowser>
+
+#include <algorithm>
+#include <set>
+
+// Qt's pool of threads synchronises by means that the thread sanitizer does not see, since Qt is
+// not built with it. What Qt and glib themselves copy and free is left out, and nothing of ours.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming): the sanitizer's name.
+extern "C" const char* __tsan_default_suppressions();
+extern "C" const char* __tsan_default_suppressions() {
+    return "called_from_lib:libQt6Core.so\n"
+           "called_from_lib:libQt6Gui.so\n"
+           "called_from_lib:libglib-2.0.so\n";
+}
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+
+// A language, its mnemonics, and what its windows say.
+struct Words {
+    const char* language;
+    char deconvolution, vanCittert, pseudoInverse, iterations, abortAtError, scaling;
+    const char *iterationsField, *complaint, *helpButton, *helpTitle;
+};
+constexpr Words allWords[] = {
+    {"de_DE", 'e', 'c', 't', 'i', 'u', 's', "Maximale Anzahl der Iterationen", "ganze Zahl",
+     "Hilfe", "Fendra: die Einstellungen"},
+    {"en_GB", 'd', 'm', 'o', 'x', 'b', 's', "Maximum number of iterations", "whole number", "Help",
+     "Fendra: the settings"},
+    {"fr_FR", 'd', 'f', 'o', 'i', 'b', 'g', "Nombre max. des itérations", "nombre entier", "Aide",
+     "Fendra : les réglages"},
+};
+
+class DialogWindowTest : public testing::TestWithParam<Words>, protected DialogScreen {
+protected:
+    DialogWindowTest() : DialogScreen(GetParam().language) {}
+
+    std::string storedAs(const ModuleSettings& settings) const {
+        const ModuleObject other = library.makeModule();
+        settings.applyTo(*other);
+        return stored(*other);
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Languages, DialogWindowTest, testing::ValuesIn(allWords),
+                         [](const auto& words) { return std::string(words.param.language); });
+
+static ModuleSettings iterating() {
+    ModuleSettings settings;
+    settings.direction = ModuleSettings::deconvolution;
+    settings.method = ModuleSettings::vanCittert;
+    settings.abortAtError = 1;
+    return settings;
+}
+
+TEST_P(DialogWindowTest, IsAnsweredByKeysAlone) {
+    const Words& words = GetParam();
+    ModuleSettings expected = iterating();
+    expected.maxIterations = 30;
+    expected.errorValue = 0.5;
+    const PORTTYPE answer = open([&] {
+        pressAlt(words.deconvolution);
+        pressAlt(words.vanCittert);
+        pressAlt(words.iterations);
+        type("30");
+        pressAlt(words.abortAtError);
+        press(Qt::Key_Tab);
+        type("0.5");
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(outputPort, answer);
+    EXPECT_EQ(storedAs(expected), stored(*module));
+
+    expected.method = ModuleSettings::pseudoInverse;
+    expected.scaling = 0;
+    open([&] {
+        pressAlt(words.pseudoInverse);
+        pressAlt(words.scaling);
+        press(Qt::Key_Home);
+        press(Qt::Key_Return);
+    });
+    EXPECT_EQ(storedAs(expected), stored(*module));
+}
+
+// A radio group is one stop, at its checked radio; what is disabled is none.
+TEST_P(DialogWindowTest, TabStopsInTheOrderOfTheTemplate) {
+    iterating().applyTo(*module);
+    Ids forth, back;
+    open([&] {
+        do {
+            forth.push_back(focus());
+            press(Qt::Key_Tab);
+        } while (focus() != forth.front() && forth.size() < 30);
+        do {
+            press(Qt::Key_Backtab);
+            back.insert(back.begin(), focus());
+        } while (focus() != forth.front() && back.size() < 30);
+    });
+    EXPECT_EQ((Ids{1040, 1026, 1027, 1030, 1031, 1032, 1034, 1033, IDOK, IDCANCEL, 1002}), forth);
+    EXPECT_EQ(forth, back);
+}
+
+// Arrows choose within a group, as a click does: what a choice enables follows at once.
+TEST_P(DialogWindowTest, ArrowsAndClicksEnableWhatApplies) {
+    std::vector<std::pair<Ids, Ids>> seen;
+    const auto look = [&seen] { seen.emplace_back(checked(), disabled()); };
+    open([&] {
+        click(1023);
+        click(1025);
+        look();
+        press(Qt::Key_Down);
+        look();
+        click(1027);
+        click(1032);
+        look();
+        click(1028);
+        look();
+    });
+    const std::vector<std::pair<Ids, Ids>> expected = {
+        {{1040, 1025, 1023, 1033}, {1027, 1028, 1030, 1031, 1032, 1034, 1033, 1036}},
+        {{1040, 1026, 1024, 1033}, {1023, 1030, 1031, 1032, 1034, 1033, 1036}},
+        {{1040, 1026, 1027, 1032, 1033}, {1023, 1036}},
+        {{1040, 1026, 1028, 1032, 1033}, {1023, 1030, 1031, 1032, 1034, 1033}}};
+    EXPECT_EQ(expected, seen);
+}
+
+TEST_P(DialogWindowTest, EscapeCloseBoxAndCancelChangeNothing) {
+    const std::string asItWas = stored(*module);
+    const std::function<void()> leave[] = {[] { press(Qt::Key_Escape); }, [] { dialog().close(); },
+                                           [] { click(IDCANCEL); }};
+    for (const auto& way : leave) {
+        bool left = false;
+        open([&] {
+            const QPointer<QWidget> shown = &dialog();
+            click(1026);
+            click(1027);
+            way();
+            left = shown == nullptr || !shown->isVisible();
+        });
+        EXPECT_TRUE(left);
+        EXPECT_EQ(asItWas, stored(*module));
+        EXPECT_EQ(0, changed.flag);
+    }
+}
+
+// The message says which field, and the field has the focus afterwards, ready to be overwritten.
+TEST_P(DialogWindowTest, NamesTheFieldThatFailedAndGoesThere) {
+    const std::string asItWas = storedAs(iterating());
+    iterating().applyTo(*module);
+    QString field, message, selected;
+    int focusAfter = 0;
+    open([&] {
+        pressAlt(GetParam().iterations);
+        type("1.5");
+        const Person reader([&] {
+            field = dynamic_cast<const QMessageBox&>(dialog()).text();
+            message = dynamic_cast<const QMessageBox&>(dialog()).informativeText();
+            press(Qt::Key_Return);
+        });
+        click(IDOK);
+        focusAfter = focus();
+        selected = control<QLineEdit>(1031).selectedText();
+    });
+    EXPECT_EQ(GetParam().iterationsField, field.toStdString());
+    EXPECT_NE(std::string::npos, message.toStdString().find(GetParam().complaint));
+    EXPECT_EQ(1031, focusAfter);
+    EXPECT_EQ("1.5", selected.toStdString());
+    EXPECT_EQ(asItWas, stored(*module));
+}
+
+static int neededWidth(const QWidget& widget) {
+    const int letter = widget.fontMetrics().averageCharWidth();
+    if (const auto* const frame = dynamic_cast<const QGroupBox*>(&widget)) {
+        return frame->fontMetrics().horizontalAdvance(frame->title()) + 4 * letter;
+    }
+    return dynamic_cast<const QLineEdit*>(&widget) != nullptr ? 8 * letter
+                                                              : widget.sizeHint().width();
+}
+
+// In the person's own font, and in others that every system has: bold, large, with serifs. In one
+// whose letters are all equally wide the list's longest entry and its label outgrow the template.
+TEST_P(DialogWindowTest, CutsNoLabelOffAndNothingOverlaps) {
+    for (const QFont& font : {QApplication::font(), QFont("DejaVu Sans", 8, QFont::Bold),
+                              QFont("DejaVu Sans", 16), QFont("DejaVu Serif", 11)}) {
+        QApplication::setFont(font);
+        std::vector<std::string> cut;
+        std::size_t measured = 0;
+        open([&] {
+            const std::vector<QWidget*> widgets = controls();
+            measured = widgets.size();
+            for (const QWidget* const widget : widgets) {
+                const bool apart = std::none_of(widgets.begin(), widgets.end(), [&](auto* other) {
+                    return other != widget && other->parent() == widget->parent() &&
+                           other->geometry().intersects(widget->geometry());
+                });
+                const bool hasRows = widget->property("text").isValid();
+                if (!apart || widget->width() < neededWidth(*widget) ||
+                    (hasRows && widget->height() < widget->fontMetrics().height()) ||
+                    !widget->parentWidget()->rect().contains(widget->geometry())) {
+                    cut.push_back((widget->objectName() + widget->accessibleName()).toStdString());
+                }
+            }
+        });
+        EXPECT_EQ(26U, measured);
+        EXPECT_EQ(std::vector<std::string>(), cut) << font.toString().toStdString();
+    }
+}
+
+// Screen readers say a name for each control, in one line, and the frame that it is in.
+static bool readsWell(const QAccessibleInterface& face, const QWidget& parent) {
+    const auto* const frame = dynamic_cast<const QGroupBox*>(&parent);
+    const QString name = face.text(QAccessible::Name);
+    return !name.isEmpty() && !name.contains('&') && !name.contains('\n') &&
+           face.text(QAccessible::Description) == (frame != nullptr ? frame->title() : "");
+}
+
+TEST_P(DialogWindowTest, IsReadAloud) {
+    std::set<QString> names;
+    std::vector<std::string> unread;
+    open([&] {
+        for (QWidget* const widget : controls()) {
+            if (widget->focusPolicy() == Qt::NoFocus) {
+                continue;
+            }
+            const auto* const face = QAccessible::queryAccessibleInterface(widget);
+            names.insert(face->text(QAccessible::Name));
+            if (!readsWell(*face, *widget->parentWidget())) {
+                unread.push_back(widget->objectName().toStdString());
+            }
+        }
+    });
+    EXPECT_EQ(std::vector<std::string>(), unread);
+    EXPECT_EQ(16U, names.size());  // the error value is called like the check box in front of it
+}
+
+// Of frames, of what a person works with, and of the list.
+static QStringList allLabels() {
+    QStringList labels;
+    for (const QWidget* const widget : DialogScreen::controls()) {
+        const auto* const frame = dynamic_cast<const QGroupBox*>(widget);
+        labels << (frame != nullptr ? frame->title().simplified() : widget->accessibleName());
+    }
+    const auto& list = DialogScreen::control<QComboBox>(1036);
+    for (int i = 0; i < list.count(); ++i) {
+        labels << list.itemText(i);
+    }
+    return labels;
+}
+
+// The page explains every setting, in the dialog's own words, and the dialog stays usable.
+TEST_P(DialogWindowTest, HelpStaysOpenBesideTheDialog) {
+    QString title, page;
+    QStringList labels;
+    Ids checkedBeside;
+    open([&] {
+        labels = allLabels();
+        click(1002);
+        for (const auto* const browser : dialog().findChildren<QTextBrowser*>()) {
+            title = browser->isVisible() ? browser->window()->windowTitle() : "not shown";
+            page = browser->toPlainText().simplified();
+        }
+        click(1026);
+        checkedBeside = checked();
+    });
+    EXPECT_EQ(GetParam().helpTitle, title.toStdString());
+    for (const QString& label : labels) {
+        EXPECT_TRUE(label == GetParam().helpButton || page.contains(label)) << label.toStdString();
+    }
+    EXPECT_EQ((Ids{1040, 1026, 1024, 1033}), checkedBeside);
+}
+
+TEST_P(DialogWindowTest, IsPaintedIntoAPicture) {
+    const TemporaryFolder folder;
+    desktop.reset();
+    desktop = window.pictureDesktop(folder.path("dialog.png"));
+    Desktop::install(desktop.get());
+    EXPECT_EQ(noPort, module->OnLeftDblClk(changed));
+    const QImage picture(QString::fromStdString(folder.path("dialog.png")));
+    EXPECT_GT(picture.width(), 1000);
+    EXPECT_GT(picture.height(), 500);
+
+    desktop.reset();
+    desktop = window.pictureDesktop(folder.path("no-folder/dialog.png"));
+    Desktop::install(desktop.get());
+    EXPECT_THROW(module->OnLeftDblClk(changed), Failure);
+}
+
+// Where no window can be opened, one line says so: before Qt starts, or as it gives up.
+// NOLINTNEXTLINE(readability-function-cognitive-complexity): that of EXPECT_EXIT.
+TEST(DisplayTest, MissingIsSaidInOneLine) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        qunsetenv(variable);
+    }
+    const WindowLibrary window;
+    EXPECT_THROW((void)window.windowDesktop(), Failure);
+    qputenv("DISPLAY", ":4711");
+    EXPECT_EXIT((void)window.windowDesktop(), testing::ExitedWithCode(1),
+                "^fendra: no window can be opened \\(.*\\); set values with --set\n$");
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/CDialog.h"
+
+class QWidget;
+
+// The widget that shows a control: its kind, label and list entries. What changes while the dialog
+// runs is put into it by showState.
+QWidget* makeWidget(const DialogControl& control, QWidget* parent);
+
+// Puts the state of the control into its widget, which tells nobody.
+void showState(const DialogControl& control, QWidget& widget);
+
+// Whether the kind is one that a person works with.
+bool takesFocus(ControlKind kind);
+
+// Has screen readers call the widget by the text of the control, in one line and without its
+// mnemonic.
+void nameAfter(const DialogControl& control, QWidget& widget);

@@ -1,0 +1,40 @@
+#include "workbench/window/WindowLibrary.h"
+
+#include "workbench/Failure.h"
+#include "workbench/window/display.h"
+#include "workbench/window/window.h"
+
+#include <fmt/format.h>
+
+static SharedLibrary loadWindow() {
+    const std::filesystem::path file = SharedLibrary::programFolder() / "fendra-window.so";
+    if (!std::filesystem::is_regular_file(file)) {
+        throw Failure(fmt::format(
+            "{} is not there: build it with qt6-base-dev installed, or set values with --set",
+            file.string()));
+    }
+    try {
+        return SharedLibrary(file);
+    } catch (const Failure&) {  // speaks of modules
+        throw Failure(
+            fmt::format("{} cannot be loaded: install libqt6widgets6, or set values with --set",
+                        file.string()));
+    }
+}
+
+WindowLibrary::WindowLibrary() : library(loadWindow()) {}
+
+std::unique_ptr<Desktop> WindowLibrary::windowDesktop() const {
+    if (!displayAvailable()) {
+        throw Failure("there is no display to open a window on; set values with --set");
+    }
+    const auto make =
+        reinterpret_cast<decltype(&makeWindowDesktop)>(library.symbol("makeWindowDesktop"));
+    return std::unique_ptr<Desktop>(make());
+}
+
+std::unique_ptr<Desktop> WindowLibrary::pictureDesktop(const std::string& file) const {
+    const auto make =
+        reinterpret_cast<decltype(&makePictureDesktop)>(library.symbol("makePictureDesktop"));
+    return std::unique_ptr<Desktop>(make(file.c_str()));
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Desktop.h"
+#include "workbench/module/SharedLibrary.h"
+
+#include <memory>
+#include <string>
+
+// fendra-window.so, which lies beside the program: windows and pictures, and Qt with them. It is
+// loaded where they are wanted and nowhere else; the program itself does not need it.
+class WindowLibrary {
+public:
+    // Failure if it is not there, or Qt is not.
+    WindowLibrary();
+
+    // The desktops of window.h. They end before the library does.
+    // Failure if no font is installed; windowDesktop: also if there is no display.
+    [[nodiscard]] std::unique_ptr<Desktop> windowDesktop() const;
+    [[nodiscard]] std::unique_ptr<Desktop> pictureDesktop(const std::string& file) const;
+
+private:
+    SharedLibrary library;
+};

@@ -1,0 +1,12 @@
+#include "workbench/window/window.h"
+
+#include "workbench/window/PictureDesktop.h"
+#include "workbench/window/WindowDesktop.h"
+
+Desktop* makeWindowDesktop() {
+    return new WindowDesktop;
+}
+
+Desktop* makePictureDesktop(const char* file) {
+    return new PictureDesktop(QString::fromLocal8Bit(file));
+}
