@@ -81,6 +81,8 @@ int main(int argc, char** argv) {
         addConvolve(program);
         addDeconvolve(program);
         addCompare(program);
+        addSettings(program);
+        addReport(program);
         addInfo(program);
         addCompletion(program);
         addManual(program);

@@ -9,6 +9,8 @@ class App;
 void addConvolve(CLI::App& program);
 void addDeconvolve(CLI::App& program);
 void addCompare(CLI::App& program);
+void addSettings(CLI::App& program);
+void addReport(CLI::App& program);
 void addInfo(CLI::App& program);
 void addCompletion(CLI::App& program);
 void addManual(CLI::App& program);

@@ -6,9 +6,12 @@
 #include "workbench/commands/Comparison.h"
 #include "workbench/commands/Progress.h"
 #include "workbench/commands/RunRecord.h"
+#include "workbench/commands/Setting.h"
 #include "workbench/commands/values.h"
+#include "workbench/files/FileStream.h"
 #include "workbench/files/SampleDigest.h"
 #include "workbench/files/SignalWriter.h"
+#include "workbench/module/StoredGraph.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -41,7 +44,7 @@ void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
     command
         .add_option("--per", per,
                     "pair the signals block by block, or join all blocks to one packet")
-        ->check(choice({"block", "packet"}))
+        ->check(choice(Setting::named("per").words))
         ->type_name("")
         ->capture_default_str();
     command
@@ -82,9 +85,44 @@ void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
     input.addTo(command);
 }
 
+void FoldCommand::addGraph(CLI::App& command) {
+    CLI::Option* const option =
+        command
+            .add_option("--graph", graph,
+                        "run with the settings that a stored graph holds; see fendra settings")
+            ->type_name("FILE");
+    for (const Setting& setting : Setting::all()) {
+        if (CLI::Option* const same = command.get_option_no_throw("--" + setting.key)) {
+            option->excludes(same);
+        }
+    }
+}
+
+// The dialog cannot bring about what a run refuses here; a file can hold it.
+void FoldCommand::takeGraph(B_BasisModule& module) {
+    loadGraph(module, graph);
+    settings = ModuleSettings::of(module);
+    const std::string odd = oddSetting(settings);
+    if (!odd.empty()) {
+        throw Failure(
+            fmt::format("{} holds {}, which is not on offer; choose another value with fendra "
+                        "settings",
+                        inputName(graph), odd));
+    }
+    const bool convolves = settings.direction == ModuleSettings::convolution;
+    if (convolves != (name == "convolve")) {
+        throw Failure(fmt::format("{} is set to {}; run it with fendra {}", inputName(graph),
+                                  Setting::named("direction").text(settings),
+                                  convolves ? "convolve" : "deconvolve"));
+    }
+    method = Setting::named(convolves ? "domain" : "method").word(settings);
+    per = Setting::named("per").word(settings);
+}
+
 std::string FoldCommand::commandLine() const {
-    std::string line = fmt::format("fendra {} {} {} {} --per {}", name, quoted(first),
-                                   quoted(second), methodWords, per);
+    std::string line = fmt::format(
+        "fendra {} {} {} {}", name, quoted(first), quoted(second),
+        graph.empty() ? fmt::format("{} --per {}", methodWords, per) : "--graph " + quoted(graph));
     const auto add = [&line](bool given, const std::string& words) {
         line += given ? " " + words : "";
     };
@@ -160,15 +198,15 @@ private:
     SampleDigest digest;
 };
 
-void FoldCommand::run() const {
+void FoldCommand::run() {
     const bool toStandardOutput = output == "-";
     if (json && toStandardOutput) {
         throw CLI::ValidationError(
             "--json", "it prints on standard output; send the result elsewhere with -o FILE");
     }
-    const std::array<std::string, 3> files = {first, second, truth};
+    const std::array<std::string, 4> files = {first, second, truth, graph};
     if (std::count(files.begin(), files.end(), "-") > 1) {
-        throw CLI::ValidationError("-", "standard input serves one signal only");
+        throw CLI::ValidationError("-", "standard input serves one file only");
     }
     const ReadOptions reading = input.reading();
     const auto firstReader = openSignal(first, reading), secondReader = openSignal(second, reading);
@@ -176,9 +214,13 @@ void FoldCommand::run() const {
 
     const ModuleLibrary library = input.library();
     const ModuleObject object = library.makeModule();
-    RunPlan plan{settings, block, pad};
-    plan.settings.executionMode =
-        per == "packet" ? ModuleSettings::perPacket : ModuleSettings::perBlock;
+    if (graph.empty()) {
+        settings.executionMode =
+            per == "packet" ? ModuleSettings::perPacket : ModuleSettings::perBlock;
+    } else {
+        takeGraph(*object);
+    }
+    const RunPlan plan{settings, block, pad};
     ModuleRun moduleRun(*object, *firstReader, *secondReader, plan);
 
     RunRecord record;
@@ -186,6 +228,8 @@ void FoldCommand::run() const {
     record.command = name;
     record.method = method;
     record.per = per;
+    record.graph = inputName(graph);
+    record.settings = settings;
     record.block = block;
     record.pad = pad;
     record.module = toUtf8(object->moduleName);
@@ -215,7 +259,7 @@ void FoldCommand::run() const {
             [&](const double* values, std::int64_t samples) { sink.take(values, samples); },
             [&](std::int64_t done, std::int64_t rounds) { progress.show(done, rounds); });
     }
-    if (plan.settings.reportsNumbers()) {
+    if (settings.reportsNumbers()) {
         record.numberNames = moduleRun.numberNames();
         record.numbers = moduleRun.numbers();
     }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+class B_BasisModule;
 namespace CLI {
 class App;
 }
@@ -17,6 +18,7 @@ struct FoldCommand {
     std::string first, second;
     std::string method;       // "time", "spectral"
     std::string methodWords;  // as they stand on the command line: "--domain time"
+    std::string graph;        // stored, which then has settings, method and per; empty: none
     ModuleSettings settings;
     std::string per = "block";
     std::int64_t block = 0;  // 0: the whole signal is one block
@@ -28,10 +30,15 @@ struct FoldCommand {
 
     // Adds everything but the method to a subcommand.
     void addOptions(CLI::App& command, const std::string& firstName, const std::string& secondName);
+    // Adds --graph, which stands alone for all options that set the module; these come before.
+    void addGraph(CLI::App& command);
 
     // Failure where the run fails, CLI::ParseError where options do not go together.
-    void run() const;
+    void run();
 
     // The command line that gives the same result again.
     [[nodiscard]] std::string commandLine() const;
+
+private:
+    void takeGraph(B_BasisModule& module);
 };

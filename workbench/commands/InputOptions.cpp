@@ -8,6 +8,10 @@ void InputOptions::addTo(CLI::App& command) {
     command.add_flag("--no-axis", noAxis,
                      "take the first column of a text file as a signal, whatever its name");
     command.add_flag("--allow-nonfinite", allowNonfinite, "let NaN and infinity through");
+    addModuleTo(command);
+}
+
+void InputOptions::addModuleTo(CLI::App& command) {
     command
         .add_option("--module", module,
                     "the module library to run; default: the one beside the program")

@@ -15,6 +15,7 @@ struct InputOptions {
     std::string module;  // empty: the one beside the program
 
     void addTo(CLI::App& command);
+    void addModuleTo(CLI::App& command);  // alone, where no signals are read
 
     [[nodiscard]] ReadOptions reading() const { return {allowNonfinite, !noAxis}; }
     // Failure as ModuleLibrary.
@@ -25,6 +26,9 @@ struct InputOptions {
 
 // What stands for the file of a signal in the help of a command.
 constexpr const char* signalFileText = "audio file or columns of text; - is standard input";
+
+// What stands for the file of a stored graph.
+constexpr const char* storedGraphText = "stored graph; - is standard input";
 
 // A word as the shell takes it.
 std::string quoted(const std::string& word);

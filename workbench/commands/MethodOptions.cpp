@@ -1,27 +1,25 @@
 #include "workbench/commands/MethodOptions.h"
 
+#include "workbench/commands/Setting.h"
 #include "workbench/commands/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <limits>
 
-const std::vector<std::string> MethodOptions::methods = {"spectral", "van-cittert",
-                                                         "pseudo-inverse"};
+const std::vector<std::string>& MethodOptions::methods() {
+    return Setting::named("method").words;
+}
 
-// In the order of the module's list.
-static const std::vector<std::string> scalings = {"central", "magnitude", "manhattan", "filter",
-                                                  "none"};
-
-static std::int32_t placeOf(const std::string& word, const std::vector<std::string>& words) {
-    return static_cast<std::int32_t>(std::find(words.begin(), words.end(), word) - words.begin());
+static std::int32_t placeOf(const std::string& key, const std::string& word) {
+    const Setting& setting = Setting::named(key);
+    return setting.firstWord + static_cast<std::int32_t>(setting.placeOf(word));
 }
 
 void MethodOptions::addMethod(CLI::App& command) {
     command.add_option("--method", method, "how to deconvolve")
-        ->check(choice(methods))
+        ->check(choice(methods()))
         ->type_name("")
         ->capture_default_str();
 }
@@ -50,7 +48,7 @@ void MethodOptions::addSettings(CLI::App& command) {
         .add_option("--scaling", scaling,
                     "pseudo-inverse: what to scale to 1: central element, magnitude or "
                     "manhattan-magnitude of the identity, or magnitude of the filter")
-        ->check(choice(scalings))
+        ->check(choice(Setting::named("scaling").words))
         ->type_name("")
         ->capture_default_str();
 }
@@ -58,13 +56,13 @@ void MethodOptions::addSettings(CLI::App& command) {
 ModuleSettings MethodOptions::settings(const std::string& chosen) const {
     ModuleSettings settings;
     settings.direction = ModuleSettings::deconvolution;
-    settings.method = ModuleSettings::frequencyDomain + placeOf(chosen, methods);
+    settings.method = placeOf("method", chosen);
     settings.convergence = convergence;
     settings.maxIterations = maxIterations;
     settings.abortAtError = errorValue > 0.0 ? 1 : 0;
     settings.errorValue = errorValue > 0.0 ? errorValue : settings.errorValue;
     settings.abortAtMinError = stopAtMinimum ? 1 : 0;
-    settings.scaling = placeOf(scaling, scalings);
+    settings.scaling = placeOf("scaling", scaling);
     return settings;
 }
 

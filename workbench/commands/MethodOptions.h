@@ -12,7 +12,8 @@ class App;
 
 // How to deconvolve, as the command line says it: the methods and what can be set on them.
 struct MethodOptions {
-    static const std::vector<std::string> methods;  // "spectral", "van-cittert", "pseudo-inverse"
+    static const std::vector<std::string>&
+    methods();  // "spectral", "van-cittert", "pseudo-inverse"
 
     std::string method = "spectral";
     double convergence = 1.0;

@@ -1,5 +1,7 @@
 #include "workbench/commands/RunRecord.h"
 
+#include "workbench/commands/Setting.h"
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -18,6 +20,9 @@ std::string RunRecord::work() const {
 
 std::vector<std::string> RunRecord::openingNotes() const {
     std::vector<std::string> notes = {commandLine, work()};
+    if (!graph.empty()) {
+        notes.push_back(fmt::format("{}: {}", graph, settingsLine(settings)));
+    }
     for (const SignalInfo& input : inputs) {
         notes.push_back(
             fmt::format("{}: {}", input.path, describe(input.channels, input.samples, input.rate)));
@@ -68,16 +73,18 @@ std::string RunRecord::json() const {
                                      {numberNames[0], entry.values[0]},
                                      {numberNames[1], entry.values[1]}});
     }
-    const Json record = {
-        {"command", commandLine},
-        {"module", {{"name", module}, {"version", moduleVersion}, {"file", moduleFile}}},
-        {"settings",
-         {{"direction", command},
-          {"method", method},
-          {"per", per},
-          {"block", block > 0 ? Json(block) : Json(nullptr)},
-          {"pad", pad}}},
-        {"inputs", files},
-        {"result", result}};
+    Json record = {{"command", commandLine},
+                   {"module", {{"name", module}, {"version", moduleVersion}, {"file", moduleFile}}},
+                   {"settings",
+                    {{"direction", command},
+                     {"method", method},
+                     {"per", per},
+                     {"block", block > 0 ? Json(block) : Json(nullptr)},
+                     {"pad", pad}}},
+                   {"inputs", files},
+                   {"result", result}};
+    if (!graph.empty()) {
+        record["settings"]["graph"] = {{"file", graph}, {"holds", settingsJson(settings)}};
+    }
     return record.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

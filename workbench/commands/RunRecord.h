@@ -16,6 +16,8 @@ struct RunRecord {
     std::string command, method, per;  // "convolve", "frequency", "block"
     std::int64_t block = 0;            // 0: the whole signal is one block
     bool pad = false;
+    std::string graph;  // stored, from which the settings are; empty: none
+    ModuleSettings settings;
     std::string module, moduleVersion, moduleFile;
     std::vector<SignalInfo> inputs;
     std::string output;

@@ -21,7 +21,7 @@
 
 struct Compare {
     std::string signal, kernel, truth, output;
-    std::vector<std::string> methods = MethodOptions::methods;
+    std::vector<std::string> methods = MethodOptions::methods();
     MethodOptions options;
     bool pad = false, replace = false, json = false;
     InputOptions input;
@@ -226,7 +226,7 @@ void addCompare(CLI::App& program) {
     command.add_option("KERNEL", compare->kernel, signalFileText)->required()->type_name("FILE");
     command.add_option("--methods", compare->methods, "the methods, with commas between them")
         ->delimiter(',')
-        ->check(choice(MethodOptions::methods))
+        ->check(choice(MethodOptions::methods()))
         ->type_name("")
         ->default_str("all");
     command.add_option("--truth", compare->truth, "the signal that should come out")

@@ -1,5 +1,6 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/FoldCommand.h"
+#include "workbench/commands/Setting.h"
 #include "workbench/commands/texts.h"
 #include "workbench/commands/values.h"
 
@@ -25,10 +26,11 @@ void addConvolve(CLI::App& program) {
     const auto convolve = std::make_shared<Convolve>();
     convolve->name = "convolve";
     command.add_option("--domain", convolve->domain, "where to work")
-        ->check(choice({"time", "frequency"}))
+        ->check(choice(Setting::named("domain").words))
         ->type_name("")
         ->capture_default_str();
     convolve->addOptions(command, "A", "B");
+    convolve->addGraph(command);
     command.callback([convolve] {
         convolve->method = convolve->domain;
         convolve->methodWords = "--domain " + convolve->domain;

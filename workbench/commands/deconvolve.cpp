@@ -22,7 +22,8 @@ void addDeconvolve(CLI::App& program) {
         "  fendra deconvolve wet.wav room.wav -o dry.wav\n"
         "  fendra deconvolve measured.csv kernel.csv --truth original.csv -o restored.csv\n"
         "  fendra deconvolve lines.csv peak.csv --method van-cittert --max-iterations 30\n"
-        "  fendra deconvolve far.csv near.csv --method pseudo-inverse --scaling central\n");
+        "  fendra deconvolve far.csv near.csv --method pseudo-inverse --scaling central\n"
+        "  fendra deconvolve lines.csv peak.csv --graph lines.graph      settings that are kept\n");
     struct Deconvolve : FoldCommand {
         MethodOptions options;
     };
@@ -31,6 +32,7 @@ void addDeconvolve(CLI::App& program) {
     deconvolve->options.addMethod(command);
     deconvolve->addOptions(command, "SIGNAL", "KERNEL");
     deconvolve->options.addSettings(command);
+    deconvolve->addGraph(command);
     command.callback([deconvolve] {
         deconvolve->method = deconvolve->options.method;
         deconvolve->methodWords = deconvolve->options.words();

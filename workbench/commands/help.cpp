@@ -44,9 +44,9 @@ std::string term(const CLI::Option& option) {
     if (option.get_positional()) {
         return option.get_name(true);
     }
-    const std::vector<std::string> words = choices(option);
+    const std::string type = option.get_type_name(), name = type.substr(0, type.find(':'));
     const std::string value =
-        words.empty() ? option.get_type_name() : fmt::format("{}", fmt::join(words, "|"));
+        name.empty() ? fmt::format("{}", fmt::join(choices(option), "|")) : name;
     return fmt::format("{}{}{}", fmt::join(optionNames(option), ", "), value.empty() ? "" : " ",
                        value);
 }

@@ -9,6 +9,7 @@ constexpr const char* programExamples =
     "  fendra convolve speech.wav room.wav -o wet.wav      put a dry recording into a room\n"
     "  fendra deconvolve wet.wav room.wav -o dry.wav       and take it out again\n"
     "  fendra convolve a.csv b.csv --pad                   the linear result, as text\n"
+    "  fendra settings lines.graph                         choose settings, and keep them\n"
     "  fendra info speech.wav                              what a file holds\n";
 
 constexpr const char* lagText =

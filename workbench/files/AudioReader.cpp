@@ -45,20 +45,14 @@ static bool isPcm(int format) {
 
 AudioReader::AudioReader(FileHandle audio, const std::string& path, const ReadOptions& options)
     : file(std::move(audio)) {
+    facts.path = path;
     const std::optional<AudioExtent> extent = findAudioExtent(file.get());
-    std::rewind(file.get());
-    SF_INFO header = {};
-    sound = openSound(file.get(), SFM_READ, header);
-    if (sound == nullptr) {
-        throw Failure(fmt::format("{}: the audio cannot be read ({}); save it anew as WAV or FLAC",
-                                  printable(path), printable(sf_strerror(nullptr), 100)));
-    }
+    const SF_INFO header = openFromStart();
     if (extent && extent->promised > extent->present) {
         throw Failure(fmt::format(
             "{} is cut off: its header promises {} bytes of samples, {} are there; copy it again",
             printable(path), extent->promised, extent->present));
     }
-    facts.path = path;
     facts.format = formatName(header.format);
     facts.channels = header.channels;
     facts.rate = std::max(header.samplerate, 0);
@@ -99,7 +93,20 @@ void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
         throw Failure(
             fmt::format("{} holds no samples; choose another file", printable(facts.path)));
     }
-    sf_seek(sound.get(), 0, SEEK_SET);
+    openFromStart();
+}
+
+// There are encodings in which the library cannot seek, not even to the start.
+SF_INFO AudioReader::openFromStart() {
+    sound.reset();
+    std::rewind(file.get());
+    SF_INFO header = {};
+    sound = openSound(file.get(), SFM_READ, header);
+    if (sound == nullptr) {
+        throw Failure(fmt::format("{}: the audio cannot be read ({}); save it anew as WAV or FLAC",
+                                  printable(facts.path), printable(sf_strerror(nullptr), 100)));
+    }
+    return header;
 }
 
 std::int64_t AudioReader::read(double* interleaved, std::int64_t count) {

@@ -13,6 +13,7 @@ public:
     std::int64_t read(double* interleaved, std::int64_t count) override;
 
 private:
+    SF_INFO openFromStart();
     void scan(std::int64_t promised, bool allowNonfinite);
 
     FileHandle file;

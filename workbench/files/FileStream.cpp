@@ -46,11 +46,15 @@ static FileHandle spool(std::FILE* source, const std::string& name) {
     return copy;
 }
 
+std::string inputName(const std::string& path) {
+    return path == "-" ? "standard input" : printable(path);
+}
+
 FileHandle openInput(const std::string& path) {
+    const std::string name = inputName(path);
     if (path == "-") {
-        return spool(stdin, "standard input");
+        return spool(stdin, name);
     }
-    const std::string name = printable(path);
     std::error_code ignored;
     const std::filesystem::file_status status = std::filesystem::status(path, ignored);
     if (std::filesystem::is_directory(status)) {

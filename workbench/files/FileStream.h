@@ -19,6 +19,9 @@ FileHandle openFile(const std::string& path, const char* mode);
 // A file that has no name and goes with its handle. Failure if there is no room for one.
 FileHandle openTemporary();
 
+// What messages call the file of that path: "standard input" for "-", else the path, printable.
+std::string inputName(const std::string& path);
+
 // The file of that path for reading, at its start and ready to be sought in: what cannot be, a pipe
 // or "-" for standard input, is copied to a temporary file. Failure if there is nothing to read.
 FileHandle openInput(const std::string& path);

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -12,7 +13,7 @@ static constexpr std::size_t longestLine = std::size_t{1} << 20;
 static constexpr std::size_t blockLength = std::size_t{1} << 16;
 
 LineReader::LineReader(std::FILE* text, std::string displayName)
-    : file(text), name(std::move(displayName)), buffer(longestLine + blockLength) {}
+    : file(text), name(std::move(displayName)), buffer(blockLength) {}
 
 bool LineReader::next(std::string_view& line) {
     while (nextRaw(line)) {
@@ -65,11 +66,12 @@ bool LineReader::nextRaw(std::string_view& line) {
     return true;
 }
 
-// Appends to what is left in the buffer; up to longestLine there is room.
+// Appends to what is left in the buffer, which grows with the longest line.
 void LineReader::fill() {
     std::memmove(buffer.data(), buffer.data() + begin, end - begin);
     end -= begin;
     begin = 0;
+    buffer.resize(std::max(buffer.size(), end + blockLength));
     const std::size_t got = std::fread(buffer.data() + end, 1, blockLength, file);
     if (std::ferror(file) != 0) {
         throw Failure(

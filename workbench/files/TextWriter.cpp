@@ -11,12 +11,13 @@
 
 static constexpr std::size_t blockLength = std::size_t{1} << 16;
 
-// A name as a header cell: in quotes where it could be taken for several cells, a number, or a
-// comment.
+// A name as a header cell: in quotes where it could be taken for several cells, a number, a comment
+// or a byte-order mark.
 static std::string headerCell(const std::string& name) {
     std::string cell = printable(name);
     double ignored = 0.0;
     if (!cell.empty() && cell.find_first_of("\t;, \"#") == std::string::npos &&
+        !cell.starts_with("\xef\xbb\xbf") &&
         readNumber(cell, true, ignored) == NumberKind::notANumber) {
         return cell;
     }

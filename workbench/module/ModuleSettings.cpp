@@ -14,3 +14,17 @@ void ModuleSettings::applyTo(B_BasisModule& module) const {
     CArchive loaded(graph, CArchive::load);
     module.Serialize(loaded);
 }
+
+ModuleSettings ModuleSettings::of(B_BasisModule& module) {
+    std::stringstream graph;
+    CArchive stored(graph, CArchive::store);
+    module.Serialize(stored);
+    CArchive loaded(graph, CArchive::load);
+    CString version;
+    std::int32_t outputs = 0;
+    ModuleSettings found;
+    loaded >> version >> outputs >> found.executionMode >> found.method >> found.direction >>
+        found.convergence >> found.maxIterations >> found.abortAtError >> found.errorValue >>
+        found.abortAtMinError >> found.scaling;
+    return found;
+}

@@ -31,4 +31,6 @@ struct ModuleSettings {
 
     // Sets a module up with them, the way a host does: through a stored graph that it reads.
     void applyTo(B_BasisModule& module) const;
+    // Those of a module, read from what it stores.
+    static ModuleSettings of(B_BasisModule& module);
 };

@@ -1,0 +1,202 @@
+#include "host/B_BasisModule.h"
+#include "platform/CDialog.h"
+#include "workbench/Failure.h"
+#include "workbench/commands/Command.h"
+#include "workbench/commands/DialogTyper.h"
+#include "workbench/commands/InputOptions.h"
+#include "workbench/commands/values.h"
+#include "workbench/files/OutputFile.h"
+#include "workbench/files/Printable.h"
+#include "workbench/module/StoredGraph.h"
+#include "workbench/window/WindowLibrary.h"
+#include "workbench/window/display.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Installed while it lives, in place of the desktop before. What is shown is shown by another one;
+// this one notes whether a dialog came up, and whether it was answered by OK.
+class Observer : public Desktop {
+public:
+    explicit Observer(Desktop& shownOn) : shown(shownOn), before(install(this)) {}
+    Observer(const Observer&) = delete;
+    Observer& operator=(const Observer&) = delete;
+    ~Observer() override { install(before); }
+
+    int messageBox(const CString& text, const CString& caption, unsigned style) override {
+        return shown.messageBox(text, caption, style);
+    }
+    void runDialog(CDialog& dialog) override {
+        opened = true;
+        shown.runDialog(dialog);
+        accepted = dialog.hasEnded() && dialog.answer() == IDOK;
+    }
+
+    bool opened = false, accepted = false;
+
+private:
+    Desktop& shown;
+    Desktop* before;
+};
+
+struct SettingsCommand {
+    std::string graph, picture;
+    std::vector<std::string> values;
+    bool replace = false;
+    InputOptions input;
+
+    void run() const;
+
+private:
+    void edit(Desktop& desktop) const;
+    [[nodiscard]] std::vector<Assignment> assignments() const;
+};
+
+// Loads the graph, or takes the defaults, shows the module's dialog, and stores what OK leaves.
+void SettingsCommand::edit(Desktop& desktop) const {
+    const ModuleLibrary library = input.library();
+    const ModuleObject module = library.makeModule();
+    Observer observer(desktop);
+    std::error_code ignored;
+    const bool exists = std::filesystem::exists(graph, ignored);
+    if (exists) {
+        loadGraph(*module, graph);
+    }
+    RET_PORT changed;
+    module->OnLeftDblClk(changed);
+    if (!observer.opened) {
+        throw Failure(fmt::format("{} has no dialog for its settings", library.file.string()));
+    }
+    if (observer.accepted) {
+        storeGraph(*module, graph, exists);
+        fmt::print("{}: {}\n", printable(graph), settingsLine(ModuleSettings::of(*module)));
+    }
+}
+
+std::vector<Assignment> SettingsCommand::assignments() const {
+    std::vector<Assignment> given;
+    for (const std::string& word : values) {
+        const Assignment next(word);
+        if (std::any_of(given.begin(), given.end(),
+                        [&](const Assignment& other) { return other.setting == next.setting; })) {
+            throw CLI::ValidationError("--set", next.setting->key + " is given twice");
+        }
+        given.push_back(next);
+    }
+    return given;
+}
+
+void SettingsCommand::run() const {
+    if (graph == "-") {
+        throw CLI::ValidationError("GRAPH", "name a file; standard input cannot be stored in");
+    }
+    if (!values.empty()) {
+        DialogTyper typer(assignments());
+        edit(typer);
+        return;
+    }
+    if (!picture.empty()) {
+        const OutputFile refusesExisting(picture, replace);
+        const WindowLibrary windows;
+        edit(*windows.pictureDesktop(picture));
+        return;
+    }
+    if (!displayAvailable()) {
+        throw Failure(fmt::format(
+            "there is no display to show the dialog on; set values with fendra settings "
+            "{} --set KEY=VALUE, see fendra settings --help",
+            quoted(graph)));
+    }
+    const WindowLibrary windows;
+    edit(*windows.windowDesktop());
+}
+
+static std::string checkAssignment(const std::string& word) {
+    std::vector<std::string> keys;
+    for (const Setting& setting : Setting::all()) {
+        keys.push_back(setting.key);
+    }
+    const std::size_t equals = word.find('=');
+    std::string key = word.substr(0, equals);
+    std::string problem = choice(keys)(key);
+    if (!problem.empty()) {
+        return problem;
+    }
+    if (equals == std::string::npos) {
+        return fmt::format("\"{}\" has no value; give {}=VALUE", word, word);
+    }
+    const std::vector<std::string>& words = Setting::named(key).words;
+    std::string value = word.substr(equals + 1);
+    const std::string wrong = words.empty() ? "" : choice(words)(value);
+    return wrong.empty() ? "" : key + ": " + wrong;
+}
+
+// "direction=convolution|deconvolution, per=block|packet; with direction=convolution: ..."
+static std::string vocabulary() {
+    std::string text, needs;
+    for (const Setting& setting : Setting::all()) {
+        const bool another = setting.needs != needs;
+        needs = setting.needs;
+        text += another ? fmt::format("; with {}: ", needs) : text.empty() ? "" : ", ";
+        text += fmt::format(
+            "{}={}", setting.key,
+            setting.words.empty() ? "NUMBER" : fmt::format("{}", fmt::join(setting.words, "|")));
+    }
+    return text;
+}
+
+// What the completion of --set offers.
+static std::vector<std::string> completions() {
+    std::vector<std::string> all;
+    for (const Setting& setting : Setting::all()) {
+        const std::vector<std::string> none = {""};
+        for (const std::string& word : setting.words.empty() ? none : setting.words) {
+            all.push_back(setting.key + "=" + word);
+        }
+    }
+    return all;
+}
+
+void addSettings(CLI::App& program) {
+    CLI::App& command = *program.add_subcommand(
+        "settings",
+        "Choose settings and keep them in a stored graph.\n"
+        "Opens the module's own settings dialog on GRAPH, or with --set fills it in and presses "
+        "OK: what the dialog does not offer is refused. GRAPH is replaced on OK, as a whole, and "
+        "otherwise stays as it was. If it is not there, the dialog starts from the module's "
+        "defaults. A graph holds the settings of one module and nothing else: a file that goes on "
+        "behind them is refused, as is one of another version of the module.");
+    command.footer(
+        "  fendra settings lines.graph                      in the module's dialog\n"
+        "  fendra settings lines.graph --set direction=deconvolution method=van-cittert\n"
+        "  fendra settings lines.graph --set convergence=0.5 --set max-iterations=30\n"
+        "  fendra deconvolve lines.csv peak.csv --graph lines.graph\n"
+        "  fendra settings lines.graph --picture dialog.png\n");
+    const auto settings = std::make_shared<SettingsCommand>();
+    command.add_option("GRAPH", settings->graph, "the file of a stored graph")
+        ->required()
+        ->type_name("FILE");
+    CLI::Option* const set =
+        command
+            .add_option("--set", settings->values,
+                        "give values instead of showing the dialog, in any order: " + vocabulary())
+            ->check(CLI::Validator([](std::string& word) { return checkAssignment(word); },
+                                   fmt::format("{{{}}}", fmt::join(completions(), ","))))
+            ->type_name("KEY=VALUE");
+    command
+        .add_option("--picture", settings->picture,
+                    "paint the dialog into a PNG file instead of showing it; nothing is stored")
+        ->type_name("FILE")
+        ->excludes(set);
+    command.add_flag("--force", settings->replace, "replace the picture if it exists");
+    settings->input.addModuleTo(command);
+    command.callback([settings] { settings->run(); });
+}

@@ -1,0 +1,66 @@
+#include "workbench/module/StoredGraph.h"
+
+#include "host/B_BasisModule.h"
+#include "platform/CArchiveException.h"
+#include "workbench/Failure.h"
+#include "workbench/files/FileStream.h"
+#include "workbench/files/OutputFile.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <sstream>
+
+// What is longer is no stored graph.
+static constexpr std::size_t longestGraph = 4096;
+
+static std::string readStart(const std::string& path) {
+    const FileHandle file = openInput(path);
+    std::string bytes(longestGraph + 1, '\0');
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+    if (std::ferror(file.get()) != 0) {
+        throw Failure(fmt::format("cannot read {}: {}", inputName(path), errorText()));
+    }
+    return bytes;
+}
+
+static std::string problem(CArchiveException::Cause cause) {
+    switch (cause) {
+        case CArchiveException::badSchema:
+            return "is of another version of the module, and stays as it is; store the settings "
+                   "under another name";
+        case CArchiveException::endOfFile:
+            return "is no stored graph, or cut off: it ends within the settings; make one with "
+                   "fendra settings";
+        case CArchiveException::badIndex:
+            return "is damaged: its number of outputs does not go with its settings; make another "
+                   "one with fendra settings";
+        default:
+            return "cannot be loaded; make another one with fendra settings";
+    }
+}
+
+void loadGraph(B_BasisModule& module, const std::string& path) {
+    const std::string name = inputName(path);
+    std::stringstream stream(readStart(path));
+    CArchive archive(stream, CArchive::load);
+    try {
+        module.Serialize(archive);
+    } catch (const CArchiveException& exception) {
+        throw Failure(fmt::format("{} {}", name, problem(exception.cause)));
+    }
+    if (stream.rdbuf()->in_avail() > 0) {
+        throw Failure(fmt::format(
+            "{} goes on behind the settings; a stored graph holds those of one module alone",
+            name));
+    }
+}
+
+void storeGraph(B_BasisModule& module, const std::string& path, bool replace) {
+    std::stringstream stream;
+    CArchive archive(stream, CArchive::store);
+    module.Serialize(archive);
+    OutputFile file(path, replace);
+    file.write(stream.str());
+    file.commit();
+}
