@@ -1,0 +1,66 @@
+#include "fuzz/fuzz.h"
+#include "fuzz/signals.h"
+#include "workbench/Failure.h"
+#include "workbench/files/Printable.h"
+
+#include <algorithm>
+#include <cmath>
+
+// An input is a byte of options and a text file.
+
+// Bytes that cannot be shown are written as question marks, and then say something else.
+static bool isShowable(const std::string& name) {
+    return printable(name) == name;
+}
+
+// Where an axis is far from 0 against its step, sums round its points: then the way back may not be
+// the way there.
+static bool isPlain(const SignalAxis& axis) {
+    return isShowable(axis.name) && axis.step > 1e-100 && axis.step < 1e100 &&
+           std::abs(axis.start) < 1e9 * axis.step;
+}
+
+static void requireSameAxis(const SignalInfo& before, const SignalInfo& after) {
+    require(after.axis && after.axis->time == before.axis->time,
+            "an axis is one of its kind again");
+    require(std::abs(before.axis->step - after.axis->step) <= 1e-6 * before.axis->step &&
+                std::abs(before.axis->start - after.axis->start) <= 1e-6 * before.axis->step,
+            "and has the same points");
+}
+
+static void checkRoundTrip(const SignalInfo& info, const std::vector<double>& samples,
+                           const std::string& ending) {
+    ResultInfo result;
+    result.channels = info.channels;
+    result.columnNames = info.names;
+    const bool withAxis = info.axis && isPlain(*info.axis);
+    if (withAxis) {
+        result.rate = info.rate;
+        result.axis = info.axis;
+    }
+    const auto reader =
+        writtenAndOpened(ending, samples, result, {.allowNonfinite = true, .axis = withAxis});
+    require(reader->info().channels == info.channels, "what was written has the same channels");
+    require(sameSamples(samplesOf(*reader, true), samples), "and the same samples");
+    if (std::all_of(info.names.begin(), info.names.end(), isShowable)) {
+        require(info.names.empty() || reader->info().names == info.names, "and the same names");
+    }
+    if (withAxis) {
+        requireSameAxis(info, reader->info());
+    }
+}
+
+void fuzzOne(Bytes input) {
+    InputReader bytes(input);
+    const std::uint8_t choice = bytes.byte();
+    const ReadOptions options{.allowNonfinite = (choice & 1U) != 0, .axis = (choice & 2U) != 0};
+    static const std::string endings[] = {".csv", ".tsv", ".txt", ".dat"};
+    const MemoryFile file(bytes.text(input.size()));
+    try {
+        const auto reader = openSignal(file.path(), options);
+        const std::vector<double> samples = samplesOf(*reader, options.allowNonfinite);
+        checkRoundTrip(reader->info(), samples, endings[choice >> 2U & 3U]);
+    } catch (const Failure& refusal) {
+        requireShowable(refusal.what());
+    }
+}

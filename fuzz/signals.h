@@ -1,0 +1,37 @@
+#pragma once
+
+#include "workbench/files/SignalReader.h"
+#include "workbench/files/SignalWriter.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Bytes as a file without a disk, as long as the object lasts.
+class MemoryFile {
+public:
+    explicit MemoryFile(std::string_view bytes);
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+    ~MemoryFile();
+
+    std::string path() const;
+
+private:
+    int descriptor;
+};
+
+// A refusal is one line that can be shown.
+void requireShowable(const std::string& refusal);
+
+// All samples of an open signal, interleaved. Its facts are required to make sense.
+std::vector<double> samplesOf(SignalReader& reader, bool allowNonfinite);
+
+// Writes a signal in the format of that ending and opens it again.
+std::unique_ptr<SignalReader> writtenAndOpened(const std::string& ending,
+                                               const std::vector<double>& samples,
+                                               const ResultInfo& info, const ReadOptions& options);
+
+// Same bits, but for what a NaN carries.
+bool sameSamples(const std::vector<double>& left, const std::vector<double>& right);
