@@ -1,14 +1,10 @@
-#include "platform/CDialog.h"
-#include "platform/Desktop.h"
-#include "platform/DialogResource.h"
-#include "platform/Windows1252.h"
 #include "tests/frame/ModuleRig.h"
+#include "tests/support/Person.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <vector>
 
 using namespace std::string_literals;
 
@@ -31,29 +27,19 @@ TEST(Settings, TravelAsARecordOf44BytesTakenAsFarAsItGoes) {
     }
 }
 
-struct MessageRecorder : Desktop {
-    int messageBox(const CString& text, const CString& caption, unsigned style) override {
-        messages.push_back(toUtf8(caption) + '|' + toUtf8(text) + '|' + std::to_string(style));
-        return IDOK;
-    }
-    void runDialog(CDialog& /*dialog*/) override {}
-    std::vector<std::string> messages;
-};
-
 TEST(Settings, OtherVersionIsShownAndLeavesAllAsItWas) {
     setenv("LC_ALL", "de_DE.UTF-8", 1);
-    MessageRecorder recorder;
-    EXPECT_EQ(Desktop::install(&recorder), nullptr);
+    const Person person("");
     for (const char* version : {"V2.00", "v1.91", "V1.9", "V1.911", ""}) {
         const ModuleRig rig;
         EXPECT_EQ(load(rig.module, graph(version, 3, changed)), CArchiveException::badSchema);
         EXPECT_TRUE(stored(rig.module) == graph("V1.91", 1, record({})) &&
                     rig.module.GetPortType(outputPort, 1).IsEmpty());
     }
-    EXPECT_EQ(Desktop::install(nullptr), &recorder);
     const std::string message =
-        "Fendra|Die aus der Datei eingelesenen Werte sind inkompatibel zur gegenwärtig "
-        "verwendeten Modulversion.\n\nDas Modul im Signalgraph wird durch die aktuelle Version "
-        "ersetzt\nund mit Standard-Werten initialisiert!|48";
-    EXPECT_EQ(recorder.messages, std::vector<std::string>(5, message));
+        "Die aus der Datei eingelesenen Werte sind inkompatibel zur gegenwärtig verwendeten "
+        "Modulversion.\n\nDas Modul im Signalgraph wird durch die aktuelle Version ersetzt\nund "
+        "mit Standard-Werten initialisiert!|";
+    EXPECT_EQ(person.messages, message + message + message + message + message);
+    EXPECT_EQ(person.messageFrame, "Fendra 48");
 }

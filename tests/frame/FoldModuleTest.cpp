@@ -1,13 +1,10 @@
 #include "host/TCError.h"
-#include "platform/ResourceChain.h"
 #include "tests/frame/ModuleRig.h"
 #include "tests/support/FailingAllocator.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-
-using namespace std::string_literals;
 
 TEST(EntryPoints, NumberModulesAnewAndAnswerWhatAHostAsks) {
     const ModuleRig first;
@@ -27,19 +24,6 @@ TEST(EntryPoints, GetModuleInstanceIsNullWhereMemoryRunsOut) {
         EXPECT_EQ(FailingAllocator::disarm(), module == nullptr);
         DeleteModuleInstance(module);
     });
-}
-
-// Sizes, planes and bits per pixel are where a host looks for them.
-TEST(Images, HaveTheHeadersOfSixteenColours) {
-    const auto bitmap = ResourceChain::bitmap(129), icon = ResourceChain::icon(130);
-    ASSERT_EQ(bitmap.size(), 238U);
-    EXPECT_EQ(std::string(bitmap.begin(), bitmap.begin() + 34),
-              "BM\xee\0\0\0\0\0\0\0\x76\0\0\0"
-              "\x28\0\0\0\x10\0\0\0\x0f\0\0\0\1\0\4\0\0\0\0\0"s);
-    ASSERT_EQ(icon.size(), 766U);
-    EXPECT_EQ(std::string(icon.begin(), icon.begin() + 42),
-              "\0\0\1\0\1\0\x20\x20\x10\0\1\0\4\0\xe8\2\0\0\x16\0\0\0"
-              "\x28\0\0\0\x20\0\0\0\x40\0\0\0\1\0\4\0\0\0\0\0"s);
 }
 
 // Inputs 0 to 2 and outputs 0 to 3: ~ marks a signal in time, # a scalar, ! a name that is reported

@@ -1,6 +1,5 @@
 #include "frame/FoldSettings.h"
 #include "host/LaunchHelp.h"
-#include "platform/ResourceChain.h"
 #include "tests/frame/ModuleRig.h"
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/Person.h"
@@ -8,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <tuple>
 
 using namespace std::string_literals;
 
@@ -129,6 +127,11 @@ static const std::string noNumber =
     "Please enter a number with a decimal point, such as 0.01 or 1e-6.|";
 static const std::string outOfRange = "Please enter a number from 0 to 1e+308.|";
 
+static std::string sixTimes(const std::string& message) {
+    const std::string thrice = message + message + message;
+    return thrice + thrice;
+}
+
 struct Outcome {
     const char* start;
     std::string script;
@@ -186,11 +189,9 @@ INSTANTIATE_TEST_SUITE_P(
         Outcome{iterating, "1032 1034=1.1e308 1 1034=nan 1 1034=1e999 1 1034=0 1 2",
                 "0 1 2  100 1 1 0 1  4", "3:", outOfRange + noNumber + noNumber},
         Outcome{iterating, "1031= 1 1031=-1 1 1031=4294967296 1 1031=1.5 1 1031=+7 1 1031=1x 1",
-                iterating, "3:",
-                noWholeNumber + noWholeNumber + noWholeNumber + noWholeNumber + noWholeNumber +
-                    noWholeNumber},
+                iterating, "3:", sixTimes(noWholeNumber)},
         Outcome{iterating, "1030= 1 1030=1,5 1 1030=0x1p3 1 1030=inf 1 1030=1_2 1 1030=1e 1",
-                iterating, "3:", noNumber + noNumber + noNumber + noNumber + noNumber + noNumber},
+                iterating, "3:", sixTimes(noNumber)},
         // The first in the order of exchange is told, whether it is enabled or not.
         Outcome{iterating, "1032 1030=x 1031=x 1034=-1 1", iterating, "3:", noWholeNumber},
         Outcome{iterating, "1032 1030=x 1034=-1 1024 1", iterating, "3:", noNumber}));
@@ -201,18 +202,6 @@ INSTANTIATE_TEST_SUITE_P(
         Outcome{"8 1 0  100 1 0 0.01 1  9", "1", "-1 1 1  100 1 0 0.01 1  -1"},
         Outcome{"0 7 3  100 1 0 0.01 1  4", "1026 1", "0 1 3  100 1 0 0.01 1  4", "3:12"},
         Outcome{"0 0 1  100 1 0 -1 1  4", "1", "0 0 1  100 1 0 -1 1  4", "1:", outOfRange}));
-
-TEST(SettingsDialog, TellsWhichFieldFailedAndKeepsItsText) {
-    const ModuleRig rig;
-    Person person("1026 1027 1032 1034=-1 1");
-    person.look = [](const CDialog& dialog) {
-        EXPECT_FALSE(dialog.hasEnded());
-        EXPECT_STREQ(dialog.control(1034)->text, "-1");
-    };
-    RET_PORT changed;
-    EXPECT_EQ(rig.module.OnLeftDblClk(changed), noPort);
-    EXPECT_EQ(person.failedControl, 1034U);
-}
 
 TEST(SettingsDialog, HelpsAndStaysOpen) {
     std::string told;
@@ -254,28 +243,4 @@ TEST(SettingsDialog, LeavesAllAsItWasWhereMemoryRunsOut) {
                   exhausted ? std::string(fresh) + "0" : iterating + "DOUBLE SCALAR2"s);
         EXPECT_EQ(rig.module.GetNoOutput(), exhausted ? 1 : 3);
     });
-}
-
-// The template as text: f a frame, l the line, ids, * where a group starts.
-static std::string orderOf(const DialogResource& dialog) {
-    std::string text;
-    for (const ControlResource& control : dialog.controls) {
-        text += control.kind == ControlKind::frame ? "f" : "";
-        text += control.kind == ControlKind::line ? "l" : "";
-        text += control.id != 0 ? std::to_string(control.id) : "";
-        text += control.startsGroup ? "*" : "";
-    }
-    return text;
-}
-
-TEST(SettingsDialog, HasOneTemplateInThreeLanguages) {
-    for (const auto& [locale, width, height] :
-         {std::tuple{"de", 412, 210}, std::tuple{"en", 423, 231}, std::tuple{"fr", 423, 231}}) {
-        ::setenv("LC_ALL", locale, 1);
-        const DialogResource& dialog = *ResourceChain::dialog(144);
-        EXPECT_TRUE(dialog.width == width && dialog.height == height);
-        EXPECT_EQ(dialog.controls.size(), 26U);
-        EXPECT_EQ(orderOf(dialog),
-                  "f1040*1041f1025*1026f1023*102410271028f*1030*1031103210341033f*1036l121002");
-    }
 }

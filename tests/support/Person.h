@@ -23,8 +23,9 @@ public:
     Person& operator=(const Person&) = delete;
     ~Person() override { install(before); }
 
-    int messageBox(const CString& text, const CString& /*caption*/, unsigned /*style*/) override {
+    int messageBox(const CString& text, const CString& caption, unsigned style) override {
         messages += toUtf8(text) + "|";
+        messageFrame = toUtf8(caption) + " " + std::to_string(style);
         return IDOK;
     }
 
@@ -38,6 +39,7 @@ public:
     }
 
     std::string messages;        // each ended by |
+    std::string messageFrame;    // caption and style of the last
     std::string refused;         // the words that the dialog had no use for
     unsigned failedControl = 0;  // of the dialog, in the end
     std::function<void(const CDialog&)> look = [](const CDialog& /*dialog*/) {};  // in the end
