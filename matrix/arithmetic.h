@@ -20,6 +20,9 @@ inline double product(double a, double b) {
 inline double quotient(double a, double b) {
     return a / b;
 }
+inline double negative(double a) {
+    return -a;
+}
 inline double magnitude(double a) {
     return std::abs(a);
 }
@@ -43,12 +46,15 @@ inline int quotient(int a, int b) {
     }
     return b == -1 ? difference(0, a) : a / b;
 }
+inline int negative(int a) {
+    return difference(0, a);
+}
 // That of the most negative number, which does not fit, is the largest number: a row is not taken
 // for a row of zeros.
 inline int magnitude(int a) {
     return a == std::numeric_limits<int>::min() ? std::numeric_limits<int>::max() : std::abs(a);
 }
-// Truncated.
+// Truncated; 0 of a negative number, which a sum of squares can be when it wraps.
 inline int squareRoot(int a) {
-    return static_cast<int>(std::sqrt(static_cast<double>(a)));
+    return a < 0 ? 0 : static_cast<int>(std::sqrt(static_cast<double>(a)));
 }

@@ -1,0 +1,82 @@
+#include "matrix/RotationMatrix.h"
+
+#include "matrix/arithmetic.h"
+
+#include <algorithm>
+
+template <typename T>
+RotationMatrix<T>::RotationMatrix(int n) : SquareMatrix<T>(n) {
+    RotationMatrix::setIdentity();
+}
+
+template <typename T>
+void RotationMatrix<T>::setFromElements(const Matrix<T>& matrix, int row, int column) {
+    const T x = matrix.rowTable[column][column], y = matrix.rowTable[row][column];
+    const T radius = squareRoot(sum(product(y, y), product(x, x)));
+    if (radius == T(0)) {
+        setRotation(row, column, T(1), T(0));
+    } else {
+        setRotation(row, column, quotient(x, radius), quotient(y, radius));
+    }
+}
+
+template <typename T>
+RotationMatrix<T>& RotationMatrix<T>::assignMatrix(const MatrixStore<T>& source) {
+    this->assign(source);
+    p = q = -1;
+    c = s = 0;
+    return *this;
+}
+
+template <typename T>
+int RotationMatrix<T>::applyTo(const Matrix<T>& source, Matrix<T>& target) {
+    if (source.getRows() != this->getCols()) {
+        return 0;
+    }
+    if (&source != &target && target.assign(source).errorFlag != 0) {
+        return 0;
+    }
+    return applyInPlace(target);
+}
+
+template <typename T>
+int RotationMatrix<T>::applyInPlace(Matrix<T>& matrix) {
+    if (matrix.getRows() != this->getCols()) {
+        return 0;
+    }
+    T* const rowP = matrix.rowTable[p];
+    T* const rowQ = matrix.rowTable[q];
+    for (int i = 0; i < matrix.getCols(); ++i) {
+        const T x = rowP[i], y = rowQ[i];
+        rowQ[i] = sum(product(c, y), product(s, x));
+        rowP[i] = difference(product(c, x), product(s, y));
+    }
+    return 1;
+}
+
+template <typename T>
+void RotationMatrix<T>::setRotation(int first, int second, T cosine, T sine) {
+    resetRotation();
+    p = first;
+    q = second;
+    c = cosine;
+    s = sine;
+    T** a = this->rowTable;
+    a[p][q] = negative(s);
+    a[q][p] = s;
+    a[p][p] = a[q][q] = c;
+}
+
+template <typename T>
+void RotationMatrix<T>::resetRotation() {
+    if (std::min(p, q) >= 0 && std::max(p, q) < std::min(this->rowCount, this->colCount)) {
+        T** a = this->rowTable;
+        a[p][q] = a[q][p] = 0;
+        a[p][p] = a[q][q] = 1;
+    }
+    p = q = -1;
+    c = s = 0;
+}
+
+template class RotationMatrix<int>;
+template class RotationMatrix<double>;
