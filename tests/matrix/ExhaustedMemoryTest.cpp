@@ -1,15 +1,17 @@
-#include "matrix/SquareMatrix.h"
+#include "matrix/RotationMatrix.h"
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/PlainMatrix.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
-// The first four leave m empty, the others every object as it was.
+// The first four leave m empty, the others every object as it was; x becomes empty or keeps its
+// elements, with rows of zeros perhaps.
 TEST(ExhaustedMemory, LeavesObjectsEmptyOrAsTheyWere) {
-    for (std::size_t index = 0; index < 14; ++index) {
+    for (std::size_t index = 0; index < 21; ++index) {
         SCOPED_TRACE(index);
         sweepAllocations([&](const FailingAllocator& memory) {
             const std::vector<double> six = {1, 2, 3, 4, 5, 6}, nine = {4, 1, 0, 1, 5, 2, 0, 2, 6};
@@ -17,7 +19,10 @@ TEST(ExhaustedMemory, LeavesObjectsEmptyOrAsTheyWere) {
             SquareMatrix<double> s(0);
             Vector<double> v;
             Vector<int> pivots;
-            const std::function<int()> operations[14] = {
+            Matrix<double> x, y;
+            Vector<double> w(3, 0);
+            RotationMatrix<double> rotation(3);
+            const std::function<int()> operations[21] = {
                 [&] { return m.resize(4, 2); },
                 [&] { return m.reshape(3, 2); },
                 [&] { return m.transpose(); },
@@ -32,17 +37,27 @@ TEST(ExhaustedMemory, LeavesObjectsEmptyOrAsTheyWere) {
                 [&] { return s.inverseOf(s, true); },
                 [&] { return s.solve(v, v, true); },
                 [&] { return s.cholesky(); },
+                [&] { return y.divide(m, s, true); },
+                [&] { return s.svd(y, w, x); },
+                [&] { return s.qr(x, y); },
+                [&] { return x.pseudoInvert(); },
+                [&] { return s.pseudoSolve(v, x); },
+                [&] { return rotation.applyTo(s, x); },
+                [&] { return 1 - rotation.assignMatrix(s).errorFlag; },
             };
             const int zeroes[] = {0, 0, 0};
             m.assignArray(six.data(), 2, 3);
             s.assignArray(nine.data(), 3, 3);
             v.assignArray(six.data(), 3, 1);
             pivots.assignArray(zeroes, 3, 1);
+            x.assign(m);
+            rotation.setRotation(0, 1, 0, 1);
             memory.arm();
             const int result = operations[index]();
             const bool failed = FailingAllocator::disarm();
             const std::vector<double> left = index < 4 ? std::vector<double>() : six;
-            const bool kept = holds(m, left) && holds(s, nine) && holds(v, {1, 2, 3});
+            const bool keptX = x.rowCount == 0 || std::equal(six.begin(), six.end(), x.dataBlock);
+            const bool kept = holds(m, left) && holds(s, nine) && holds(v, {1, 2, 3}) && keptX;
             EXPECT_TRUE(failed ? result == 0 && kept && holds(pivots, {0, 0, 0}) : result == 1);
         });
     }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <random>
 #include <tuple>
 
@@ -27,7 +26,7 @@ static bool equalsPlainLoops(int n, bool integers, bool pivot) {
     SquareMatrix<T> factors(a), inverse(a), columns(n);
     Vector<int> pivots(pivot ? n : 0, 0);
     std::vector<int> order(static_cast<std::size_t>(pivot ? n : 0));
-    std::vector<T> f(a.dataBlock, a.dataBlock + n * n);
+    std::vector<T> f = elementsOf(a);
     plainEliminate(f.data(), n, order);
     bool equal = factors.luDecompose(pivots) == 1 && holds(factors, f) && holds(pivots, order);
     for (int j = 0; equal && j < n; ++j) {
@@ -42,7 +41,7 @@ static bool equalsPlainLoops(int n, bool integers, bool pivot) {
                 b.colCount == (j % 2 != 0 ? 1 : n);
     }
     return equal && inverse.invert(pivot) == 1 && inverse.transpose() == 1 &&
-           holds(inverse, {columns.dataBlock, columns.dataBlock + n * n});
+           holds(inverse, elementsOf(columns));
 }
 
 TEST(SquareMatrix, EliminationEqualsThePlainLoops) {
@@ -64,7 +63,7 @@ TEST(SquareMatrix, CholeskyEqualsThePlainLoops) {
         unit.setIdentity();
         transposed.transpose();
         a.mulAssign(transposed).addAssign(unit);
-        std::vector<double> factor(a.dataBlock, a.dataBlock + std::ptrdiff_t{n} * n);
+        std::vector<double> factor = elementsOf(a);
         plainCholesky(factor.data(), n);
         EXPECT_TRUE(a.cholesky() == 1 && holds(a, factor)) << n;
     }
