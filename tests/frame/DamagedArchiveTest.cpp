@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
-#include <vector>
 
 using Cause = CArchiveException::Cause;
 

@@ -34,14 +34,12 @@ public:
         for (std::string word; words >> word;) {
             refused += act(dialog, word) ? "" : word + " ";
         }
-        failedControl = dialog.failedControl();
         look(dialog);
     }
 
-    std::string messages;        // each ended by |
-    std::string messageFrame;    // caption and style of the last
-    std::string refused;         // the words that the dialog had no use for
-    unsigned failedControl = 0;  // of the dialog, in the end
+    std::string messages;      // each ended by |
+    std::string messageFrame;  // caption and style of the last
+    std::string refused;       // the words that the dialog had no use for
     std::function<void(const CDialog&)> look = [](const CDialog& /*dialog*/) {};  // in the end
 
 private:
