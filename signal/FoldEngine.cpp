@@ -1,5 +1,6 @@
 #include "signal/FoldEngine.h"
 
+#include "kernels/convolution.h"
 #include "transform/FourierTransform.h"
 
 #include <algorithm>
@@ -15,14 +16,7 @@ static void foldInTime(const double* a, int L, const double* b, int S, double* r
     double* w = extended.data();
     std::copy_n(a + (L - S), S, w);
     std::copy_n(a, L, w + S);
-    for (int n = 0; n < L; ++n) {
-        const double* last = w + S - 1 + n;
-        double sum = 0.0;
-        for (int k = 0; k < S; ++k) {
-            sum += last[-k] * b[k];
-        }
-        result[n] = sum;
-    }
+    convolve(w, b, L, S, result);
 }
 
 static void foldInFrequency(const double* a, int L, const double* b, int S, double* result,

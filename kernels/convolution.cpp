@@ -1,0 +1,109 @@
+#include "kernels/convolution.h"
+
+#include "kernels/vectors.h"
+
+#include <algorithm>
+#include <cstddef>
+
+void plain::convolve(const double* w, const double* b, int L, int S, double* result) {
+    for (int n = 0; n < L; ++n) {
+        const double* last = w + S - 1 + n;
+        double sum = 0.0;
+        for (int k = 0; k < S; ++k) {
+            sum += last[-k] * b[k];
+        }
+        result[n] = sum;
+    }
+}
+
+// Outputs are computed side by side, `lanes` to a vector and as many vectors as the registers hold,
+// while k runs. A vector takes one load, one product and one sum a term, and of loads there are two
+// a cycle, one where each crosses a cache line. So the samples that a block needs are copied
+// `lanes` times, each copy moved by one more sample, which makes every load an aligned one: at 512
+// outputs and 128 terms 41 kB, copied in a tenth of the time that the terms take.
+static constexpr int blockOutputs = 512, blockTerms = 128;
+static constexpr int copyLength = blockOutputs + blockTerms;
+
+// The sums of a block while k runs, and the samples for its next terms.
+template <int lanes>
+struct Block {
+    alignas(64) double sums[blockOutputs] = {};
+    alignas(64) double copies[std::size_t{lanes}][copyLength];
+    double samples[copyLength];
+};
+
+// samples[0 .. length-1] come from w. Copy t holds at p the sample p - t, from p = lanes on.
+template <int lanes>
+[[gnu::always_inline]] static inline void load(Block<lanes>& block, const double* w, int length) {
+    std::copy_n(w, length, block.samples);
+    std::fill(block.samples + length, block.samples + copyLength, 0.0);
+    for (int t = 0; t < lanes; ++t) {
+        for (int p = lanes; p < length; p += lanes) {
+            vectorAt<lanes>(block.copies[t] + p) = vectorAt<lanes>(block.samples + p - t);
+        }
+    }
+}
+
+// Adds the products of `terms` terms, a multiple of lanes, to `vectors` vectors of sums from n on.
+template <int lanes, int vectors>
+[[gnu::always_inline]] static inline void addTerms(Block<lanes>& block, const double* b, int terms,
+                                                   int n) {
+    Vector<lanes> sums[std::size_t{vectors}];
+#pragma GCC unroll 16
+    for (int j = 0; j < vectors; ++j) {
+        sums[j] = vectorAt<lanes>(block.sums + n + j * lanes);
+    }
+    for (int k = 0; k < terms; k += lanes) {
+        for (int t = 0; t < lanes; ++t) {
+            const double* samples = block.copies[t] + terms + n - k;
+#pragma GCC unroll 16
+            for (int j = 0; j < vectors; ++j) {
+                sums[j] += vectorAt<lanes>(samples + j * lanes) * b[k + t];
+            }
+        }
+    }
+#pragma GCC unroll 16
+    for (int j = 0; j < vectors; ++j) {
+        vectorAt<lanes>(block.sums + n + j * lanes) = sums[j];
+    }
+}
+
+// Outputs n0 .. n0 + count - 1.
+template <int lanes>
+[[gnu::always_inline]] static inline void convolveBlock(const double* w, const double* b, int S,
+                                                        int count, double* result) {
+    constexpr int vectors = lanes == 8 ? 16 : 8;
+    Block<lanes> block;
+    const int wholeTerms = S - S % lanes;
+    for (int k = 0; k < wholeTerms; k += blockTerms) {
+        const int terms = std::min(blockTerms, wholeTerms - k);
+        load(block, w + S - 1 - k - terms, count + terms);
+        int n = 0;
+        for (; n + vectors * lanes <= count; n += vectors * lanes) {
+            addTerms<lanes, vectors>(block, b + k, terms, n);
+        }
+        for (; n < count; n += lanes) {
+            addTerms<lanes, 1>(block, b + k, terms, n);
+        }
+    }
+    for (int k = wholeTerms; k < S; ++k) {
+        for (int n = 0; n < count; ++n) {
+            block.sums[n] += w[S - 1 + n - k] * b[k];
+        }
+    }
+    std::copy_n(block.sums, count, result);
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void convolveBlocks(const double* w, const double* b, int L,
+                                                         int S, double* result) {
+    for (int n = 0; n < L; n += blockOutputs) {
+        convolveBlock<lanes>(w + n, b, S, std::min(blockOutputs, L - n), result + n);
+    }
+}
+
+FENDRA_VARIANTS(convolveVariant, convolveBlocks)
+
+void convolve(const double* w, const double* b, int L, int S, double* result) {
+    convolveVariant(w, b, L, S, result);
+}

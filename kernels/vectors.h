@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kernels/InstructionSet.h"
+
+// `lanes` doubles side by side, with the operators of one. It may lie anywhere that a double may.
+//
+// Vectors are local variables and references to memory only. A function that took or returned one
+// would have another binary interface on each instruction set.
+template <int lanes>
+struct VectorOf {
+    using type [[gnu::vector_size(lanes * sizeof(double)), gnu::aligned(alignof(double)),
+                 gnu::may_alias]] = double;
+};
+template <int lanes>
+using Vector = typename VectorOf<lanes>::type;
+
+// The elements from p on, as a vector.
+template <int lanes>
+[[gnu::always_inline]] inline const Vector<lanes>& vectorAt(const double* p) {
+    return *reinterpret_cast<const Vector<lanes>*>(p);
+}
+template <int lanes>
+[[gnu::always_inline]] inline Vector<lanes>& vectorAt(double* p) {
+    return *reinterpret_cast<Vector<lanes>*>(p);
+}
+
+// Defines the static function `kernel`, which runs body<lanes>(arguments...) on the instruction set
+// in use, translated for each of them. `body` is a template over the number of lanes and forced
+// inline, as is all that it calls with vectors.
+#if defined(__x86_64__) || defined(__i386__)
+#define FENDRA_VARIANTS(kernel, body)                                               \
+    template <typename... Arguments>                                                \
+    [[gnu::target("avx512f")]] static void kernel##Avx512(Arguments... arguments) { \
+        body<8>(arguments...);                                                      \
+    }                                                                               \
+    template <typename... Arguments>                                                \
+    [[gnu::target("avx2")]] static void kernel##Avx2(Arguments... arguments) {      \
+        body<4>(arguments...);                                                      \
+    }                                                                               \
+    template <typename... Arguments>                                                \
+    static void kernel(Arguments... arguments) {                                    \
+        switch (instructionSet()) {                                                 \
+            case InstructionSet::avx512:                                            \
+                return kernel##Avx512(arguments...);                                \
+            case InstructionSet::avx2:                                              \
+                return kernel##Avx2(arguments...);                                  \
+            default:                                                                \
+                return body<2>(arguments...);                                       \
+        }                                                                           \
+    }
+#else
+#define FENDRA_VARIANTS(kernel, body)            \
+    template <typename... Arguments>             \
+    static void kernel(Arguments... arguments) { \
+        body<2>(arguments...);                   \
+    }
+#endif
