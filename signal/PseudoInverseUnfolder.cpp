@@ -1,5 +1,6 @@
 #include "signal/PseudoInverseUnfolder.h"
 
+#include "kernels/convolution.h"
 #include "matrix/SquareMatrix.h"
 #include "matrix/Vector.h"
 #include "signal/FoldEngine.h"
@@ -8,19 +9,17 @@
 #include <cmath>
 #include <cstddef>
 #include <exception>
+#include <iterator>
 #include <vector>
 
-// Row 0: the autocorrelation of the kernel, without wrapping round. Every further row is the one
-// above it, moved by one place.
-static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, int N) {
+// Row 0: the autocorrelation of the kernel h, without wrapping round, which is what h and h
+// backwards fold to, from the last sample to the first. Every further row is the one above it,
+// moved by one place.
+static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, const double* backwards,
+                                int N) {
     double* lags = R.rowTable[0];
-    for (int i = 0; i < N; ++i) {
-        double sum = 0.0;
-        for (int j = 0; j < N - i; ++j) {
-            sum += h[j] * h[j + i];
-        }
-        lags[i] = sum;
-    }
+    convolveCausal(backwards, h, N, lags);
+    std::reverse(lags, lags + N);
     for (int i = 1; i < N; ++i) {
         R.rowTable[i][0] = lags[i];
         std::copy_n(R.rowTable[i - 1], N - 1, R.rowTable[i] + 1);
@@ -28,21 +27,12 @@ static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, int N)
 }
 
 // c = f convolved with h: its first N samples, and the others from the last one inwards.
-static void makePseudoIdentity(const double* f, const double* h, int N, double* c) {
-    for (int i = 0; i < N; ++i) {
-        double sum = 0.0;
-        for (int k = 0; k <= i; ++k) {
-            sum += f[i - k] * h[k];
-        }
-        c[i] = sum;
-    }
-    for (int q = 0; q < N - 1; ++q) {
-        double sum = 0.0;
-        for (int m = 0; m <= q; ++m) {
-            sum += h[N - 1 - q + m] * f[N - 1 - m];
-        }
-        c[2 * static_cast<std::ptrdiff_t>(N) - 2 - q] = sum;
-    }
+static void makePseudoIdentity(const double* f, const double* h, int N, std::vector<double>& c) {
+    const std::vector<double> fBackwards(std::reverse_iterator(f + N), std::reverse_iterator(f));
+    const std::vector<double> hBackwards(std::reverse_iterator(h + N), std::reverse_iterator(h));
+    convolveCausal(f, h, N, c.data());
+    convolveCausal(hBackwards.data(), fBackwards.data(), N - 1, c.data() + N);
+    std::reverse(c.begin() + N, c.end());
 }
 
 static double sumOfSquares(const double* values, std::size_t count) {
@@ -92,8 +82,8 @@ static bool solveNormalEquations(const double* h, int N, Vector<double>& f) {
     if (R.errorFlag != 0 || f.setLength(N, 0) != 1 || pivots.setLength(N, 0) != 1) {
         return false;
     }
-    fillAutocorrelation(R, h, N);
     std::reverse_copy(h, h + N, f.dataBlock);
+    fillAutocorrelation(R, h, f.dataBlock, N);
     return R.luDecompose(pivots) == 1 && R.luSolve(f, pivots) == 1;
 }
 
@@ -112,11 +102,11 @@ int PseudoInverseUnfolder::unfold(const double* signal, int signalLength, const 
         if (!solveNormalEquations(kernel, N, f)) {
             return 0;
         }
-        makePseudoIdentity(f.dataBlock, kernel, N, c.data());
+        makePseudoIdentity(f.dataBlock, kernel, N, c);
         const double factor = scalingFactor(scalingKind, f.dataBlock, N, c);
         if (factor != 1.0) {
             std::for_each_n(f.dataBlock, N, [factor](double& value) { value *= factor; });
-            makePseudoIdentity(f.dataBlock, kernel, N, c.data());
+            makePseudoIdentity(f.dataBlock, kernel, N, c);
         }
         if (FoldEngine().fold(f.dataBlock, N, signal, N, result, N, 0) != 1) {
             return 0;

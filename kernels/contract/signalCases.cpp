@@ -13,6 +13,14 @@ static std::vector<double> runConvolution(Form form, int size, Input& input) {
     return {result.data(), result.data() + size};
 }
 
+static std::vector<double> runCausalConvolution(Form form, int size, Input& input) {
+    Samples x = input.take(size), y = input.take(size), result = input.room(size);
+    (form == Form::fast ? convolveCausal : plain::convolveCausal)(x.data(), y.data(), size,
+                                                                  result.data());
+    return {result.data(), result.data() + size};
+}
+
 std::vector<KernelCase> signalCases() {
-    return {{"convolution", everySizeAnd({1023, 1024, 1025, 1537}), runConvolution}};
+    return {{"convolution", everySizeAnd({1023, 1024, 1025, 1537}), runConvolution},
+            {"causalConvolution", everySizeAnd({640, 641, 1100}), runCausalConvolution}};
 }
