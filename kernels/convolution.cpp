@@ -42,13 +42,14 @@ struct Block {
     double samples[copyLength];
 };
 
-// samples[0 .. length-1] come from w. Copy t holds at p the sample p - t, from p = lanes on.
+// samples[1 .. length] come from w; samples[0] is of no use. Copy t holds at p the sample p - t,
+// from p = lanes on.
 template <int lanes>
 [[gnu::always_inline]] static inline void load(Block<lanes>& block, const double* w, int length) {
-    std::copy_n(w, length, block.samples);
-    std::fill(block.samples + length, block.samples + copyLength, 0.0);
+    std::copy_n(w, length, block.samples + 1);
+    std::fill(block.samples + 1 + length, block.samples + copyLength, 0.0);
     for (int t = 0; t < lanes; ++t) {
-        for (int p = lanes; p < length; p += lanes) {
+        for (int p = lanes; p <= length; p += lanes) {
             vectorAt<lanes>(block.copies[t] + p) = vectorAt<lanes>(block.samples + p - t);
         }
     }
@@ -87,7 +88,7 @@ template <int lanes>
     const int wholeTerms = S - S % lanes;
     for (int k = 0; k < wholeTerms; k += blockTerms) {
         const int terms = std::min(blockTerms, wholeTerms - k);
-        load(block, w + S - 1 - k - terms, count + terms);
+        load(block, w + S - k - terms, count + terms - 1);
         int n = 0;
         for (; n + vectors * lanes <= count; n += vectors * lanes) {
             addTerms<lanes, vectors>(block, b + k, terms, n);
