@@ -1,6 +1,8 @@
 #include "kernels/InstructionSet.h"
 
+#include <array>
 #include <atomic>
+#include <cstddef>
 
 InstructionSet widestInstructionSet() {
 #if defined(__x86_64__) || defined(__i386__)
@@ -12,6 +14,19 @@ InstructionSet widestInstructionSet() {
     }
 #endif
     return InstructionSet::baseline;
+}
+
+const char* instructionSetName(InstructionSet set) {
+    constexpr std::array names = {"baseline", "avx2", "avx512"};
+    return names[static_cast<std::size_t>(set)];
+}
+
+std::vector<InstructionSet> availableInstructionSets() {
+    std::vector<InstructionSet> sets;
+    for (int set = 0; set <= static_cast<int>(widestInstructionSet()); ++set) {
+        sets.push_back(static_cast<InstructionSet>(set));
+    }
+    return sets;
 }
 
 static std::atomic<InstructionSet>& chosen() {

@@ -1,8 +1,16 @@
 #pragma once
 
+#include <vector>
+
 // The instruction sets that kernels exist for. All give the same bits; the wider ones compute more
 // results side by side.
 enum class InstructionSet { baseline, avx2, avx512 };
+
+// "baseline", "avx2", "avx512"
+const char* instructionSetName(InstructionSet set);
+
+// Those that this processor and its system have, the widest last.
+std::vector<InstructionSet> availableInstructionSets();
 
 // The widest one that this processor and its system have.
 InstructionSet widestInstructionSet();
