@@ -84,6 +84,7 @@ int main(int argc, char** argv) {
         addSettings(program);
         addReport(program);
         addInfo(program);
+        addSelftest(program);
         addCompletion(program);
         addManual(program);
         try {

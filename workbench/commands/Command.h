@@ -12,5 +12,6 @@ void addCompare(CLI::App& program);
 void addSettings(CLI::App& program);
 void addReport(CLI::App& program);
 void addInfo(CLI::App& program);
+void addSelftest(CLI::App& program);
 void addCompletion(CLI::App& program);
 void addManual(CLI::App& program);
