@@ -6,10 +6,10 @@
 
 InstructionSet widestInstructionSet() {
 #if defined(__x86_64__) || defined(__i386__)
-    if (__builtin_cpu_supports("avx512f") != 0) {
+    if (__builtin_cpu_supports("avx512f")) {
         return InstructionSet::avx512;
     }
-    if (__builtin_cpu_supports("avx2") != 0) {
+    if (__builtin_cpu_supports("avx2")) {
         return InstructionSet::avx2;
     }
 #endif

@@ -50,7 +50,7 @@ template <int lanes>
     std::fill(block.samples + 1 + length, block.samples + copyLength, 0.0);
     for (int t = 0; t < lanes; ++t) {
         for (int p = lanes; p <= length; p += lanes) {
-            vectorAt<lanes>(block.copies[t] + p) = vectorAt<lanes>(block.samples + p - t);
+            *vectorsAt<lanes>(block.copies[t] + p) = *vectorsAt<lanes>(block.samples + p - t);
         }
     }
 }
@@ -62,20 +62,20 @@ template <int lanes, int vectors>
     Vector<lanes> sums[std::size_t{vectors}];
 #pragma GCC unroll 16
     for (int j = 0; j < vectors; ++j) {
-        sums[j] = vectorAt<lanes>(block.sums + n + j * lanes);
+        sums[j] = vectorsAt<lanes>(block.sums + n)[j];
     }
     for (int k = 0; k < terms; k += lanes) {
         const double* samples = block.copies[0] + terms + n - k;
         for (int t = 0; t < lanes; ++t, samples += copyLength) {
 #pragma GCC unroll 16
             for (int j = 0; j < vectors; ++j) {
-                sums[j] += vectorAt<lanes>(samples + j * lanes) * b[k + t];
+                sums[j] += vectorsAt<lanes>(samples)[j] * b[k + t];
             }
         }
     }
 #pragma GCC unroll 16
     for (int j = 0; j < vectors; ++j) {
-        vectorAt<lanes>(block.sums + n + j * lanes) = sums[j];
+        vectorsAt<lanes>(block.sums + n)[j] = sums[j];
     }
 }
 
@@ -130,11 +130,11 @@ template <int lanes>
     for (int n = first; n < end; n += lanes) {
         int k = first + 1;
         if (n + lanes <= end) {
-            Vector<lanes> sums = vectorAt<lanes>(result + n);
+            Vector<lanes> sums = *vectorsAt<lanes>(result + n);
             for (; k <= n; ++k) {
-                sums += vectorAt<lanes>(x + n - k) * y[k];
+                sums += *vectorsAt<lanes>(x + n - k) * y[k];
             }
-            vectorAt<lanes>(result + n) = sums;
+            *vectorsAt<lanes>(result + n) = sums;
         }
         for (int i = n; i < std::min(n + lanes, end); ++i) {
             for (int j = k; j <= i; ++j) {

@@ -2,31 +2,38 @@
 
 #include "kernels/InstructionSet.h"
 
-// `lanes` doubles side by side, with the operators of one. It may lie anywhere that a double may.
+// `lanes` doubles side by side, with the operators of one; one lane is a double. It may lie
+// anywhere that a double may.
 //
-// Vectors are local variables and references to memory only. A function that took or returned one
-// would have another binary interface on each instruction set.
+// Vectors are local variables and memory only. A function that took or returned one would have
+// another binary interface on each instruction set.
 template <int lanes>
 struct VectorOf {
     using type [[gnu::vector_size(lanes * sizeof(double)), gnu::aligned(alignof(double)),
                  gnu::may_alias]] = double;
 };
+template <>
+struct VectorOf<1> {
+    using type = double;
+};
 template <int lanes>
 using Vector = typename VectorOf<lanes>::type;
 
-// The elements from p on, as a vector.
+// The elements from p on, as vectors. A pointer, since clang++ takes a reference that a function
+// returns for one to an aligned vector.
 template <int lanes>
-[[gnu::always_inline]] inline const Vector<lanes>& vectorAt(const double* p) {
-    return *reinterpret_cast<const Vector<lanes>*>(p);
+[[gnu::always_inline]] inline const Vector<lanes>* vectorsAt(const double* p) {
+    return reinterpret_cast<const Vector<lanes>*>(p);
 }
 template <int lanes>
-[[gnu::always_inline]] inline Vector<lanes>& vectorAt(double* p) {
-    return *reinterpret_cast<Vector<lanes>*>(p);
+[[gnu::always_inline]] inline Vector<lanes>* vectorsAt(double* p) {
+    return reinterpret_cast<Vector<lanes>*>(p);
 }
 
 // Defines the static function `kernel`, which runs body<lanes>(arguments...) on the instruction set
 // in use, translated for each of them. `body` is a template over the number of lanes and forced
 // inline, as is all that it calls with vectors.
+// NOLINTBEGIN(bugprone-macro-parentheses): names, which parentheses would spoil
 #if defined(__x86_64__) || defined(__i386__)
 #define FENDRA_VARIANTS(kernel, body)                                               \
     template <typename... Arguments>                                                \
@@ -55,3 +62,4 @@ template <int lanes>
         body<2>(arguments...);                   \
     }
 #endif
+// NOLINTEND(bugprone-macro-parentheses)

@@ -10,7 +10,7 @@ static constexpr int lineDoubles = 8;
 
 Samples::Samples(int length, int offset)
     : block(static_cast<std::size_t>(length) + 2 * std::size_t{lineDoubles}), count(length) {
-    const auto address = std::bit_cast<std::uintptr_t>(block.data()) / sizeof(double);
+    const auto address = reinterpret_cast<std::uintptr_t>(block.data()) / sizeof(double);
     const auto line = (lineDoubles - address % lineDoubles) % lineDoubles;
     first = line + static_cast<std::size_t>(offset);
 }

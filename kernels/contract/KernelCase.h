@@ -13,8 +13,8 @@ enum class Form { plain, fast };
 // Doubles for a kernel to work on, or to write to.
 class Samples {
 public:
-    // count zeros, `offset` doubles behind the start of a cache line.
-    Samples(int count, int offset);
+    // length zeros, `offset` doubles behind the start of a cache line.
+    Samples(int length, int offset);
 
     double* data() { return block.data() + first; }
     [[nodiscard]] int size() const { return count; }
