@@ -1,8 +1,9 @@
-# Sourced by ./run and ./test, from the project's root: what both need before they can build.
+# Sourced by ./run, ./test and ./bench, from the project's root: what they need before they can build.
 
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev libmd-dev
     qt6-base-dev)
 testPackages=(libgtest-dev clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev)
 
 say() { printf '%s\n' "$*" >&2; }
 

@@ -1,0 +1,90 @@
+#include "benchmarks/PeerJobs.h"
+#include "benchmarks/peers.h"
+
+#include <Eigen/Dense>
+#include <cstddef>
+#include <optional>
+
+namespace {
+
+using Eigen::Map;
+using Eigen::MatrixXd;
+using Eigen::VectorXd;
+
+class ProductsJob : public ConvolutionJob {
+public:
+    using ConvolutionJob::ConvolutionJob;
+    void run() override {
+        const Map<const MatrixXd, 0, Eigen::OuterStride<1>> parts(w.data(), S, L);
+        const Map<const VectorXd> terms(reversed.data(), S);
+        Map<VectorXd>(sums.data(), L).noalias() = parts.transpose() * terms;
+    }
+};
+
+class SumsJob : public ConvolutionJob {
+public:
+    using ConvolutionJob::ConvolutionJob;
+    void run() override {
+        const Map<const VectorXd> samples(w.data(), L + S);
+        const Map<const VectorXd> terms(b.data(), S);
+        Map<VectorXd> result(sums.data(), L);
+        result.setZero();
+        for (int k = 0; k < S; ++k) {
+            result += terms[k] * samples.segment(S - 1 - k, L);
+        }
+    }
+};
+
+class ProductJob : public Job {
+public:
+    explicit ProductJob(Size size) : a(size.n, size.n), b(a), c(a) {}
+    void load(const Problem& problem) override {
+        a = Map<const Rows>(problem.a.data(), a.rows(), a.cols());
+        b = Map<const Rows>(problem.b.data(), b.rows(), b.cols());
+    }
+    void run() override { c.noalias() = a * b; }
+    [[nodiscard]] std::vector<double> result() const override {
+        return {c.data(), c.data() + c.size()};
+    }
+
+private:
+    using Rows = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::RowMajor>;
+    Rows a, b, c;
+};
+
+class LuJob : public ColumnsJob {
+public:
+    using ColumnsJob::ColumnsJob;
+    void run() override {
+        Map<MatrixXd> matrix(columns.data(), n, n);
+        factors.emplace(matrix);
+    }
+    [[nodiscard]] std::vector<double> result() const override {
+        const std::vector<double> rows = productOfTriangles({columns.data(), 1, n}, n);
+        VectorXd inOrder = Map<const VectorXd>(rows.data(), n);
+        inOrder = factors->permutationP().transpose() * inOrder;
+        return {inOrder.data(), inOrder.data() + n};
+    }
+
+private:
+    std::optional<Eigen::PartialPivLU<Eigen::Ref<MatrixXd>>> factors;  // in columns
+};
+
+}  // namespace
+
+MakeJob eigen::convolutionByProducts() {
+    return make<ProductsJob>();
+}
+MakeJob eigen::convolutionBySums() {
+    return make<SumsJob>();
+}
+MakeJob eigen::product() {
+    return make<ProductJob>();
+}
+MakeJob eigen::lu() {
+    return make<LuJob>();
+}
+std::string eigen::version() {
+    return "Eigen " + std::to_string(EIGEN_WORLD_VERSION) + "." +
+           std::to_string(EIGEN_MAJOR_VERSION) + "." + std::to_string(EIGEN_MINOR_VERSION);
+}

@@ -1,0 +1,118 @@
+#include "benchmarks/PeerJobs.h"
+#include "benchmarks/peers.h"
+
+#include <algorithm>
+#include <cblas.h>
+#include <cstddef>
+#include <lapack.h>
+
+namespace {
+
+class DotsJob : public ConvolutionJob {
+public:
+    using ConvolutionJob::ConvolutionJob;
+    void run() override {
+        for (int i = 0; i < L; ++i) {
+            sums.data()[i] = cblas_ddot(S, w.data() + i, 1, reversed.data(), 1);
+        }
+    }
+};
+
+class SumsJob : public ConvolutionJob {
+public:
+    using ConvolutionJob::ConvolutionJob;
+    void run() override {
+        std::fill(sums.begin(), sums.end(), 0.0);
+        for (int k = 0; k < S; ++k) {
+            cblas_daxpy(L, b.data()[k], w.data() + S - 1 - k, 1, sums.data(), 1);
+        }
+    }
+};
+
+class ProductJob : public Job {
+public:
+    explicit ProductJob(Size size) : n(size.n) {}
+    void load(const Problem& problem) override {
+        operands = problem;
+        c.resize(problem.a.size());
+    }
+    void run() override {
+        cblas_dgemm(CblasRowMajor, CblasNoTrans, CblasNoTrans, n, n, n, 1.0, operands.a.data(), n,
+                    operands.b.data(), n, 0.0, c.data(), n);
+    }
+    [[nodiscard]] std::vector<double> result() const override { return c; }
+
+private:
+    int n;
+    Problem operands;
+    std::vector<double> c;
+};
+
+class LuJob : public ColumnsJob {
+public:
+    explicit LuJob(Size size) : ColumnsJob(size), exchanges(static_cast<std::size_t>(n)) {}
+    void run() override {
+        int info = 0;
+        LAPACK_dgetrf(&n, &n, columns.data(), &n, exchanges.data(), &info);
+        require(info == 0, "dgetrf");
+    }
+    [[nodiscard]] std::vector<double> result() const override {
+        std::vector<double> rows = productOfTriangles({columns.data(), 1, n}, n);
+        for (std::size_t i = rows.size(); i-- > 0;) {
+            std::swap(rows[i], rows[static_cast<std::size_t>(exchanges[i] - 1)]);
+        }
+        return rows;
+    }
+
+private:
+    std::vector<int> exchanges;
+};
+
+class SvdJob : public ColumnsJob {
+public:
+    explicit SvdJob(Size size)
+        : ColumnsJob(size),
+          w(static_cast<std::size_t>(n)),
+          u(w.size() * w.size()),
+          v(u.size()),
+          space(1) {
+        decompose(-1);  // asks how much space is best
+        space.resize(static_cast<std::size_t>(space[0]));
+    }
+    void run() override { decompose(static_cast<int>(space.size())); }
+    [[nodiscard]] std::vector<double> result() const override {
+        return productOfSingular({u.data(), 1, n}, w.data(), {v.data(), n, 1}, n);
+    }
+
+private:
+    void decompose(int spaceSize) {
+        int info = 0;
+        LAPACK_dgesvd("A", "A", &n, &n, columns.data(), &n, w.data(), u.data(), &n, v.data(), &n,
+                      space.data(), &spaceSize, &info);
+        require(info == 0, "dgesvd");
+    }
+
+    std::vector<double> w, u, v, space;
+};
+
+}  // namespace
+
+MakeJob openBlas::convolutionByDots() {
+    return make<DotsJob>();
+}
+MakeJob openBlas::convolutionBySums() {
+    return make<SumsJob>();
+}
+MakeJob openBlas::product() {
+    return make<ProductJob>();
+}
+MakeJob openBlas::lu() {
+    return make<LuJob>();
+}
+MakeJob openBlas::svd() {
+    return make<SvdJob>();
+}
+std::string openBlas::version() {
+    openblas_set_num_threads(1);
+    return std::string(openblas_get_config()) + " (" + openblas_get_corename() + ")";
+}

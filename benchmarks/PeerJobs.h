@@ -1,0 +1,74 @@
+#pragma once
+
+#include "benchmarks/Job.h"
+
+#include <complex>
+#include <cstddef>
+#include <vector>
+
+// Operands laid out as peers want them.
+
+// A direct convolution, result[n] = sum_(k < S) w[S - 1 + n - k] b[k] for n = 0 .. L - 1, with the
+// periodic signal laid out in w.
+class ConvolutionJob : public Job {
+public:
+    explicit ConvolutionJob(Size size) : L(size.m), S(size.n), sums(static_cast<std::size_t>(L)) {}
+
+    void load(const Problem& problem) override {
+        w.assign(problem.a.end() - S, problem.a.end());
+        w.insert(w.end(), problem.a.begin(), problem.a.end());
+        b = problem.b;
+        reversed.assign(b.rbegin(), b.rend());
+    }
+    [[nodiscard]] std::vector<double> result() const override { return sums; }
+
+protected:
+    int L, S;
+    std::vector<double> w, b, reversed, sums;
+};
+
+// The transform of a complex signal, from -i as the sign of its exponent.
+class ComplexJob : public Job {
+public:
+    using Signal = std::vector<std::complex<double>>;
+
+    explicit ComplexJob(Size size) : input(static_cast<std::size_t>(size.n)) {}
+
+    void load(const Problem& problem) override {
+        for (std::size_t i = 0; i < input.size(); ++i) {
+            input[i] = {problem.a[i], problem.b[i]};
+        }
+    }
+
+protected:
+    // Real parts, then imaginary parts.
+    static std::vector<double> partsOf(const Signal& signal) {
+        std::vector<double> parts(2 * signal.size());
+        for (std::size_t i = 0; i < signal.size(); ++i) {
+            parts[i] = signal[i].real();
+            parts[signal.size() + i] = signal[i].imag();
+        }
+        return parts;
+    }
+
+    Signal input;
+};
+
+// A matrix, n x n, column after column.
+class ColumnsJob : public Job {
+public:
+    explicit ColumnsJob(Size size)
+        : n(size.n), columns(static_cast<std::size_t>(n) * static_cast<std::size_t>(n)) {}
+
+    void load(const Problem& problem) override {
+        for (std::ptrdiff_t i = 0; i < n; ++i) {
+            for (std::ptrdiff_t j = 0; j < n; ++j) {
+                columns.data()[j * n + i] = problem.a.data()[i * n + j];
+            }
+        }
+    }
+
+protected:
+    int n;
+    std::vector<double> columns;
+};
