@@ -2,6 +2,7 @@
 #include "benchmarks/peers.h"
 
 #include <Eigen/Dense>
+
 #include <cstddef>
 #include <optional>
 
@@ -15,9 +16,9 @@ class ProductsJob : public ConvolutionJob {
 public:
     using ConvolutionJob::ConvolutionJob;
     void run() override {
-        const Map<const MatrixXd, 0, Eigen::OuterStride<1>> parts(w.data(), S, L);
-        const Map<const VectorXd> terms(reversed.data(), S);
-        Map<VectorXd>(sums.data(), L).noalias() = parts.transpose() * terms;
+        const Map<const MatrixXd, 0, Eigen::OuterStride<1>> parts(w.data(), terms, outputs);
+        const Map<const VectorXd> factors(reversed.data(), terms);
+        Map<VectorXd>(sums.data(), outputs).noalias() = parts.transpose() * factors;
     }
 };
 
@@ -25,12 +26,12 @@ class SumsJob : public ConvolutionJob {
 public:
     using ConvolutionJob::ConvolutionJob;
     void run() override {
-        const Map<const VectorXd> samples(w.data(), L + S);
-        const Map<const VectorXd> terms(b.data(), S);
-        Map<VectorXd> result(sums.data(), L);
+        const Map<const VectorXd> samples(w.data(), outputs + terms);
+        const Map<const VectorXd> factors(b.data(), terms);
+        Map<VectorXd> result(sums.data(), outputs);
         result.setZero();
-        for (int k = 0; k < S; ++k) {
-            result += terms[k] * samples.segment(S - 1 - k, L);
+        for (int k = 0; k < terms; ++k) {
+            result += factors[k] * samples.segment(terms - 1 - k, outputs);
         }
     }
 };

@@ -1,7 +1,8 @@
 #include "benchmarks/peers.h"
 
-#include <cstddef>
 #include <fftw3.h>
+
+#include <cstddef>
 #include <memory>
 
 namespace {
@@ -63,10 +64,10 @@ public:
         Arrays::load(problem);
     }
     void run() override {
+        fftw_forget_wisdom();
         const Plan plan = makePlan(planning);
         Arrays::load(input);
         fftw_execute(plan.get());
-        fftw_forget_wisdom();
     }
 
 private:

@@ -1,11 +1,12 @@
 #include "benchmarks/PeerJobs.h"
 #include "benchmarks/peers.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <gsl/gsl_fft_complex.h>
 #include <gsl/gsl_linalg.h>
 #include <gsl/gsl_version.h>
+
+#include <algorithm>
+#include <cstddef>
 #include <memory>
 
 namespace {

@@ -1,10 +1,11 @@
 #include "benchmarks/PeerJobs.h"
 #include "benchmarks/peers.h"
 
-#include <algorithm>
 #include <cblas.h>
-#include <cstddef>
 #include <lapack.h>
+
+#include <algorithm>
+#include <cstddef>
 
 namespace {
 
@@ -12,8 +13,9 @@ class DotsJob : public ConvolutionJob {
 public:
     using ConvolutionJob::ConvolutionJob;
     void run() override {
-        for (int i = 0; i < L; ++i) {
-            sums.data()[i] = cblas_ddot(S, w.data() + i, 1, reversed.data(), 1);
+        const double* part = w.data();
+        for (double& sum : sums) {
+            sum = cblas_ddot(terms, part++, 1, reversed.data(), 1);
         }
     }
 };
@@ -23,8 +25,9 @@ public:
     using ConvolutionJob::ConvolutionJob;
     void run() override {
         std::fill(sums.begin(), sums.end(), 0.0);
-        for (int k = 0; k < S; ++k) {
-            cblas_daxpy(L, b.data()[k], w.data() + S - 1 - k, 1, sums.data(), 1);
+        const double* part = w.data() + terms;
+        for (const double factor : b) {
+            cblas_daxpy(outputs, factor, --part, 1, sums.data(), 1);
         }
     }
 };
@@ -97,6 +100,9 @@ private:
 
 }  // namespace
 
+void openBlas::useOneThread() {
+    openblas_set_num_threads(1);
+}
 MakeJob openBlas::convolutionByDots() {
     return make<DotsJob>();
 }
@@ -113,6 +119,7 @@ MakeJob openBlas::svd() {
     return make<SvdJob>();
 }
 std::string openBlas::version() {
-    openblas_set_num_threads(1);
-    return std::string(openblas_get_config()) + " (" + openblas_get_corename() + ")";
+    const std::string config = openblas_get_config();  // name, version, options
+    return config.substr(0, config.find(' ', config.find(' ') + 1)) + " for " +
+           openblas_get_corename();
 }

@@ -8,14 +8,16 @@
 
 // Operands laid out as peers want them.
 
-// A direct convolution, result[n] = sum_(k < S) w[S - 1 + n - k] b[k] for n = 0 .. L - 1, with the
-// periodic signal laid out in w.
+// A direct convolution: for n = 0 .. outputs - 1, over k = 0 .. terms - 1,
+//     sums[n] = sum_k w[terms - 1 + n - k] b[k]
+// with the periodic signal laid out in w.
 class ConvolutionJob : public Job {
 public:
-    explicit ConvolutionJob(Size size) : L(size.m), S(size.n), sums(static_cast<std::size_t>(L)) {}
+    explicit ConvolutionJob(Size size)
+        : outputs(size.m), terms(size.n), sums(static_cast<std::size_t>(outputs)) {}
 
     void load(const Problem& problem) override {
-        w.assign(problem.a.end() - S, problem.a.end());
+        w.assign(problem.a.end() - terms, problem.a.end());
         w.insert(w.end(), problem.a.begin(), problem.a.end());
         b = problem.b;
         reversed.assign(b.rbegin(), b.rend());
@@ -23,7 +25,7 @@ public:
     [[nodiscard]] std::vector<double> result() const override { return sums; }
 
 protected:
-    int L, S;
+    int outputs, terms;
     std::vector<double> w, b, reversed, sums;
 };
 
@@ -61,9 +63,10 @@ public:
         : n(size.n), columns(static_cast<std::size_t>(n) * static_cast<std::size_t>(n)) {}
 
     void load(const Problem& problem) override {
-        for (std::ptrdiff_t i = 0; i < n; ++i) {
-            for (std::ptrdiff_t j = 0; j < n; ++j) {
-                columns.data()[j * n + i] = problem.a.data()[i * n + j];
+        const auto size = static_cast<std::size_t>(n);
+        for (std::size_t i = 0; i < size; ++i) {
+            for (std::size_t j = 0; j < size; ++j) {
+                columns[j * size + i] = problem.a[i * size + j];
             }
         }
     }

@@ -45,7 +45,7 @@ static const char* compilerName() {
 }
 
 static std::vector<Table> chosenTables(const std::vector<std::string>& names) {
-    const std::vector<Table> all = allTables();
+    std::vector<Table> all = allTables();
     if (names.empty()) {
         return all;
     }
@@ -71,8 +71,8 @@ static void run(const std::vector<std::string>& names) {
     fmt::print("{}, {}, {}\n", processorName(), instructionSetName(), compilerName());
     fmt::print("peak of separate multiplications and additions, one thread: {:.0f} Gflop/s\n",
                peak * 1e-9);
-    fmt::print("{}; {};\n{}; {}\n", openBlas::version(), fftw::version(), eigen::version(),
-               gsl::version());
+    fmt::print("{}, {}, {}, {}\n", eigen::version(), fftw::version(), gsl::version(),
+               openBlas::version());
     for (const Table& table : tables) {
         print(table, peak);
     }
@@ -84,6 +84,7 @@ int main(int argc, char** argv) {
     std::vector<char*> pointers = {settings[0].data(), settings[1].data(), nullptr};
     int count = 2;
     benchmark::Initialize(&count, pointers.data());
+    openBlas::useOneThread();
     try {
         run({argv + 1, argv + argc});
     } catch (const std::invalid_argument& error) {

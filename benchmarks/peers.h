@@ -17,12 +17,13 @@ std::string version();
 }  // namespace eigen
 
 namespace openBlas {
+void useOneThread();
 MakeJob convolutionByDots();  // ddot, output by output
 MakeJob convolutionBySums();  // daxpy, term by term
 MakeJob product();            // dgemm
 MakeJob lu();                 // dgetrf of LAPACK
 MakeJob svd();                // dgesvd of LAPACK
-std::string version();
+std::string version();        // and the processor that it takes this one for
 }  // namespace openBlas
 
 namespace fftw {

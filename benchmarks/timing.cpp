@@ -43,8 +43,8 @@ std::vector<double> secondsOf(const std::vector<Timed>& jobs) {
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         auto* registered =
             benchmark::RegisterBenchmark(std::to_string(i).c_str(), runTimed, jobs[i]);
-        if (jobs[i].slow) {
-            registered->Iterations(1)->Repetitions(2);
+        if (jobs[i].seconds > 0.2) {
+            registered->Iterations(1)->Repetitions(jobs[i].seconds > 1.0 ? 1 : 2);
         } else {
             registered->MinTime(0.03)->Repetitions(4);
         }

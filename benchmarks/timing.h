@@ -8,8 +8,8 @@
 struct Timed {
     Job* job;
     const Problem* problem;
-    bool reload;  // the problem is loaded anew before each run, which does not count
-    bool slow;    // a run is long enough to be timed by itself
+    bool reload;     // the problem is loaded anew before each run, which does not count
+    double seconds;  // about what a run takes
 };
 
 // Seconds of processor time that a run of each job takes: the best of a few repetitions, which are
