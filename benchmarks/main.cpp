@@ -54,11 +54,11 @@ static std::vector<Table> chosenTables(const std::vector<std::string>& names) {
         const auto table =
             std::find_if(all.begin(), all.end(), [&](const Table& t) { return t.name == name; });
         if (table == all.end()) {
-            std::string known;
+            std::string message = "no table \"" + name + "\"; there are:";
             for (const Table& t : all) {
-                known += " " + t.name;
+                message.append(" ").append(t.name);
             }
-            throw std::invalid_argument("no table \"" + name + "\"; there are:" + known);
+            throw std::invalid_argument(message);
         }
         chosen.push_back(*table);
     }
