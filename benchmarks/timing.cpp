@@ -29,7 +29,7 @@ public:
 
 static void runTimed(benchmark::State& state, const Timed& timed) {
     timed.job->load(*timed.problem);
-    for (auto iteration : state) {
+    while (state.KeepRunning()) {
         if (timed.reload) {
             state.PauseTiming();
             timed.job->load(*timed.problem);
@@ -41,10 +41,10 @@ static void runTimed(benchmark::State& state, const Timed& timed) {
 
 std::vector<double> secondsOf(const std::vector<Timed>& jobs) {
     for (std::size_t i = 0; i < jobs.size(); ++i) {
-        auto* registered =
-            benchmark::RegisterBenchmark(std::to_string(i).c_str(), runTimed, jobs[i]);
-        if (jobs[i].seconds > 0.2) {
-            registered->Iterations(1)->Repetitions(jobs[i].seconds > 1.0 ? 1 : 2);
+        const Timed& timed = jobs[i];
+        auto* registered = benchmark::RegisterBenchmark(std::to_string(i).c_str(), runTimed, timed);
+        if (timed.seconds > 0.2) {
+            registered->Iterations(1)->Repetitions(timed.seconds > 1.0 ? 1 : 2);
         } else {
             registered->MinTime(0.03)->Repetitions(4);
         }
