@@ -12,7 +12,7 @@ using Eigen::Map;
 using Eigen::MatrixXd;
 using Eigen::VectorXd;
 
-class ProductsJob : public ConvolutionJob {
+class OverlapJob : public ConvolutionJob {
 public:
     using ConvolutionJob::ConvolutionJob;
     void run() override {
@@ -73,8 +73,8 @@ private:
 
 }  // namespace
 
-MakeJob eigen::convolutionByProducts() {
-    return make<ProductsJob>();
+MakeJob eigen::convolutionByProduct() {
+    return make<OverlapJob>();
 }
 MakeJob eigen::convolutionBySums() {
     return make<SumsJob>();

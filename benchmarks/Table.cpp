@@ -25,15 +25,17 @@ static bool sameBits(const std::vector<double>& a, const std::vector<double>& b)
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(double)) == 0;
 }
 
-// The largest difference over the largest number of a; infinite if the lengths differ.
+// The largest difference over the largest number of a; infinite if there is no saying.
 static double relativeError(const std::vector<double>& a, const std::vector<double>& b) {
     if (a.size() != b.size()) {
         return std::numeric_limits<double>::infinity();
     }
     double difference = 0.0, largest = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) {
-        const double d = std::abs(a[i] - b[i]);
-        difference = d <= difference ? difference : d;  // a NaN stays
+        if (!std::isfinite(a[i]) || !std::isfinite(b[i])) {
+            return std::numeric_limits<double>::infinity();
+        }
+        difference = std::max(difference, std::abs(a[i] - b[i]));
         largest = std::max(largest, std::abs(a[i]));
     }
     return difference / largest;

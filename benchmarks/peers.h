@@ -8,9 +8,8 @@
 // Operands and results are those of ProjectJobs.
 
 namespace eigen {
-MakeJob
-convolutionByProducts();      // b times all the parts of a signal, as a matrix that overlaps itself
-MakeJob convolutionBySums();  // term by term
+MakeJob convolutionByProduct();  // with a matrix of all parts of the signal, which overlap
+MakeJob convolutionBySums();     // term by term
 MakeJob product();
 MakeJob lu();
 std::string version();

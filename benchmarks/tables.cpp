@@ -61,10 +61,6 @@ static double boundOfTransform(Size size) {
     return epsilon * (size.n + 32.0);
 }
 
-static double complexFlops(Size size) {
-    return 5.0 * size.n * std::log2(size.n);
-}
-
 static std::vector<Size> squares(std::initializer_list<int> lengths) {
     std::vector<Size> sizes;
     for (const int n : lengths) {
@@ -80,6 +76,17 @@ static double cubeOf(Size size) {
     return squareOf(size) * size.n;
 }
 
+static double complexFlops(Size size) {
+    return 5.0 * size.n * std::log2(size.n);
+}
+// A convolution for the first estimate, and two for each step.
+static double iterationFlops(Size size) {
+    return 2.0 * squareOf(size) * (2.0 * vanCittertLoops - 1.0);
+}
+static double eliminationFlops(Size size) {
+    return 2.0 / 3.0 * cubeOf(size);
+}
+
 // The plain loops, the contracted build where the processor has fused multiply-add, and the peers.
 static std::vector<Rival> against(MakeJob ProjectJobs::*job, const std::vector<Rival>& peers) {
     std::vector<Rival> rivals = {{"plain loop", plainJobs().*job, true}};
@@ -93,80 +100,160 @@ static std::vector<Rival> against(MakeJob ProjectJobs::*job, const std::vector<R
 }
 
 static std::vector<Table> signalTables() {
-    const auto ofConvolution = [](Size size) { return 2.0 * squareOf(size); };
-    // A convolution for the first estimate, and two for each step.
-    const auto ofIteration = [](Size size) {
-        return 2.0 * squareOf(size) * (2.0 * vanCittertLoops - 1.0);
-    };
     return {
-        {"convolution",
-         "FoldEngine in the time domain",
-         {{1000, 1000}, {1024, 1024}, {4096, 4096}, {65535, 1024}, {16384, 16384}},
-         lengths,
-         twoSignals,
-         Table::Operands::kept,
-         ofConvolution,
-         boundOfSums,
-         fendraJobs().fold,
-         against(&ProjectJobs::fold, {{"Eigen product", eigen::convolutionByProducts()},
-                                      {"Eigen sums", eigen::convolutionBySums()},
-                                      {"OpenBLAS ddot", openBlas::convolutionByDots()},
-                                      {"daxpy", openBlas::convolutionBySums()}})},
-        {"van-cittert", "VanCittertUnfolder, ten loops", squares({1024, 4096}), length,
-         signalAndKernel, Table::Operands::kept, ofIteration, boundOfSums, fendraJobs().vanCittert,
-         against(&ProjectJobs::vanCittert, {})},
-        {"pseudo-inverse", "PseudoInverseUnfolder", squares({256, 1024}), length, signalAndKernel,
-         Table::Operands::kept, [](Size size) { return 2.0 / 3.0 * cubeOf(size); }, boundOfSums,
-         fendraJobs().pseudoInverse, against(&ProjectJobs::pseudoInverse, {})}};
+        {
+            .name = "convolution",
+            .title = "FoldEngine in the time domain",
+            .sizes = {{1000, 1000}, {1024, 1024}, {4096, 4096}, {65535, 1024}, {16384, 16384}},
+            .label = lengths,
+            .problem = twoSignals,
+            .operands = Table::Operands::kept,
+            .flops = [](Size size) { return 2.0 * squareOf(size); },
+            .bound = boundOfSums,
+            .project = fendraJobs().fold,
+            .rivals = against(&ProjectJobs::fold,
+                              {
+                                  {"Eigen product", eigen::convolutionByProduct()},
+                                  {"Eigen sums", eigen::convolutionBySums()},
+                                  {"OpenBLAS ddot", openBlas::convolutionByDots()},
+                                  {"daxpy", openBlas::convolutionBySums()},
+                              }),
+        },
+        {
+            .name = "van-cittert",
+            .title = "VanCittertUnfolder, ten loops",
+            .sizes = squares({1024, 4096}),
+            .label = length,
+            .problem = signalAndKernel,
+            .operands = Table::Operands::kept,
+            .flops = iterationFlops,
+            .bound = boundOfSums,
+            .project = fendraJobs().vanCittert,
+            .rivals = against(&ProjectJobs::vanCittert, {}),
+        },
+        {
+            .name = "pseudo-inverse",
+            .title = "PseudoInverseUnfolder; counted as 2/3 n^3 operations",
+            .sizes = squares({256, 1024}),
+            .label = length,
+            .problem = signalAndKernel,
+            .operands = Table::Operands::kept,
+            .flops = eliminationFlops,
+            .bound = boundOfSums,
+            .project = fendraJobs().pseudoInverse,
+            .rivals = against(&ProjectJobs::pseudoInverse, {}),
+        },
+    };
 }
 
 static std::vector<Table> transformTables() {
     using fftw::Planning;
-    const std::vector<Size> powersOfTwo =
-        squares({1 << 8, 1 << 10, 1 << 12, 1 << 14, 1 << 16, 1 << 18, 1 << 20});
-    return {{"radix2", "FourierTransform at powers of two; FFTW with its plan made before",
-             powersOfTwo, powerOfTwo, twoSignals, Table::Operands::zeros, complexFlops,
-             boundOfTransform, fendraJobs().radix2,
-             against(&ProjectJobs::radix2, {{"FFTW measured", fftw::transform(Planning::measure)},
-                                            {"estimated", fftw::transform(Planning::estimate)},
-                                            {"KissFFT", kissFft::transform()},
-                                            {"GSL", gsl::transform()}})},
-            {"transform", "FourierTransform at other lengths; FFTW with plan and run together",
-             squares({1000, 5000, 10007, 65535}), length, twoSignals, Table::Operands::zeros,
-             complexFlops, boundOfTransform, fendraJobs().transform,
-             against(&ProjectJobs::transform,
-                     {{"FFTW estimated", fftw::planAndTransform(Planning::estimate)},
-                      {"measured", fftw::planAndTransform(Planning::measure)},
-                      {"its run alone", fftw::transform(Planning::measure)}})},
-            {"hartley",
-             "HartleyTransform; FFTW with its plan made before",
-             {powersOfTwo.begin() + 1, powersOfTwo.end()},
-             powerOfTwo,
-             twoSignals,
-             Table::Operands::zeros,
-             [](Size size) { return complexFlops(size) / 2.0; },
-             boundOfTransform,
-             fendraJobs().hartley,
-             against(&ProjectJobs::hartley, {{"FFTW measured", fftw::hartley(Planning::measure)},
-                                             {"estimated", fftw::hartley(Planning::estimate)}})}};
+    return {
+        {
+            .name = "radix2",
+            .title = "FourierTransform at powers of two; FFTW with its plan made before",
+            .sizes = squares({1 << 8, 1 << 10, 1 << 12, 1 << 14, 1 << 16, 1 << 18, 1 << 20}),
+            .label = powerOfTwo,
+            .problem = twoSignals,
+            .operands = Table::Operands::zeros,
+            .flops = complexFlops,
+            .bound = boundOfTransform,
+            .project = fendraJobs().radix2,
+            .rivals = against(&ProjectJobs::radix2,
+                              {
+                                  {"FFTW measured", fftw::transform(Planning::measure)},
+                                  {"estimated", fftw::transform(Planning::estimate)},
+                                  {"KissFFT", kissFft::transform()},
+                                  {"GSL", gsl::transform()},
+                              }),
+        },
+        {
+            .name = "transform",
+            .title = "FourierTransform at other lengths; FFTW with plan and run together",
+            .sizes = squares({1000, 5000, 10007, 65535}),
+            .label = length,
+            .problem = twoSignals,
+            .operands = Table::Operands::zeros,
+            .flops = complexFlops,
+            .bound = boundOfTransform,
+            .project = fendraJobs().transform,
+            .rivals = against(&ProjectJobs::transform,
+                              {
+                                  {"FFTW estimated", fftw::planAndTransform(Planning::estimate)},
+                                  {"measured", fftw::planAndTransform(Planning::measure)},
+                                  {"its run alone", fftw::transform(Planning::measure)},
+                              }),
+        },
+        {
+            .name = "hartley",
+            .title = "HartleyTransform; FFTW with its plan made before",
+            .sizes = squares({1 << 10, 1 << 12, 1 << 14, 1 << 16, 1 << 18, 1 << 20}),
+            .label = powerOfTwo,
+            .problem = twoSignals,
+            .operands = Table::Operands::zeros,
+            .flops = [](Size size) { return complexFlops(size) / 2.0; },
+            .bound = boundOfTransform,
+            .project = fendraJobs().hartley,
+            .rivals = against(&ProjectJobs::hartley,
+                              {
+                                  {"FFTW measured", fftw::hartley(Planning::measure)},
+                                  {"estimated", fftw::hartley(Planning::estimate)},
+                              }),
+        },
+    };
 }
 
 static std::vector<Table> matrixTables() {
     return {
-        {"product", "Matrix::multiply, n x n", squares({128, 256, 512, 1024}), length, twoMatrices,
-         Table::Operands::kept, [](Size size) { return 2.0 * cubeOf(size); }, boundOfSums,
-         fendraJobs().multiply,
-         against(&ProjectJobs::multiply,
-                 {{"Eigen", eigen::product()}, {"OpenBLAS dgemm", openBlas::product()}})},
-        {"lu", "SquareMatrix::luDecompose with pivots, n x n", squares({256, 512, 1024, 2048}),
-         length, twoMatrices, Table::Operands::reloaded,
-         [](Size size) { return 2.0 / 3.0 * cubeOf(size); }, boundOfSums, fendraJobs().lu,
-         against(&ProjectJobs::lu,
-                 {{"Eigen PartialPivLU", eigen::lu()}, {"OpenBLAS dgetrf", openBlas::lu()}})},
-        {"svd", "Matrix::svd, n x n; counted as 22 n^3 operations", squares({100, 200, 400}),
-         length, twoMatrices, Table::Operands::reloaded,
-         [](Size size) { return 22.0 * cubeOf(size); }, boundOfSums, fendraJobs().svd,
-         against(&ProjectJobs::svd, {{"OpenBLAS dgesvd", openBlas::svd()}, {"GSL", gsl::svd()}})}};
+        {
+            .name = "product",
+            .title = "Matrix::multiply, n x n",
+            .sizes = squares({128, 256, 512, 1024}),
+            .label = length,
+            .problem = twoMatrices,
+            .operands = Table::Operands::kept,
+            .flops = [](Size size) { return 2.0 * cubeOf(size); },
+            .bound = boundOfSums,
+            .project = fendraJobs().multiply,
+            .rivals = against(&ProjectJobs::multiply,
+                              {
+                                  {"Eigen", eigen::product()},
+                                  {"OpenBLAS dgemm", openBlas::product()},
+                              }),
+        },
+        {
+            .name = "lu",
+            .title = "SquareMatrix::luDecompose with pivots, n x n",
+            .sizes = squares({256, 512, 1024, 2048}),
+            .label = length,
+            .problem = twoMatrices,
+            .operands = Table::Operands::reloaded,
+            .flops = eliminationFlops,
+            .bound = boundOfSums,
+            .project = fendraJobs().lu,
+            .rivals = against(&ProjectJobs::lu,
+                              {
+                                  {"Eigen PartialPivLU", eigen::lu()},
+                                  {"OpenBLAS dgetrf", openBlas::lu()},
+                              }),
+        },
+        {
+            .name = "svd",
+            .title = "Matrix::svd, n x n; counted as 22 n^3 operations",
+            .sizes = squares({100, 200, 400}),
+            .label = length,
+            .problem = twoMatrices,
+            .operands = Table::Operands::reloaded,
+            .flops = [](Size size) { return 22.0 * cubeOf(size); },
+            .bound = boundOfSums,
+            .project = fendraJobs().svd,
+            .rivals = against(&ProjectJobs::svd,
+                              {
+                                  {"OpenBLAS dgesvd", openBlas::svd()},
+                                  {"GSL", gsl::svd()},
+                              }),
+        },
+    };
 }
 
 std::vector<Table> allTables() {
