@@ -91,7 +91,7 @@ static double eliminationFlops(Size size) {
 static std::vector<Rival> against(MakeJob ProjectJobs::*job, const std::vector<Rival>& peers) {
     std::vector<Rival> rivals = {{"plain loop", plainJobs().*job, true}};
 #if defined(__x86_64__) || defined(__i386__)
-    if (__builtin_cpu_supports("fma") != 0) {
+    if (__builtin_cpu_supports("fma")) {
         rivals.push_back({"contracted", contractedJobs().*job});
     }
 #endif
