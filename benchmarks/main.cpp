@@ -25,17 +25,6 @@ static std::string processorName() {
     return "unknown processor";
 }
 
-static const char* instructionSetName() {
-    switch (instructionSet()) {
-        case InstructionSet::avx512:
-            return "AVX-512";
-        case InstructionSet::avx2:
-            return "AVX2";
-        default:
-            return "baseline instructions";
-    }
-}
-
 static const char* compilerName() {
 #if defined(__clang__)
     return __VERSION__;
@@ -68,7 +57,8 @@ static std::vector<Table> chosenTables(const std::vector<std::string>& names) {
 static void run(const std::vector<std::string>& names) {
     const std::vector<Table> tables = chosenTables(names);
     const double peak = measurePeak();
-    fmt::print("{}, {}, {}\n", processorName(), instructionSetName(), compilerName());
+    fmt::print("{}, {}, {}\n", processorName(), instructionSetName(instructionSet()),
+               compilerName());
     fmt::print("peak of separate multiplications and additions, one thread: {:.0f} Gflop/s\n",
                peak * 1e-9);
     fmt::print("{}, {}, {}, {}\n", eigen::version(), fftw::version(), gsl::version(),
