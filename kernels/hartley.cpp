@@ -187,7 +187,7 @@ template <int lanes>
 [[gnu::always_inline]] static inline void loadTile(Tile& tile, const double* from, int stride,
                                                    bool inFours) {
     for (int column = 0; column < tileSize; column += lanes) {
-        Vector<lanes> rows[tileSize];
+        alignas(64) Vector<lanes> rows[tileSize];
 #pragma GCC unroll 16
         for (int row = 0; row < tileSize; ++row) {
             rows[reversedInTile[row]] = vectorAt<lanes>(from + row * stride + column);
@@ -222,7 +222,7 @@ template <int lanes>
 [[gnu::always_inline]] static inline void reverseBitsAndTransform(double* f, int n) {
     const int stride = n / tileSize, tiles = stride / tileSize;
     const bool inFours = isEven(log2Of(n));
-    Tile tile, mirror;
+    alignas(64) Tile tile, mirror;
     for (int m = 0, reversed = 0; m < tiles; ++m, reversed = nextReversed(reversed, tiles / 2)) {
         double *here = f + m * tileSize, *there = f + reversed * tileSize;
         if (m <= reversed) {
