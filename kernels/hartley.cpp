@@ -184,8 +184,8 @@ template <int lanes>
 }
 
 template <int lanes>
-[[gnu::always_inline]] static inline void loadTile(Tile& tile, const double* from, int stride,
-                                                   bool inFours) {
+[[gnu::always_inline]] static inline void loadTile(Tile& tile, const double* from,
+                                                   std::ptrdiff_t stride, bool inFours) {
     for (int column = 0; column < tileSize; column += lanes) {
         alignas(64) Vector<lanes> rows[tileSize];
 #pragma GCC unroll 16
@@ -201,7 +201,8 @@ template <int lanes>
 }
 
 template <int lanes>
-[[gnu::always_inline]] static inline void storeTurned(const Tile& tile, double* to, int stride) {
+[[gnu::always_inline]] static inline void storeTurned(const Tile& tile, double* to,
+                                                      std::ptrdiff_t stride) {
     for (int column = 0; column < tileSize; column += lanes) {
         for (int row = 0; row < tileSize; row += lanes) {
             Vector<lanes> square[std::size_t{lanes}];
@@ -220,11 +221,13 @@ template <int lanes>
 
 template <int lanes>
 [[gnu::always_inline]] static inline void reverseBitsAndTransform(double* f, int n) {
-    const int stride = n / tileSize, tiles = stride / tileSize;
+    const std::ptrdiff_t stride = n / tileSize;
+    const int tiles = n / (tileSize * tileSize);
     const bool inFours = isEven(log2Of(n));
     alignas(64) Tile tile, mirror;
     for (int m = 0, reversed = 0; m < tiles; ++m, reversed = nextReversed(reversed, tiles / 2)) {
-        double *here = f + m * tileSize, *there = f + reversed * tileSize;
+        double* here = f + std::ptrdiff_t{m} * tileSize;
+        double* there = f + std::ptrdiff_t{reversed} * tileSize;
         if (m <= reversed) {
             loadTile<lanes>(tile, here, stride, inFours);
             if (m < reversed) {

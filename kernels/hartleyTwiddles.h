@@ -57,9 +57,10 @@ struct TwiddleRun {
 
 // Of values[0 .. length] each moves to twice its index, and new ones come between them.
 template <int lanes>
-[[gnu::always_inline]] inline void bisect(double* values, int length, double halfSecant) {
+[[gnu::always_inline]] inline void bisect(double* values, std::ptrdiff_t length,
+                                          double halfSecant) {
     values[2 * length] = values[length];
-    int i = length;
+    std::ptrdiff_t i = length;
     for (; i >= lanes; i -= lanes) {
         const double* from = values + i - lanes;
         double* to = values + 2 * (i - lanes);
