@@ -187,15 +187,15 @@ template <int lanes>
 [[gnu::always_inline]] static inline void loadTile(Tile& tile, const double* from,
                                                    std::ptrdiff_t stride, bool inFours) {
     for (int column = 0; column < tileSize; column += lanes) {
-        alignas(64) Vector<lanes> rows[tileSize];
+        Vector<lanes> rows[tileSize];
 #pragma GCC unroll 16
         for (int row = 0; row < tileSize; ++row) {
-            rows[reversedInTile[row]] = vectorAt<lanes>(from + row * stride + column);
+            rows[reversedInTile[row]] = *vectorsAt<lanes>(from + row * stride + column);
         }
         transformRows<lanes>(rows, inFours);
 #pragma GCC unroll 16
         for (int row = 0; row < tileSize; ++row) {
-            vectorAt<lanes>(tile[row] + column) = rows[row];
+            *vectorsAt<lanes>(tile[row] + column) = rows[row];
         }
     }
 }
@@ -208,12 +208,12 @@ template <int lanes>
             Vector<lanes> square[std::size_t{lanes}];
 #pragma GCC unroll 8
             for (int i = 0; i < lanes; ++i) {
-                square[i] = vectorAt<lanes>(tile[row + i] + column);
+                square[i] = *vectorsAt<lanes>(tile[row + i] + column);
             }
             transpose<lanes>(square);
 #pragma GCC unroll 8
             for (int i = 0; i < lanes; ++i) {
-                vectorAt<lanes>(to + reversedInTile[column + i] * stride + row) = square[i];
+                *vectorsAt<lanes>(to + reversedInTile[column + i] * stride + row) = square[i];
             }
         }
     }
@@ -247,28 +247,29 @@ template <int lanes>
     for (int i = 1; i <= count; i += lanes) {
         double* x = block + first + i;
         double* y = block + k1 - first - i - (lanes - 1);
-        Vector<lanes> f0 = vectorAt<lanes>(x), f1 = vectorAt<lanes>(x + k1);
-        Vector<lanes> f2 = vectorAt<lanes>(x + k2), f3 = vectorAt<lanes>(x + k3);
-        Vector<lanes> g0 = vectorAt<lanes>(y), g1 = vectorAt<lanes>(y + k1);
-        Vector<lanes> g2 = vectorAt<lanes>(y + k2), g3 = vectorAt<lanes>(y + k3);
+        Vector<lanes> f0 = *vectorsAt<lanes>(x), f1 = *vectorsAt<lanes>(x + k1);
+        Vector<lanes> f2 = *vectorsAt<lanes>(x + k2), f3 = *vectorsAt<lanes>(x + k3);
+        Vector<lanes> g0 = *vectorsAt<lanes>(y), g1 = *vectorsAt<lanes>(y + k1);
+        Vector<lanes> g2 = *vectorsAt<lanes>(y + k2), g3 = *vectorsAt<lanes>(y + k3);
         reverseLanes<lanes>(g0);
         reverseLanes<lanes>(g1);
         reverseLanes<lanes>(g2);
         reverseLanes<lanes>(g3);
-        joinMirrored<lanes>(f0, f1, f2, f3, g0, g1, g2, g3, vectorAt<lanes>(run.sines + i),
-                            vectorAt<lanes>(run.cosines + i));
+        const Vector<lanes> s1 = *vectorsAt<lanes>(run.sines + i);
+        const Vector<lanes> c1 = *vectorsAt<lanes>(run.cosines + i);
+        joinMirrored<lanes>(f0, f1, f2, f3, g0, g1, g2, g3, s1, c1);
         reverseLanes<lanes>(g0);
         reverseLanes<lanes>(g1);
         reverseLanes<lanes>(g2);
         reverseLanes<lanes>(g3);
-        vectorAt<lanes>(x) = f0;
-        vectorAt<lanes>(x + k1) = f1;
-        vectorAt<lanes>(x + k2) = f2;
-        vectorAt<lanes>(x + k3) = f3;
-        vectorAt<lanes>(y) = g0;
-        vectorAt<lanes>(y + k1) = g1;
-        vectorAt<lanes>(y + k2) = g2;
-        vectorAt<lanes>(y + k3) = g3;
+        *vectorsAt<lanes>(x) = f0;
+        *vectorsAt<lanes>(x + k1) = f1;
+        *vectorsAt<lanes>(x + k2) = f2;
+        *vectorsAt<lanes>(x + k3) = f3;
+        *vectorsAt<lanes>(y) = g0;
+        *vectorsAt<lanes>(y + k1) = g1;
+        *vectorsAt<lanes>(y + k2) = g2;
+        *vectorsAt<lanes>(y + k3) = g3;
     }
 }
 
@@ -342,7 +343,7 @@ template <int lanes>
     joinPasses<lanes>(f, n, log2Of(piece));
     const double scale = 1.0 / n;  // a power of two: the product is the quotient
     for (int i = 0; i < n && normalise != 0; i += lanes) {
-        vectorAt<lanes>(f + i) *= scale;
+        *vectorsAt<lanes>(f + i) *= scale;
     }
 }
 

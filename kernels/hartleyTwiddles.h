@@ -64,9 +64,12 @@ template <int lanes>
     for (; i >= lanes; i -= lanes) {
         const double* from = values + i - lanes;
         double* to = values + 2 * (i - lanes);
-        const Vector<lanes> even = vectorAt<lanes>(from);
-        const Vector<lanes> odd = halfSecant * (even + vectorAt<lanes>(from + 1));
-        interleave<lanes>(even, odd, vectorAt<lanes>(to), vectorAt<lanes>(to + lanes));
+        const Vector<lanes> even = *vectorsAt<lanes>(from);
+        const Vector<lanes> odd = halfSecant * (even + *vectorsAt<lanes>(from + 1));
+        Vector<lanes> low, high;
+        interleave<lanes>(even, odd, low, high);
+        *vectorsAt<lanes>(to) = low;
+        *vectorsAt<lanes>(to + lanes) = high;
     }
     for (; i > 0; --i) {
         values[2 * i - 1] = halfSecant * (values[i - 1] + values[i]);

@@ -18,10 +18,11 @@ template <int lanes>
                                                             const double* factorIm, int n) {
     int i = 0;
     for (; i + lanes <= n; i += lanes) {
-        const Vector<lanes> a = vectorAt<lanes>(re + i), b = vectorAt<lanes>(im + i);
-        const Vector<lanes> c = vectorAt<lanes>(factorRe + i), d = vectorAt<lanes>(factorIm + i);
-        vectorAt<lanes>(re + i) = a * c - b * d;
-        vectorAt<lanes>(im + i) = a * d + b * c;
+        const Vector<lanes> a = *vectorsAt<lanes>(re + i), b = *vectorsAt<lanes>(im + i);
+        const Vector<lanes> c = *vectorsAt<lanes>(factorRe + i),
+                            d = *vectorsAt<lanes>(factorIm + i);
+        *vectorsAt<lanes>(re + i) = a * c - b * d;
+        *vectorsAt<lanes>(im + i) = a * d + b * c;
     }
     plain::multiplySpectra(re + i, im + i, factorRe + i, factorIm + i, n - i);
 }
@@ -58,20 +59,20 @@ template <int lanes>
     int i = 1;
     for (; i + lanes <= n / 2; i += lanes) {
         const int j = n - i - (lanes - 1);
-        const Vector<lanes> reI = vectorAt<lanes>(re + i), imI = vectorAt<lanes>(im + i);
-        Vector<lanes> reJ = vectorAt<lanes>(re + j), imJ = vectorAt<lanes>(im + j);
+        const Vector<lanes> reI = *vectorsAt<lanes>(re + i), imI = *vectorsAt<lanes>(im + i);
+        Vector<lanes> reJ = *vectorsAt<lanes>(re + j), imJ = *vectorsAt<lanes>(im + j);
         reverseLanes<lanes>(reJ);
         reverseLanes<lanes>(imJ);
         const Vector<lanes> A = reI + reJ, B = sign * (reI - reJ);
         const Vector<lanes> C = imI + imJ, D = sign * (imI - imJ);
-        vectorAt<lanes>(re + i) = (A - D) * 0.5;
-        vectorAt<lanes>(im + i) = (C + B) * 0.5;
+        *vectorsAt<lanes>(re + i) = (A - D) * 0.5;
+        *vectorsAt<lanes>(im + i) = (C + B) * 0.5;
         reJ = (A + D) * 0.5;
         imJ = (C - B) * 0.5;
         reverseLanes<lanes>(reJ);
         reverseLanes<lanes>(imJ);
-        vectorAt<lanes>(re + j) = reJ;
-        vectorAt<lanes>(im + j) = imJ;
+        *vectorsAt<lanes>(re + j) = reJ;
+        *vectorsAt<lanes>(im + j) = imJ;
     }
     pairFrom(i, re, im, n, sense);
 }
