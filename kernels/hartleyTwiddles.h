@@ -10,8 +10,9 @@
 // The twiddles of the stage of a Hartley transform that joins transforms of length 2^k: sine and
 // cosine of t pi / 2^(k + 1) for t = 1 .. 2^(k - 1).
 
-// Buneman's recursion: starts at t = 0, and next() steps t on. Each row of the work tables holds
-// the pair that is due next for the values of t with the same number of trailing zeros.
+// Buneman's recursion (Proc. IEEE 75 (1987) 1434-1435): starts at t = 0, next() steps t on. Each
+// row of the work tables holds the pair that is due next for the values of t with the same number
+// of trailing zeros.
 class TwiddleRecursion {
 public:
     double sine = 0.0, cosine = 1.0;
