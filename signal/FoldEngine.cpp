@@ -1,6 +1,7 @@
 #include "signal/FoldEngine.h"
 
 #include "kernels/convolution.h"
+#include "kernels/spectra.h"
 #include "transform/FourierTransform.h"
 
 #include <algorithm>
@@ -29,11 +30,7 @@ static void foldInFrequency(const double* a, int L, const double* b, int S, doub
     FourierTransform fourier;
     fourier.transform(aRe.data(), aIm.data(), L, -1);
     fourier.transform(bRe.data(), bIm.data(), L, -1);
-    for (std::size_t i = 0; i < N; ++i) {
-        const double re = bRe[i] * aRe[i] - bIm[i] * aIm[i];
-        aIm[i] = bRe[i] * aIm[i] + bIm[i] * aRe[i];
-        aRe[i] = re;
-    }
+    multiplySpectra(aRe.data(), aIm.data(), bRe.data(), bIm.data(), L);
     fourier.transform(aRe.data(), aIm.data(), L, +1);
 
     const auto capacity = static_cast<std::size_t>(resultLength);

@@ -1,21 +1,48 @@
+#include "kernels/spectra.h"
 #include "transform/FourierTransform.h"
 #include "transform/trigonometry.h"
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
+#include <functional>
+#include <memory>
 #include <new>
 #include <numbers>
-#include <vector>
 
 static constexpr int longestChirp = 1 << 29;
+static constexpr int anglesAtOnce = 256;
 
-// (re, im) becomes its product with (factorRe, factorIm), element by element.
-static void multiply(double* re, double* im, const double* factorRe, const double* factorIm,
-                     int n) {
-    for (int i = 0; i < n; ++i) {
-        const double real = re[i] * factorRe[i] - im[i] * factorIm[i];
-        im[i] = re[i] * factorIm[i] + im[i] * factorRe[i];
-        re[i] = real;
+// The arrays of one transform in one piece of memory: data and conjugate chirp of m elements, a
+// multiple of a cache line, where all of them start; the chirp of n.
+class WorkArrays {
+public:
+    double *dataRe, *dataIm, *conjugateRe, *conjugateIm, *chirpRe, *chirpIm;
+
+    WorkArrays(int m, int n) {
+        const auto length = static_cast<std::size_t>(m), chirpLength = static_cast<std::size_t>(n);
+        const std::size_t needed = 4 * length + 2 * chirpLength;
+        std::size_t space = (needed + lineDoubles) * sizeof(double);
+        block = std::make_unique_for_overwrite<double[]>(needed + lineDoubles);
+        void* start = block.get();
+        std::align(lineDoubles * sizeof(double), needed * sizeof(double), start, space);
+        dataRe = static_cast<double*>(start);
+        dataIm = dataRe + length;
+        conjugateRe = dataIm + length;
+        conjugateIm = conjugateRe + length;
+        chirpRe = conjugateIm + length;
+        chirpIm = chirpRe + chirpLength;
+    }
+
+private:
+    static constexpr std::size_t lineDoubles = 8;
+    std::unique_ptr<double[]> block;
+};
+
+static void sinesAndCosines(const double* angles, int count, double* sines, double* cosines) {
+    for (int i = 0; i < count; ++i) {
+        sines[i] = sine(angles[i]);
+        cosines[i] = cosine(angles[i]);
     }
 }
 
@@ -24,25 +51,31 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
         throw std::bad_alloc();
     }
     const auto m = static_cast<int>(nextPowerOfTwo(2 * n));
-    const auto size = static_cast<std::size_t>(m);
-    std::vector<double> dataRe(size), dataIm(size), chirpRe(size), chirpIm(size);
-    makeChirp(chirpRe.data(), chirpIm.data(), n, m, sign);
-    std::vector<double> conjugateRe = chirpRe, conjugateIm = chirpIm;
+    const WorkArrays work(m, n);
+    makeChirp(work.chirpRe, work.chirpIm, n, n, sign);
 
-    std::copy_n(re, n, dataRe.data());
-    std::copy_n(im, n, dataIm.data());
-    multiply(dataRe.data(), dataIm.data(), chirpRe.data(), chirpIm.data(), n);
-    std::for_each_n(conjugateIm.data(), n, [](double& value) { value = -value; });
-    extendChirp(conjugateRe.data(), conjugateIm.data(), n, m);
-    circularFold(conjugateRe.data(), conjugateIm.data(), dataRe.data(), dataIm.data(),
-                 std::countr_zero(size));
-    extendChirp(chirpRe.data(), chirpIm.data(), n, m);
-    multiply(chirpRe.data(), chirpIm.data(), dataRe.data(), dataIm.data(), m);
+    std::copy_n(re, n, work.dataRe);
+    std::copy_n(im, n, work.dataIm);
+    multiplySpectra(work.dataRe, work.dataIm, work.chirpRe, work.chirpIm, n);
+    std::fill(work.dataRe + n, work.dataRe + m, 0.0);
+    std::fill(work.dataIm + n, work.dataIm + m, 0.0);
+
+    std::copy_n(work.chirpRe, n, work.conjugateRe);
+    std::transform(work.chirpIm, work.chirpIm + n, work.conjugateIm, std::negate());
+    extendChirp(work.conjugateRe, work.conjugateIm, n, m);
+    circularFold(work.conjugateRe, work.conjugateIm, work.dataRe, work.dataIm,
+                 std::countr_zero(nextPowerOfTwo(m)));
 
     // Sample n + k of the convolution takes the chirp at indices 1 to 2 n - 1 only: no negative
-    // index is needed, and nothing wraps round. So the transform is the block that starts at n.
-    std::copy_n(chirpRe.data() + n, n, re);
-    std::copy_n(chirpIm.data() + n, n, im);
+    // index is needed, and nothing wraps round. So the transform is the block that starts at n,
+    // where the chirp is that from 0 on but for its sign.
+    if (n % 2 != 0) {
+        std::transform(work.chirpRe, work.chirpRe + n, work.chirpRe, std::negate());
+        std::transform(work.chirpIm, work.chirpIm + n, work.chirpIm, std::negate());
+    }
+    std::copy_n(work.dataRe + n, n, re);
+    std::copy_n(work.dataIm + n, n, im);
+    multiplySpectra(re, im, work.chirpRe, work.chirpIm, n);
     if (sign > 0) {
         const double scale = 1.0 / n;
         std::for_each_n(re, n, [scale](double& value) { value *= scale; });
@@ -51,22 +84,25 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
 }
 
 void FourierTransform::makeChirp(double* chirpRe, double* chirpIm, int n, int m, int sign) {
-    std::fill_n(chirpRe, m, 0.0);
-    std::fill_n(chirpIm, m, 0.0);
     const double base = sign * std::numbers::pi / n;
     const auto period = 2 * static_cast<std::uint32_t>(n);
     // q is k^2 mod 2n, kept in integers. As pi k^2 / n the angle would grow to pi n, and its
     // rounding error with it.
     std::uint32_t q = 0;
-    for (int k = 0; k < n; ++k) {
-        const double angle = q * base;
-        q += 2 * static_cast<std::uint32_t>(k) + 1;
-        if (q >= period) {
-            q -= period;
+    for (int first = 0; first < n; first += anglesAtOnce) {
+        const int count = std::min(anglesAtOnce, n - first);
+        double angles[anglesAtOnce];
+        for (int i = 0; i < count; ++i) {
+            angles[i] = q * base;
+            q += 2 * static_cast<std::uint32_t>(first + i) + 1;
+            if (q >= period) {
+                q -= period;
+            }
         }
-        chirpRe[k] = cosine(angle);
-        chirpIm[k] = sine(angle);
+        sinesAndCosines(angles, count, chirpIm + first, chirpRe + first);
     }
+    std::fill(chirpRe + n, chirpRe + m, 0.0);
+    std::fill(chirpIm + n, chirpIm + m, 0.0);
 }
 
 void FourierTransform::extendChirp(double* re, double* im, int n, int m) {
@@ -82,6 +118,6 @@ void FourierTransform::circularFold(double* fixedRe, double* fixedIm, double* da
     const int m = 1 << logM;
     hartleyComplexTransform(fixedRe, fixedIm, m, +1);
     hartleyComplexTransform(dataRe, dataIm, m, +1);
-    multiply(dataRe, dataIm, fixedRe, fixedIm, m);
+    multiplySpectra(dataRe, dataIm, fixedRe, fixedIm, m);
     hartleyComplexTransform(dataRe, dataIm, m, -1);
 }

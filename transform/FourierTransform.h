@@ -21,9 +21,9 @@ public:
     virtual ~FourierTransform() = default;
 
     // The transform at any length; n below 1 leaves the arrays alone. A power of two needs no
-    // memory, another length six arrays of M doubles. Throws std::bad_alloc, with the arrays as
-    // they were, if that memory is not to be had, or n is above 2^29 and no power of two (M would
-    // not fit a 32-bit length).
+    // memory, another length four arrays of M doubles and two of n. Throws std::bad_alloc, with the
+    // arrays as they were, if that memory is not to be had, or n is above 2^29 and no power of two
+    // (M would not fit a 32-bit length).
     void transform(double* re, double* im, int n, int sign);
 
     // The smallest power of two that is not below n; 1 for any n below 2.
