@@ -1,6 +1,6 @@
 #include "matrix/Matrix.h"
 
-#include "matrix/arithmetic.h"
+#include "kernels/arithmetic.h"
 
 #include <algorithm>
 

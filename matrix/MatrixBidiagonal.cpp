@@ -1,6 +1,7 @@
+#include "kernels/arithmetic.h"
+#include "kernels/reflection.h"
 #include "matrix/Matrix.h"
 #include "matrix/Vector.h"
-#include "matrix/arithmetic.h"
 
 #include <algorithm>
 
@@ -38,23 +39,21 @@ static Reflection<T> makeReflection(T* x, int count, int stride) {
 }
 
 // Column i from the diagonal down becomes its Householder vector, by which the columns right of it
-// are reflected. Returns what is left of it, the diagonal element.
+// are reflected. Returns what is left of it, the diagonal element. The elements of factors from
+// i + 1 on are scratch.
 template <typename T>
-static T reflectColumn(T* const* a, int m, int n, int i) {
-    const Reflection<T> reflection = makeReflection(a[i] + i, m - i, n);
+static T reflectColumn(T* const* a, int m, int n, int i, T* factors) {
+    const int l = i + 1, rows = m - i, cols = n - l;
+    T* const column = a[i] + i;
+    const Reflection<T> reflection = makeReflection(column, rows, n);
     if (reflection.scale == T(0)) {
         return 0;
     }
-    for (int j = i + 1; j < n; ++j) {
-        T t = 0;
-        for (int k = i; k < m; ++k) {
-            t = sum(t, product(a[k][i], a[k][j]));
-        }
-        t = quotient(t, reflection.h);
-        for (int k = i; k < m; ++k) {
-            a[k][j] = sum(a[k][j], product(t, a[k][i]));
-        }
+    columnSums(column, n, column + 1, n, rows, cols, factors + l);
+    for (int j = l; j < n; ++j) {
+        factors[j] = quotient(factors[j], reflection.h);
     }
+    addOuterProduct(column, n, factors + l, column + 1, n, rows, cols);
     for (int k = i; k < m; ++k) {
         a[k][i] = product(a[k][i], reflection.scale);
     }
@@ -65,25 +64,23 @@ static T reflectColumn(T* const* a, int m, int n, int i) {
 // i + 1 on are scratch.
 template <typename T>
 static T reflectRow(T* const* a, int m, int n, int i, T* quotients) {
-    T* const row = a[i];
-    const int l = i + 1;
-    const Reflection<T> reflection = makeReflection(row + l, n - l, 1);
+    const int l = i + 1, cols = n - l;
+    T* const row = a[i] + l;
+    const Reflection<T> reflection = makeReflection(row, cols, 1);
     if (reflection.scale == T(0)) {
         return 0;
     }
-    for (int k = l; k < n; ++k) {
-        quotients[k] = quotient(row[k], reflection.h);
+    for (int k = 0; k < cols; ++k) {
+        quotients[l + k] = quotient(row[k], reflection.h);
     }
-    for (int j = l; j < m; ++j) {
-        T t = 0;
-        for (int k = l; k < n; ++k) {
-            t = sum(t, product(a[j][k], row[k]));
-        }
-        for (int k = l; k < n; ++k) {
-            a[j][k] = sum(a[j][k], product(t, quotients[k]));
-        }
+    constexpr int block = 16;  // rows that are still in the cache when they are updated
+    T sums[block];
+    for (int j = l; j < m; j += block) {
+        const int rows = std::min(block, m - j);
+        rowSums(a[j] + l, n, rows, cols, row, sums);
+        addOuterProduct(sums, 1, quotients + l, a[j] + l, n, rows, cols);
     }
-    for (int k = l; k < n; ++k) {
+    for (int k = 0; k < cols; ++k) {
         row[k] = product(row[k], reflection.scale);
     }
     return product(reflection.scale, reflection.g);
@@ -100,7 +97,7 @@ void Matrix<T>::bidiagonalize(Matrix& u, MatrixStore<T>& w, Vector<T>& superdiag
     T next = 0;
     for (int i = 0; i < n; ++i) {
         above[i] = next;
-        diagonal[i] = i < m ? reflectColumn(a, m, n, i) : T(0);
+        diagonal[i] = i < m ? reflectColumn(a, m, n, i, diagonal) : T(0);
         next = i < m ? reflectRow(a, m, n, i, above) : T(0);
         *norm = std::max(*norm, sum(magnitude(diagonal[i]), magnitude(above[i])));
     }
@@ -110,21 +107,14 @@ void Matrix<T>::bidiagonalize(Matrix& u, MatrixStore<T>& w, Vector<T>& superdiag
 template <typename T>
 static void accumulateRows(const T* const* u, int n, const T* above, T* const* v) {
     for (int i = n - 1; i >= 0; --i) {
-        const int l = i + 1;
+        const int l = i + 1, order = n - l;
         if (l < n && above[l] != T(0)) {
             for (int j = l; j < n; ++j) {
                 // In this order: the product of the divisors could underflow.
                 v[j][i] = quotient(quotient(u[i][j], u[i][l]), above[l]);
             }
-            for (int j = l; j < n; ++j) {
-                T t = 0;
-                for (int k = l; k < n; ++k) {
-                    t = sum(t, product(u[i][k], v[k][j]));
-                }
-                for (int k = l; k < n; ++k) {
-                    v[k][j] = sum(v[k][j], product(t, v[k][i]));
-                }
-            }
+            columnSums(u[i] + l, 1, v[l] + l, n, order, order, v[i] + l);
+            addOuterProduct(v[l] + i, n, v[i] + l, v[l] + l, n, order, order);
         }
         for (int j = l; j < n; ++j) {
             v[i][j] = v[j][i] = 0;
@@ -133,28 +123,30 @@ static void accumulateRows(const T* const* u, int n, const T* above, T* const* v
     }
 }
 
-// U from the column vectors, in their place, last to first.
+// U from the column vectors, in their place, last to first. Row i right of the diagonal holds the
+// factors of the columns, until it is 0 plus its own part of the sum.
 template <typename T>
 static void accumulateColumns(T* const* u, int m, int n, const T* diagonal) {
     for (int i = n - 1; i >= 0; --i) {
         const int l = i + 1;
-        std::fill(u[i] + l, u[i] + n, T(0));
+        T* const factors = u[i];
         if (diagonal[i] != T(0)) {
             const T reciprocal = quotient(T(1), diagonal[i]);
+            if (l < n) {
+                columnSums(u[l] + i, n, u[l] + l, n, m - l, n - l, factors + l);
+                for (int j = l; j < n; ++j) {
+                    factors[j] = product(quotient(factors[j], u[i][i]), reciprocal);
+                }
+                addOuterProduct(u[l] + i, n, factors + l, u[l] + l, n, m - l, n - l);
+            }
             for (int j = l; j < n; ++j) {
-                T t = 0;
-                for (int k = l; k < m; ++k) {
-                    t = sum(t, product(u[k][i], u[k][j]));
-                }
-                const T f = product(quotient(t, u[i][i]), reciprocal);
-                for (int k = i; k < m; ++k) {
-                    u[k][j] = sum(u[k][j], product(f, u[k][i]));
-                }
+                u[i][j] = sum(T(0), product(factors[j], u[i][i]));
             }
             for (int k = i; k < m; ++k) {
                 u[k][i] = product(u[k][i], reciprocal);
             }
         } else {
+            std::fill(u[i] + l, u[i] + n, T(0));
             for (int k = i; k < m; ++k) {
                 u[k][i] = 0;
             }

@@ -1,6 +1,7 @@
 #include "matrix/RotationMatrix.h"
 
-#include "matrix/arithmetic.h"
+#include "kernels/arithmetic.h"
+#include "kernels/rotations.h"
 
 #include <algorithm>
 
@@ -44,13 +45,7 @@ int RotationMatrix<T>::applyInPlace(Matrix<T>& matrix) {
     if (matrix.getRows() != this->getCols()) {
         return 0;
     }
-    T* const rowP = matrix.rowTable[p];
-    T* const rowQ = matrix.rowTable[q];
-    for (int i = 0; i < matrix.getCols(); ++i) {
-        const T x = rowP[i], y = rowQ[i];
-        rowQ[i] = sum(product(c, y), product(s, x));
-        rowP[i] = difference(product(c, x), product(s, y));
-    }
+    rotateRows(matrix.rowTable[q], matrix.rowTable[p], matrix.getCols(), PlaneRotation<T>{c, s});
     return 1;
 }
 

@@ -59,5 +59,6 @@ std::ptrdiff_t firstDifference(std::span<const double> a, std::span<const double
 std::vector<int> everySizeAnd(std::vector<int> edges);
 
 // The cases of each family, each in a file of its own.
+std::vector<KernelCase> decompositionCases();
 std::vector<KernelCase> signalCases();
 std::vector<KernelCase> hartleyCases();

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "kernels/rotations.h"
+#include "matrix/Matrix.h"
+#include "matrix/newArray.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+// Rotations of the columns of a matrix, which nobody looks at meanwhile. They wait until there are
+// some sweeps of them: then a few rows at a time, which stay in the cache, take them all.
+template <typename T>
+class RotationQueue {
+public:
+    explicit RotationQueue(Matrix<T>& aMatrix) : matrix(aMatrix) {}
+
+    // For a matrix that will have n columns. false: memory exhausted.
+    bool allocate(int n) {
+        capacity = std::int64_t{n} * sweeps;
+        runs = newArray<RotationRun>(capacity);
+        rotations = newArray<PlaneRotation<T>>(capacity);
+        panel = newArray<T>(std::int64_t{n} * panelRows + panelMargin);
+        return runs != nullptr && rotations != nullptr && panel != nullptr;
+    }
+
+    // The place for the rotations of a run, which are less than n. It is theirs until the next run
+    // is appended.
+    PlaneRotation<T>* append(const RotationRun& run) {
+        if (rotationCount + run.count > capacity) {
+            apply();
+        }
+        PlaneRotation<T>* place = rotations.get() + rotationCount;
+        runs[static_cast<std::size_t>(runCount++)] = run;
+        rotationCount += run.count;
+        return place;
+    }
+
+    // Nothing waits any longer.
+    void apply() {
+        if (runCount == 0) {
+            return;
+        }
+        rotateColumns(matrix.dataBlock, matrix.rowCount, matrix.colCount, runs.get(), runCount,
+                      rotations.get(), panel.get());
+        runCount = 0;
+        rotationCount = 0;
+    }
+
+private:
+    static constexpr int sweeps = 32;
+    Matrix<T>& matrix;
+    std::unique_ptr<RotationRun[]> runs;
+    std::unique_ptr<PlaneRotation<T>[]> rotations;
+    std::unique_ptr<T[]> panel;
+    int runCount = 0;
+    std::int64_t rotationCount = 0, capacity = 0;
+};
