@@ -2,32 +2,36 @@
 
 #include "kernels/InstructionSet.h"
 
-// `lanes` doubles side by side, with the operators of one; one lane is a double. It may lie
-// anywhere that a double may.
+// `lanes` doubles side by side, with the operators of one; one lane is a double. They are meant for
+// registers, and in memory they may lie anywhere that a double may.
 //
 // Vectors are local variables and memory only. A function that took or returned one would have
 // another binary interface on each instruction set.
 template <int lanes>
 struct VectorOf {
-    using type [[gnu::vector_size(lanes * sizeof(double)), gnu::aligned(alignof(double)),
-                 gnu::may_alias]] = double;
+    using type [[gnu::vector_size(lanes * sizeof(double))]] = double;
+    using inMemory [[gnu::vector_size(lanes * sizeof(double)), gnu::aligned(alignof(double)),
+                     gnu::may_alias]] = double;
 };
 template <>
 struct VectorOf<1> {
     using type = double;
+    using inMemory = double;
 };
 template <int lanes>
 using Vector = typename VectorOf<lanes>::type;
-
-// The elements from p on, as vectors. A pointer, since clang++ takes a reference that a function
-// returns for one to an aligned vector.
 template <int lanes>
-[[gnu::always_inline]] inline const Vector<lanes>* vectorsAt(const double* p) {
-    return reinterpret_cast<const Vector<lanes>*>(p);
+using VectorInMemory = typename VectorOf<lanes>::inMemory;
+
+// The elements from p on, as vectors. A pointer, since clang++ takes what a reference refers to for
+// aligned like a local vector.
+template <int lanes>
+[[gnu::always_inline]] inline const VectorInMemory<lanes>* vectorsAt(const double* p) {
+    return reinterpret_cast<const VectorInMemory<lanes>*>(p);
 }
 template <int lanes>
-[[gnu::always_inline]] inline Vector<lanes>* vectorsAt(double* p) {
-    return reinterpret_cast<Vector<lanes>*>(p);
+[[gnu::always_inline]] inline VectorInMemory<lanes>* vectorsAt(double* p) {
+    return reinterpret_cast<VectorInMemory<lanes>*>(p);
 }
 
 // Defines the static function `kernel`, which runs body<lanes>(arguments...) on the instruction set
