@@ -1,5 +1,5 @@
+#include "kernels/trigonometry.h"
 #include "transform/FourierTransform.h"
-#include "transform/trigonometry.h"
 
 #include <algorithm>
 #include <bit>

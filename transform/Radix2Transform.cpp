@@ -1,5 +1,6 @@
 #include "transform/FourierTransform.h"
-#include "transform/trigonometry.h"
+
+#include "kernels/trigonometry.h"
 
 #include <numbers>
 #include <utility>
