@@ -1,5 +1,7 @@
 #include "transform/FourierTransform.h"
 
+#include "kernels/radix2.h"
+
 #include <bit>
 
 void FourierTransform::transform(double* re, double* im, int n, int sign) {
@@ -11,6 +13,11 @@ void FourierTransform::transform(double* re, double* im, int n, int sign) {
     } else {
         chirpTransform(re, im, n, sign);
     }
+}
+
+int FourierTransform::radix2Transform(double* re, double* im, int n, double sign) {
+    radix2(re, im, n, sign);
+    return n;
 }
 
 std::uint32_t FourierTransform::nextPowerOfTwo(int n) {

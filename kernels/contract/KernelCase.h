@@ -60,3 +60,4 @@ std::vector<int> everySizeAnd(std::vector<int> edges);
 
 // The cases of each family, each in a file of its own.
 std::vector<KernelCase> signalCases();
+std::vector<KernelCase> transformCases();

@@ -108,37 +108,6 @@ static void permute(Signal& f) {
     }
 }
 
-void plainRadix2(Signal& re, Signal& im, double sign) {
-    const std::size_t n = re.size();
-    permute(re);
-    permute(im);
-    for (std::size_t le = 2; le <= n; le *= 2) {
-        const std::size_t half = le / 2;
-        const double theta = std::numbers::pi / static_cast<double>(half);
-        const double c = std::cos(theta), s = sign * std::sin(theta);
-        double ur = 1.0, ui = 0.0;
-        for (std::size_t j = 0; j < half; ++j) {
-            for (std::size_t i = j; i < n; i += le) {
-                const std::size_t p = i + half;
-                const double tr = ur * re[p] - ui * im[p], ti = ui * re[p] + ur * im[p];
-                re[p] = re[i] - tr;
-                im[p] = im[i] - ti;
-                re[i] = re[i] + tr;
-                im[i] = im[i] + ti;
-            }
-            const double advanced = c * ur - s * ui;
-            ui = c * ui + s * ur;
-            ur = advanced;
-        }
-    }
-    if (sign == 1.0) {
-        for (std::size_t i = 0; i < n; ++i) {
-            re[i] = re[i] / static_cast<double>(n);
-            im[i] = im[i] / static_cast<double>(n);
-        }
-    }
-}
-
 static constexpr double root = 1.4142135623730951;
 
 static void butterfly(double& x, double& y) {

@@ -21,6 +21,5 @@ LongSpectrum widen(const Signal& re, const Signal& im);
 
 // Loops in double whose every operation, in its order, is what the fast forms have to reproduce bit
 // for bit.
-void plainRadix2(Signal& re, Signal& im, double sign);
 void plainHartley(Signal& f, bool normalise);
 void plainHartleyComplex(Signal& re, Signal& im, int sense);
