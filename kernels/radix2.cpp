@@ -291,7 +291,7 @@ template <int lanes>
     Tile here, there;
     for (int q = 0, other = 0; q < tiles; ++q) {
         if (q <= other) {
-            const std::ptrdiff_t from = 8 * q, to = 8 * other;
+            const int from = 8 * q, to = 8 * other;
             loadTile<lanes>(re + from, im + from, stride, sign, here);
             loadTile<lanes>(re + to, im + to, stride, sign, there);
             storeTile<lanes>(there, re + from, im + from, stride);
@@ -305,11 +305,11 @@ template <int lanes>
     }
 }
 
-// All stages from `half` on.
+// All stages from `half` on, which is 8 or leaves an even number of stages.
 //
-// Three stages in a pass need 16 lines of memory at a time. If half is 512 or more, these are in
-// one set of the first cache, which has 8 or 12: then passes take two. The choice depends on how
-// many stages are left, so that nothing but these two is needed, and three only at 8 and 64.
+// Three stages in a pass need 16 lines of memory at a time, which are all in one set of the first
+// cache if half is 512 or more; a set has 8 or 12. So passes of three come first, one or two, and
+// leave an even number of stages to passes of two.
 template <int lanes>
 [[gnu::always_inline]] static inline void passes(double* re, double* im, int n, int half,
                                                  double sign, double scale) {

@@ -59,11 +59,13 @@ template <int lanes>
 
     // The turns without whole rounds, -2 to 2.
     const Real quarter = turns - 4.0 * ((0.25 * turns + wholes) - wholes);
-    const auto crossed = quarter * quarter == 1.0, opposite = quarter * quarter == 4.0;
-    sine = crossed ? c : s;
-    cosine = crossed ? s : c;
-    sine = (opposite | (quarter == -1.0)) ? -sine : sine;
-    cosine = (opposite | (quarter == 1.0)) ? -cosine : cosine;
+    const Real distance = quarter * quarter;
+    sine = distance == 1.0 ? c : s;
+    cosine = distance == 1.0 ? s : c;
+    sine = distance == 4.0 ? -sine : sine;
+    cosine = distance == 4.0 ? -cosine : cosine;
+    sine = quarter == -1.0 ? -sine : sine;
+    cosine = quarter == 1.0 ? -cosine : cosine;
     sine = angle == 0.0 ? angle : sine;  // with the sign of a zero
 }
 
