@@ -1,6 +1,6 @@
 #include "kernels/spectra.h"
+#include "kernels/trigonometry.h"
 #include "transform/FourierTransform.h"
-#include "transform/trigonometry.h"
 
 #include <algorithm>
 #include <bit>
@@ -38,13 +38,6 @@ private:
     static constexpr std::size_t lineDoubles = 8;
     std::unique_ptr<double[]> block;
 };
-
-static void sinesAndCosines(const double* angles, int count, double* sines, double* cosines) {
-    for (int i = 0; i < count; ++i) {
-        sines[i] = sine(angles[i]);
-        cosines[i] = cosine(angles[i]);
-    }
-}
 
 void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
     if (n > longestChirp) {

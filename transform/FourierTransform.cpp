@@ -1,5 +1,6 @@
 #include "transform/FourierTransform.h"
 
+#include "kernels/radix2.h"
 #include "kernels/spectra.h"
 
 #include <bit>
@@ -13,6 +14,11 @@ void FourierTransform::transform(double* re, double* im, int n, int sign) {
     } else {
         chirpTransform(re, im, n, sign);
     }
+}
+
+int FourierTransform::radix2Transform(double* re, double* im, int n, double sign) {
+    radix2(re, im, n, sign);
+    return n;
 }
 
 std::uint32_t FourierTransform::nextPowerOfTwo(int n) {

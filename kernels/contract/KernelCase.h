@@ -62,3 +62,4 @@ std::vector<int> everySizeAnd(std::vector<int> edges);
 std::vector<KernelCase> decompositionCases();
 std::vector<KernelCase> signalCases();
 std::vector<KernelCase> hartleyCases();
+std::vector<KernelCase> transformCases();

@@ -1,5 +1,7 @@
 #include "tests/support/PlainTransforms.h"
 
+#include "kernels/hartleyTables.h"
+
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -106,33 +108,126 @@ static void permute(Signal& f) {
     }
 }
 
-void plainRadix2(Signal& re, Signal& im, double sign) {
-    const std::size_t n = re.size();
-    permute(re);
-    permute(im);
-    for (std::size_t le = 2; le <= n; le *= 2) {
-        const std::size_t half = le / 2;
-        const double theta = std::numbers::pi / static_cast<double>(half);
-        const double c = std::cos(theta), s = sign * std::sin(theta);
-        double ur = 1.0, ui = 0.0;
-        for (std::size_t j = 0; j < half; ++j) {
-            for (std::size_t i = j; i < n; i += le) {
-                const std::size_t p = i + half;
-                const double tr = ur * re[p] - ui * im[p], ti = ui * re[p] + ur * im[p];
-                re[p] = re[i] - tr;
-                im[p] = im[i] - ti;
-                re[i] = re[i] + tr;
-                im[i] = im[i] + ti;
+static constexpr double root = 1.4142135623730951;
+
+static void butterfly(double& x, double& y) {
+    const double difference = x - y;
+    x = x + y;
+    y = difference;
+}
+
+static void reflect(double c, double s, double& x, double& y) {
+    const double first = c * x + s * y;
+    y = s * x - c * y;
+    x = first;
+}
+
+static void transformOfFour(double& a0, double& a1, double& a2, double& a3) {
+    butterfly(a0, a1);
+    butterfly(a2, a3);
+    butterfly(a0, a2);
+    butterfly(a1, a3);
+}
+
+static void transformOfEight(double* a) {
+    transformOfFour(a[0], a[1], a[2], a[3]);
+    butterfly(a[4], a[5]);
+    butterfly(a[6], a[7]);
+    butterfly(a[4], a[6]);
+    a[5] = root * a[5];
+    a[7] = root * a[7];
+    for (int i = 0; i < 4; ++i) {
+        butterfly(a[i], a[i + 4]);
+    }
+}
+
+// x and y are the first elements of four that lie k1 apart.
+static void plainTwiddled(double* x, double* y, std::size_t k1, double c1, double s1) {
+    const std::size_t k2 = 2 * k1, k3 = 3 * k1;
+    const double c2 = c1 * c1 - s1 * s1, s2 = 2 * s1 * c1;
+    for (const std::size_t half : {std::size_t{0}, k2}) {
+        reflect(c2, s2, x[half + k1], y[half + k1]);
+        butterfly(x[half], x[half + k1]);
+        butterfly(y[half], y[half + k1]);
+    }
+    reflect(c1, s1, x[k2], y[k3]);
+    butterfly(x[0], x[k2]);
+    butterfly(y[k1], y[k3]);
+    reflect(s1, c1, y[k2], x[k3]);
+    butterfly(y[0], y[k2]);
+    butterfly(x[k1], x[k3]);
+}
+
+static void plainStage(Signal& f, std::size_t k) {
+    const std::size_t k1 = std::size_t{1} << k, k2 = 2 * k1, k3 = 3 * k1, k4 = 4 * k1;
+    for (std::size_t b = 0; b < f.size(); b += k4) {
+        double *x = &f[b], *y = x + k1 / 2;
+        transformOfFour(x[0], x[k1], x[k2], x[k3]);
+        butterfly(y[0], y[k1]);
+        y[k2] = root * y[k2];
+        y[k3] = root * y[k3];
+        butterfly(y[0], y[k2]);
+        butterfly(y[k1], y[k3]);
+    }
+    auto sineWork = sineTable, cosineWork = cosineTable;
+    for (std::size_t t = 1; t < k1 / 2; ++t) {
+        std::size_t e = 0;
+        while ((t >> e) % 2 == 0) {
+            ++e;
+        }
+        const std::size_t i = k - e;
+        const double s1 = sineWork[i], c1 = cosineWork[i];
+        if (i > 1) {
+            std::size_t j = e + 2;
+            while ((t >> j) % 2 == 1) {
+                ++j;
             }
-            const double advanced = c * ur - s * ui;
-            ui = c * ui + s * ur;
-            ur = advanced;
+            sineWork[i] = halfSecantTable[i] * (sineWork[i - 1] + sineWork[k - j]);
+            cosineWork[i] = halfSecantTable[i] * (cosineWork[i - 1] + cosineWork[k - j]);
+        }
+        for (std::size_t b = 0; b < f.size(); b += k4) {
+            plainTwiddled(&f[b + t], &f[b + k1 - t], k1, c1, s1);
         }
     }
-    if (sign == 1.0) {
-        for (std::size_t i = 0; i < n; ++i) {
-            re[i] = re[i] / static_cast<double>(n);
-            im[i] = im[i] / static_cast<double>(n);
+}
+
+void plainHartley(Signal& f, bool normalise) {
+    const std::size_t n = f.size();
+    const auto log2n = static_cast<std::size_t>(std::bit_width(n) - 1);
+    if (n == 2) {
+        f = {f[0] + f[1], f[0] - f[1]};
+    } else if (n > 2) {
+        permute(f);
+        for (std::size_t b = 0; b < n; b += log2n % 2 == 0 ? 4 : 8) {
+            log2n % 2 == 0 ? transformOfFour(f[b], f[b + 1], f[b + 2], f[b + 3])
+                           : transformOfEight(&f[b]);
         }
+        for (std::size_t k = log2n % 2 + 2; k < log2n; k += 2) {
+            plainStage(f, k);
+        }
+    }
+    for (double& value : f) {
+        value = normalise ? value / static_cast<double>(n) : value;
+    }
+}
+
+void plainHartleyComplex(Signal& re, Signal& im, int sense) {
+    const std::size_t n = re.size();
+    if (sense >= 0) {
+        plainHartley(re, false);
+        plainHartley(im, false);
+    }
+    for (std::size_t i = 1; i < n / 2; ++i) {
+        const std::size_t low = sense >= 0 ? i : n - i, high = n - low;
+        const double A = re[i] + re[n - i], C = im[i] + im[n - i];
+        const double B = re[i] - re[n - i], D = im[i] - im[n - i];
+        re[low] = (A - D) * 0.5;
+        re[high] = (A + D) * 0.5;
+        im[low] = (C + B) * 0.5;
+        im[high] = (C - B) * 0.5;
+    }
+    if (sense < 0) {
+        plainHartley(re, true);
+        plainHartley(im, true);
     }
 }

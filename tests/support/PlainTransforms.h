@@ -19,6 +19,7 @@ LongSpectrum longTransform(const LongSpectrum& x, int sign);
 // The complex signal of two arrays of doubles.
 LongSpectrum widen(const Signal& re, const Signal& im);
 
-// A loop in double whose every operation, in its order, is what the fast form has to reproduce bit
+// Loops in double whose every operation, in its order, is what the fast forms have to reproduce bit
 // for bit.
-void plainRadix2(Signal& re, Signal& im, double sign);
+void plainHartley(Signal& f, bool normalise);
+void plainHartleyComplex(Signal& re, Signal& im, int sense);

@@ -52,14 +52,22 @@ TEST(FourierTransform, LeavesAloneWhatHasNoTransform) {
 
 class PowersOfTwo : public testing::TestWithParam<int> {};
 
-// The same bits as the plain loop, with both signs.
+// The same bits as the plain loops: Hartley with and without normalising, complex Hartley in both
+// senses.
 TEST_P(PowersOfTwo, DoThePlainLoopsOperations) {
     const int n = GetParam();
+    const Signal x = noise(n, 5), y = noise(n, 6);
     for (const int sign : {-1, 1}) {
-        Signal re = noise(n, 5), im = noise(n, 6), plainRe = re, plainIm = im;
-        FourierTransform::radix2Transform(re.data(), im.data(), n, sign);
-        plainRadix2(plainRe, plainIm, sign);
-        EXPECT_TRUE(bits(re) == bits(plainRe) && bits(im) == bits(plainIm)) << sign;
+        Signal re = x, im = y, plainRe = x, plainIm = y;
+        FourierTransform().hartleyComplexTransform(re.data(), im.data(), n, sign);
+        plainHartleyComplex(plainRe, plainIm, sign);
+        const bool complex = bits(re) == bits(plainRe) && bits(im) == bits(plainIm);
+
+        re = plainRe = x;
+        HartleyTransform().hartley(re.data(), n, sign > 0 ? 1 : 0);
+        plainHartley(plainRe, sign > 0);
+        const bool real = bits(re) == bits(plainRe);
+        EXPECT_TRUE(complex && real) << sign << ": " << complex << real;
     }
 }
 
