@@ -1,6 +1,6 @@
+#include "kernels/arithmetic.h"
 #include "matrix/Matrix.h"
 #include "matrix/Vector.h"
-#include "matrix/arithmetic.h"
 
 template <typename T>
 struct ColumnRotation {

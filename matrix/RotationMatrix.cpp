@@ -1,6 +1,6 @@
 #include "matrix/RotationMatrix.h"
 
-#include "matrix/arithmetic.h"
+#include "kernels/arithmetic.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
+#include "kernels/arithmetic.h"
 #include "matrix/SquareMatrix.h"
-#include "matrix/arithmetic.h"
 #include "matrix/newArray.h"
 
 #include <algorithm>

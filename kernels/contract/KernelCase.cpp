@@ -27,7 +27,7 @@ Samples Input::take(int count) {
 const std::vector<KernelCase>& kernelCases() {
     static const std::vector<KernelCase> all = [] {
         std::vector<KernelCase> cases;
-        for (const auto& family : {signalCases()}) {
+        for (const auto& family : {matrixCases(), signalCases()}) {
             cases.insert(cases.end(), family.begin(), family.end());
         }
         return cases;

@@ -59,4 +59,5 @@ std::ptrdiff_t firstDifference(std::span<const double> a, std::span<const double
 std::vector<int> everySizeAnd(std::vector<int> edges);
 
 // The cases of each family, each in a file of its own.
+std::vector<KernelCase> matrixCases();
 std::vector<KernelCase> signalCases();
