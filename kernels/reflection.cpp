@@ -1,6 +1,6 @@
 #include "kernels/reflection.h"
 
-#include "kernels/transpose.h"
+#include "kernels/shuffles.h"
 #include "kernels/vectors.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "matrix/Matrix.h"
 
 #include "kernels/arithmetic.h"
+#include "kernels/product.h"
 
 #include <algorithm>
 
@@ -79,15 +80,8 @@ Matrix<T>& Matrix<T>::mulAssign(const Matrix& other) {
 template <typename T>
 static void multiplyRows(const MatrixStore<T>& left, const MatrixStore<T>& right,
                          MatrixStore<T>& result) {
-    for (int i = 0; i < left.rowCount; ++i) {
-        for (int j = 0; j < right.colCount; ++j) {
-            T element = 0;
-            for (int k = 0; k < left.colCount; ++k) {
-                element = sum(element, product(left.rowTable[i][k], right.rowTable[k][j]));
-            }
-            result.rowTable[i][j] = element;
-        }
-    }
+    ::multiply({left.dataBlock, left.colCount}, {right.dataBlock, right.colCount}, left.rowCount,
+               left.colCount, right.colCount, {result.dataBlock, result.colCount});
 }
 
 template <typename T>

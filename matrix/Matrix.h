@@ -48,13 +48,13 @@ public:
     virtual int multiply(const Matrix& left, const Matrix& right);
 
     // The receiver becomes X with X right = left, (m x n)(n x n) -> m x n; it may be either of
-    // them. Row by row: the transpose of right is decomposed once, by SquareMatrix::luDecompose
-    // with pivoting or without, and luSolve finds each row of X. A singular right gives what
+    // them. Row by row: the transpose of right is decomposed once, as by SquareMatrix::luDecompose
+    // with pivoting or without, and each row of X solved as by luSolve. A singular right gives what
     // luDecompose leaves of it, and 1.
     //   returns   1: done.
     //             0: shapes do not fit, or right is empty and pivot set, or with pivoting a column
     //             of right is zero, receiver unchanged. Or memory exhausted, receiver unchanged or
-    //             empty, or with its new shape and the rows that were found.
+    //             empty.
     virtual int divide(const Matrix& left, const Matrix& right, bool pivot);
 
     // Unpacks the factors that SquareMatrix::luDecompose leaves: upper becomes the upper triangle

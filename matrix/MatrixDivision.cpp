@@ -1,9 +1,31 @@
+#include "kernels/substitution.h"
 #include "matrix/SquareMatrix.h"
+
+#include <algorithm>
 
 template <typename T>
 Matrix<T>& Matrix<T>::divAssign(const Matrix& other) {
     this->errorFlag = divide(*this, other, true) == 1 ? 0 : 1;
     return *this;
+}
+
+// Rows of left become rows of X, in a panel that has them side by side as columns. Without pivots
+// the elements stay in order.
+template <typename T>
+static void solveRows(const SquareMatrix<T>& factors, const Vector<int>& pivots, T* const* left,
+                      int count, Matrix<T>& panel, T** result) {
+    const int n = factors.colCount;
+    for (int j = 0; j < count; ++j) {
+        for (int i = 0; i < n; ++i) {
+            panel.rowTable[i][j] = left[j][pivots.colCount == 0 ? i : pivots.dataBlock[i]];
+        }
+    }
+    substitute(factors.dataBlock, n, {panel.dataBlock, panel.colCount}, count);
+    for (int j = 0; j < count; ++j) {
+        for (int i = 0; i < n; ++i) {
+            result[j][i] = panel.rowTable[i][j];
+        }
+    }
 }
 
 // X right = left says that the transpose of right takes each row of X to that row of left.
@@ -15,8 +37,8 @@ int Matrix<T>::divide(const Matrix& left, const Matrix& right, bool pivot) {
     }
     SquareMatrix<T> factors(n);
     Vector<int> pivots;
-    Vector<T> row(n, 0);
-    if (factors.errorFlag != 0 || (pivot && pivots.resize(1, n) != 1) || row.length() != n) {
+    Matrix panel(n, substitutionWidth);
+    if (factors.errorFlag != 0 || (pivot && pivots.resize(1, n) != 1) || panel.errorFlag != 0) {
         return 0;
     }
     for (int i = 0; i < n; ++i) {
@@ -31,12 +53,9 @@ int Matrix<T>::divide(const Matrix& left, const Matrix& right, bool pivot) {
     if (this != &left && this->resize(left.getRows(), n) != 1) {
         return 0;
     }
-    for (int i = 0; i < this->rowCount; ++i) {
-        row.copyFrom(left.rowTable[i], n);
-        if (factors.luSolve(row, pivots) != 1) {
-            return 0;
-        }
-        row.copyTo(this->rowTable[i], n);
+    for (int i = 0; i < this->rowCount; i += substitutionWidth) {
+        solveRows(factors, pivots, left.rowTable + i,
+                  std::min(substitutionWidth, this->rowCount - i), panel, this->rowTable + i);
     }
     return 1;
 }

@@ -1,143 +1,35 @@
 #include "kernels/arithmetic.h"
+#include "kernels/elimination.h"
+#include "kernels/substitution.h"
 #include "matrix/SquareMatrix.h"
 #include "matrix/newArray.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
-#include <numeric>
-
-// a[i][j] minus the sum of a[k][j] a[i][k] over k < count.
-template <typename T>
-static T reduced(T* const* a, int i, int j, int count) {
-    T v = a[i][j];
-    for (int k = 0; k < count; ++k) {
-        v = difference(v, product(a[k][j], a[i][k]));
-    }
-    return v;
-}
-
-// v minus the sum of row[k] x[k] over from <= k < to.
-template <typename T>
-static T reduced(T v, const T* row, const T* x, int from, int to) {
-    for (int k = from; k < to; ++k) {
-        v = difference(v, product(row[k], x[k]));
-    }
-    return v;
-}
-
-// scales[i] is 1 over the largest magnitude in row i; elements that are not numbers do not count.
-// false: a row of zeros.
-template <typename T>
-static bool findScales(T* const* a, int n, T* scales) {
-    for (int i = 0; i < n; ++i) {
-        T largest = 0;
-        for (int j = 0; j < n; ++j) {
-            largest = std::max(largest, magnitude(a[i][j]));
-        }
-        if (largest == T(0)) {
-            return false;
-        }
-        scales[i] = quotient(T(1), largest);
-    }
-    return true;
-}
-
-// Column j of U above the diagonal.
-template <typename T>
-static void reduceAboveDiagonal(T* const* a, int j) {
-    for (int i = 0; i < j; ++i) {
-        a[i][j] = reduced(a, i, j, i);
-    }
-}
-
-// Column j from the diagonal down, still to be divided by the pivot. Returns the pivot row; a
-// candidate that is not a number is none, and row j is it where there is no other.
-template <typename T>
-static int reduceToPivot(T* const* a, int n, int j, const T* scales) {
-    T best = 0;
-    int pivotRow = j;
-    for (int i = j; i < n; ++i) {
-        a[i][j] = reduced(a, i, j, j);
-        const T t = product(magnitude(a[i][j]), scales[i]);
-        if (t >= best) {  // >=, so the last of equal candidates is the pivot
-            best = t;
-            pivotRow = i;
-        }
-    }
-    return pivotRow;
-}
-
-template <typename T>
-static void decomposePivoting(T* const* a, int n, T* scales, int* pivots) {
-    std::iota(pivots, pivots + n, 0);
-    for (int j = 0; j < n; ++j) {
-        reduceAboveDiagonal(a, j);
-        const int pivotRow = reduceToPivot(a, n, j, scales);
-        if (pivotRow != j) {
-            std::swap_ranges(a[pivotRow], a[pivotRow] + n, a[j]);
-            scales[pivotRow] = scales[j];  // scale j is not needed again
-            std::swap(pivots[pivotRow], pivots[j]);
-        }
-        if (a[j][j] == T(0)) {
-            a[j][j] = static_cast<T>(1e-20);
-        }
-        // One reciprocal and products, not quotients: the two differ in the last bit.
-        const T reciprocal = quotient(T(1), a[j][j]);
-        for (int i = j + 1; i < n; ++i) {
-            a[i][j] = product(a[i][j], reciprocal);
-        }
-    }
-}
-
-template <typename T>
-static void decomposeInOrder(T* const* a, int n) {
-    for (int j = 0; j < n; ++j) {
-        reduceAboveDiagonal(a, j);
-        a[j][j] = reduced(a, j, j, j);
-        const T pivot = a[j][j];
-        for (int i = j + 1; i < n; ++i) {
-            a[i][j] = pivot == T(0) ? static_cast<T>(1e8) : quotient(reduced(a, i, j, j), pivot);
-        }
-    }
-}
 
 template <typename T>
 int SquareMatrix<T>::luDecompose(Vector<int>& pivots) {
     const int n = this->getCols();
     const int length = pivots.length();
     if (length == 0) {
-        decomposeInOrder(this->rowTable, n);
+        eliminate(this->dataBlock, n);
         return 1;
     }
     if (length != n) {
         return 0;
     }
-    const std::unique_ptr<T[]> scales = newArray<T>(n);
-    if (scales == nullptr) {
+    const std::unique_ptr<T[]> work = newArray<T>((1 + std::int64_t{panelWidth}) * n);
+    if (work == nullptr) {
         return 0;
     }
-    if (!findScales(this->rowTable, n, scales.get())) {
+    T* scales = work.get();
+    if (!findScales(this->dataBlock, n, scales)) {
         return -1;
     }
-    decomposePivoting(this->rowTable, n, scales.get(), pivots.dataBlock);
+    eliminate(this->dataBlock, n, scales, pivots.dataBlock, scales + n);
     return 1;
-}
-
-// b becomes the solution of L U x = b. The zeros that lead b stay as they are and form no product,
-// so neither a sign of theirs nor an infinite element of L beside them comes in.
-template <typename T>
-static void substitute(const T* const* a, int n, T* b) {
-    int first = n;  // the first element that is not 0; n until it is found
-    for (int i = 0; i < n; ++i) {
-        b[i] = reduced(b[i], a[i], b, first, i);
-        if (first == n && b[i] != T(0)) {
-            first = i;
-        }
-    }
-    for (int i = n - 1; i >= 0; --i) {
-        b[i] = quotient(reduced(b[i], a[i], b, i + 1, n), a[i][i]);
-    }
 }
 
 template <typename T>
@@ -159,30 +51,41 @@ int SquareMatrix<T>::luSolve(Vector<T>& b, const Vector<int>& pivots) const {
             return 0;
         }
     }
-    substitute(this->rowTable, n, b.dataBlock);
+    substitute(this->dataBlock, n, {b.dataBlock, 1}, 1);
     return 1;
 }
 
-// All memory is there before the receiver is touched: column j of the inverse grows in row j of a
-// working matrix, from unit vector j in the order of the pivots.
+// All memory is there before the receiver is touched. The unit vectors are solved in the order of
+// the rows of L U, panel by panel of a working matrix, and go where the pivots send them.
 template <typename T>
 int SquareMatrix<T>::invert(bool pivot) {
     const int n = this->getCols();
     const int pivotCount = pivot ? n : 0;
-    SquareMatrix inverse(n);
+    SquareMatrix solutions(n);
     Vector<int> pivots(pivotCount, 0);
-    if (inverse.errorFlag != 0 || pivots.length() != pivotCount || luDecompose(pivots) != 1) {
+    if (solutions.errorFlag != 0 || pivots.length() != pivotCount || luDecompose(pivots) != 1) {
         return 0;
     }
-    for (int j = 0; j < n; ++j) {
-        T* column = inverse.rowTable[j];
-        for (int i = 0; i < n; ++i) {
-            column[i] = (pivot ? pivots.dataBlock[i] : i) == j ? 1 : 0;
+    const auto panelAt = [&solutions, n](int first) {
+        T* panel = solutions.dataBlock + std::ptrdiff_t{n} * first;
+        return Block<T>{panel, std::min(substitutionWidth, n - first)};
+    };
+    solutions.setZero();
+    for (int first = 0; first < n; first += substitutionWidth) {
+        const Block<T> panel = panelAt(first);
+        const int count = static_cast<int>(panel.stride);
+        for (int j = 0; j < count; ++j) {
+            panel.row(first + j)[j] = 1;
         }
-        substitute(this->rowTable, n, column);
+        substitute(this->dataBlock, n, panel, count);
     }
-    inverse.transpose();
-    this->exchangeStorage(inverse);
+    // The factors have served.
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j < n; ++j) {
+            const int panel = j - j % substitutionWidth;
+            this->rowTable[i][pivot ? pivots.dataBlock[j] : j] = panelAt(panel).row(i)[j - panel];
+        }
+    }
     this->errorFlag = 0;
     return 1;
 }

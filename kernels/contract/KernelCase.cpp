@@ -27,8 +27,8 @@ Samples Input::take(int count) {
 const std::vector<KernelCase>& kernelCases() {
     static const std::vector<KernelCase> all = [] {
         std::vector<KernelCase> cases;
-        for (const auto& family :
-             {signalCases(), transformCases(), hartleyCases(), decompositionCases()}) {
+        for (const auto& family : {signalCases(), transformCases(), hartleyCases(), matrixCases(),
+                                   decompositionCases()}) {
             cases.insert(cases.end(), family.begin(), family.end());
         }
         return cases;

@@ -60,6 +60,7 @@ std::vector<int> everySizeAnd(std::vector<int> edges);
 
 // The cases of each family, each in a file of its own.
 std::vector<KernelCase> decompositionCases();
+std::vector<KernelCase> matrixCases();
 std::vector<KernelCase> signalCases();
 std::vector<KernelCase> hartleyCases();
 std::vector<KernelCase> transformCases();

@@ -116,19 +116,11 @@ static bool divideEqualsPlainLoops(const Matrix<T>& left, const Matrix<T>& right
     transposed.transpose();
     std::vector<T> factors = elementsOf(transposed), rows = elementsOf(left);
     std::vector<int> order(static_cast<std::size_t>(pivot ? n : 0));
-    bool zeroRow = false;
-    for (int i = 0; i < n; ++i) {
-        const T* row = factors.data() + i * n;
-        zeroRow = zeroRow || std::all_of(row, row + n, [](T element) { return element == 0; });
+    const bool done = plainEliminate(factors.data(), n, order);
+    for (int i = 0; done && i < left.rowCount; ++i) {
+        plainSolve(factors.data(), n, order, rows.data() + i * n);
     }
-    if (!pivot || !zeroRow) {
-        plainEliminate(factors.data(), n, order);
-        for (int i = 0; i < left.rowCount; ++i) {
-            plainSolve(factors.data(), n, order, rows.data() + i * n);
-        }
-    }
-    const int result = pivot && zeroRow ? 0 : 1;
-    return x.divide(x, right, pivot) == result && holds(x, rows);
+    return x.divide(x, right, pivot) == (done ? 1 : 0) && holds(x, rows);
 }
 
 static bool equalsPlainLoops(const MatrixKind& kind, int m, int n) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kernels/elimination.h"
+#include "kernels/substitution.h"
 #include "matrix/MatrixStore.h"
 
 #include <algorithm>
@@ -8,6 +10,7 @@
 #include <cstring>
 #include <iterator>
 #include <numeric>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -33,17 +36,6 @@ std::vector<T> elementsOf(const MatrixStore<T>& matrix) {
 template <typename T>
 using Wide = std::conditional_t<std::is_same_v<T, int>, std::int64_t, T>;
 
-template <typename T>
-T lessProduct(T v, T a, T b) {
-    return static_cast<T>(Wide<T>(v) - Wide<T>(a) * Wide<T>(b));
-}
-
-template <typename T>
-T over(T a, T b) {
-    const bool undefined = std::is_same_v<T, int> && b == 0;
-    return undefined ? T(0) : static_cast<T>(Wide<T>(a) / Wide<T>(undefined ? 1 : b));
-}
-
 // (m x n) = (m x depth)(depth x n), as a sum of outer products.
 template <typename T>
 std::vector<T> plainProduct(const T* a, const T* b, int m, int depth, int n) {
@@ -57,72 +49,29 @@ std::vector<T> plainProduct(const T* a, const T* b, int m, int depth, int n) {
     return product;
 }
 
-// The last row from k down whose element in column k is largest, each times its scale.
+// The factors of SquareMatrix::luDecompose. An empty order leaves the rows where they are; else it
+// receives theirs. false: a row of zeros, with an order only.
 template <typename T>
-int plainPivotRow(const T* a, int n, int k, const T* scales) {
-    int best = k;
-    Wide<T> largest = 0;
-    for (int i = k; i < n; ++i) {
-        const Wide<T> score = std::abs(Wide<T>(a[i * n + k])) * scales[i];
-        best = score >= largest ? i : best;
-        largest = std::max(largest, score);
-    }
-    return best;
-}
-
-// Gaussian elimination: each pivot row is subtracted from the whole rest of the matrix. An empty
-// order leaves the rows where they are; else it receives theirs. No row may be zero.
-template <typename T>
-void plainEliminate(T* a, int n, std::vector<int>& order) {
-    const bool exchanges = !order.empty();
+bool plainEliminate(T* a, int n, std::vector<int>& order) {
     std::vector<T> scales(static_cast<std::size_t>(n));
-    std::iota(order.begin(), order.end(), 0);
-    for (int e = 0; e < n * n; ++e) {
-        T& largest = scales.data()[e / n];
-        largest = std::max(largest, std::abs(a[e]));
+    if (order.empty()) {
+        plain::eliminate(a, n);
+    } else if (plain::findScales(a, n, scales.data())) {
+        plain::eliminate(a, n, scales.data(), order.data());
+    } else {
+        return false;
     }
-    for (T& scale : scales) {
-        scale = over(T(1), scale);
-    }
-    for (int k = 0; k < n; ++k) {
-        const int best = exchanges ? plainPivotRow(a, n, k, scales.data()) : k;
-        if (best != k) {
-            std::swap_ranges(a + k * n, a + k * n + n, a + best * n);
-            std::swap(scales.data()[k], scales.data()[best]);
-            std::swap(order.data()[k], order.data()[best]);
-        }
-        T& pivot = a[k * n + k];
-        pivot = exchanges && pivot == 0 ? static_cast<T>(1e-20) : pivot;
-        for (T* row = a + (k + 1) * n; row < a + n * n; row += n) {
-            const T inOrder = pivot == 0 ? static_cast<T>(1e8) : over(row[k], pivot);
-            row[k] = exchanges ? static_cast<T>(Wide<T>(row[k]) * over(T(1), pivot)) : inOrder;
-            for (int j = k + 1; j < n; ++j) {
-                row[j] = lessProduct(row[j], row[k], a[k * n + j]);
-            }
-        }
-    }
+    return true;
 }
 
-// b becomes the solution. Zeros that lead it, in the order of the rows, take part in no product.
+// b becomes the solution.
 template <typename T>
 void plainSolve(const T* factors, int n, const std::vector<int>& order, T* b) {
     const std::vector<T> input(b, b + n);
-    int first = n;
-    for (int i = n - 1; i >= 0; --i) {
-        b[i] = input.data()[order.empty() ? i : order.data()[i]];
-        first = b[i] != 0 ? i : first;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        b[i] = input[static_cast<std::size_t>(order[i])];
     }
-    for (int k = first; k < n; ++k) {
-        for (int i = k + 1; i < n; ++i) {
-            b[i] = lessProduct(b[i], factors[i * n + k], b[k]);
-        }
-    }
-    for (int i = n - 1; i >= 0; --i) {
-        for (int k = i + 1; k < n; ++k) {
-            b[i] = lessProduct(b[i], factors[i * n + k], b[k]);
-        }
-        b[i] = over(b[i], factors[i * n + i]);
-    }
+    plain::substitute(factors, n, Block<T>{b, 1}, 1);
 }
 
 // The lower Cholesky factor, row after row.
