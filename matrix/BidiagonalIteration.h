@@ -1,18 +1,17 @@
 #pragma once
 
 #include "kernels/arithmetic.h"
-#include "kernels/rotations.h"
 #include "matrix/Matrix.h"
+#include "matrix/RotationQueue.h"
 
 // Implicit QR iteration on the bidiagonal form B, of which w[i] is element (i, i) and e[i] element
 // (i - 1, i): rotations from both sides, which U and V take up, make it diagonal from below.
-//
-// Queue is RotationQueue<T>, or what has its append: U and V do not take part in the iteration.
-template <typename T, typename Queue>
+// They take no part in the iteration, so their rotations may wait.
+template <typename T>
 struct BidiagonalIteration {
     const Matrix<T>& matrix;  // its hypotenuse is the one in use
-    Queue& u;
-    Queue& v;
+    RotationQueue<T>& u;
+    RotationQueue<T>& v;
     T* w;
     T* e;
     T norm;

@@ -1,7 +1,6 @@
 #include "kernels/arithmetic.h"
 #include "matrix/BidiagonalIteration.h"
 #include "matrix/Matrix.h"
-#include "matrix/RotationQueue.h"
 #include "matrix/Vector.h"
 
 // A negative value changes its sign, and so does its column of V, which is n x n.
@@ -33,8 +32,7 @@ int Matrix<T>::svd(Matrix& u, MatrixStore<T>& w, Matrix& v) const {
     bidiagonalize(u, w, superdiagonal, &norm);
     accumulateTransforms(u, w, v, superdiagonal);
     T* const values = w.dataBlock;
-    BidiagonalIteration<T, RotationQueue<T>> iteration{
-        *this, left, right, values, superdiagonal.dataBlock, norm};
+    BidiagonalIteration<T> iteration{*this, left, right, values, superdiagonal.dataBlock, norm};
     int found = n;  // the first of the values that are found
     while (found > 0 && iteration.findValue(found - 1)) {
         --found;

@@ -45,7 +45,7 @@ static bool equalsPlainLoops(int n, bool integers, bool pivot) {
 }
 
 TEST(SquareMatrix, EliminationEqualsThePlainLoops) {
-    for (const int n : {0, 1, 2, 5, 31, 32, 33, 70}) {
+    for (const int n : {0, 1, 2, 3, 5, 8, 9, 16, 17, 31, 32, 33, 70, 130}) {
         for (const bool pivot : {false, true}) {
             EXPECT_TRUE(equalsPlainLoops<double>(n, false, pivot) &&
                         equalsPlainLoops<double>(n, true, pivot) &&
@@ -66,6 +66,24 @@ TEST(SquareMatrix, CholeskyEqualsThePlainLoops) {
         std::vector<double> factor = elementsOf(a);
         plainCholesky(factor.data(), n);
         EXPECT_TRUE(a.cholesky() == 1 && holds(a, factor)) << n;
+    }
+}
+
+template <typename T>
+static bool multipliesLikeThePlainLoop(int rows, int depth, int cols) {
+    Matrix<T> a(rows, depth), b(depth, cols), c;
+    fillWithNoise(a, false);
+    fillWithNoise(b, false);
+    return c.multiply(a, b) == 1 &&
+           holds(c, plainProduct(a.dataBlock, b.dataBlock, rows, depth, cols));
+}
+
+TEST(Matrix, MultiplyEqualsThePlainLoop) {
+    for (int n = 1; n < 40; n += n < 12 ? 1 : 5) {
+        EXPECT_TRUE(multipliesLikeThePlainLoop<double>(n, 2 * n + 1, n / 2 + 1) &&
+                    multipliesLikeThePlainLoop<double>(n / 3 + 1, n, 3 * n) &&
+                    multipliesLikeThePlainLoop<int>(n, 3, n + 5))
+            << n;
     }
 }
 
