@@ -48,7 +48,7 @@ void subtractProduct(Block<const double> a, Block<const double> b, int rows, int
 bool findScales(const double* a, int n, double* scales) {
     return plain::findScales(a, n, scales);
 }
-void eliminate(double* a, int n, double* scales, int* pivots) {
+void eliminate(double* a, int n, double* scales, int* pivots, double* /*panel*/) {
     plain::eliminate(a, n, scales, pivots);
 }
 void eliminate(double* a, int n) {
