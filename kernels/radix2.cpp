@@ -1,11 +1,10 @@
 #include "kernels/radix2.h"
 
+#include "kernels/radix2Twiddles.h"
 #include "kernels/shuffles.h"
 #include "kernels/trigonometry.h"
 #include "kernels/vectors.h"
 
-#include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <numbers>
@@ -61,114 +60,6 @@ void plain::radix2(double* re, double* im, int n, double sign) {
     }
 }
 
-// A step of the recurrence waits some 6 cycles for the step before: the twiddles of the last stage
-// alone, one after the other, would take longer than everything else. So those of a stage run in 16
-// parts side by side, from starts that the recurrence has found once.
-struct Stage {
-    static constexpr int parts = 16;
-    double cosine, sine;
-    double re[parts], im[parts];  // twiddle p half / 16; p itself in a shorter stage
-};
-
-static constexpr Stage stageOf(int half) {
-    const double theta = std::numbers::pi / half;
-    Stage stage{cosine(theta), sine(theta), {1.0}, {0.0}};
-    const int steps = std::max(half / Stage::parts, 1);
-    double ur = 1.0, ui = 0.0;
-    for (int p = 1; p < Stage::parts; ++p) {
-        for (int j = 0; j < steps; ++j) {
-            const double next = stage.cosine * ur - stage.sine * ui;
-            ui = stage.cosine * ui + stage.sine * ur;
-            ur = next;
-        }
-        stage.re[p] = ur;
-        stage.im[p] = ui;
-    }
-    return stage;
-}
-
-// For stages up to 2^16 the compiler runs the recurrence, for each in an evaluation of its own, as
-// it limits the steps of one.
-template <std::size_t log2half>
-static constexpr Stage shortStage = stageOf(1 << log2half);
-
-template <std::size_t... log2halves>
-static constexpr auto allShortStages(std::index_sequence<log2halves...> /*unused*/) {
-    return std::array{shortStage<log2halves>...};
-}
-static constexpr auto shortStages = allShortStages(std::make_index_sequence<17>());
-
-// The twiddles of two or three stages, from `half` on, that run in one pass over memory. At j,
-// stage g of them takes the twiddles j + k half, k < 2^g: runs over j that are numbered 2^g - 1 +
-// k. Each run has `parts` parts, all of which advance side by side, a piece of `columns` at a time.
-template <int stages>
-struct Chains {
-    static constexpr int runs = (1 << stages) - 1, most = 32, room = 1024;
-    int parts;
-    std::ptrdiff_t columns;
-    // By part and run.
-    alignas(64) double cosine[most] = {}, sine[most] = {}, re[most] = {}, im[most] = {};
-    // The latest pieces, by part, run and column.
-    alignas(64) double latestRe[room], latestIm[room];
-
-    // A load waits for an earlier store whose address has the same last 12 bits, so parts that lie
-    // a multiple of 4 kB apart are few, and their pieces long.
-    Chains(int half, double sign)
-        : parts(half < 4096 ? std::clamp(half / 8, 1, Stage::parts >> (stages - 1)) : 2),
-          columns(std::min(half / parts, room / std::max(8, roundedUp(parts * runs)))) {
-        for (int g = 0; g < stages; ++g) {
-            const auto log2half = std::bit_width(static_cast<unsigned>(half << g)) - 1U;
-            const Stage stage =
-                log2half < shortStages.size() ? shortStages[log2half] : stageOf(half << g);
-            for (int p = 0; p < parts << g; ++p) {
-                const int start = (Stage::parts >> g) / parts * p;
-                const int chain = p % parts * runs + (1 << g) - 1 + p / parts;
-                cosine[chain] = stage.cosine;
-                sine[chain] = sign * stage.sine;
-                re[chain] = stage.re[start];
-                im[chain] = sign * stage.im[start] + 0.0;  // never a negative zero
-            }
-        }
-    }
-
-    // To a power of two.
-    static constexpr int roundedUp(int count) {
-        return static_cast<int>(std::bit_ceil(static_cast<unsigned>(count)));
-    }
-};
-
-// Takes all chains on by `columns` twiddles.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void advance(Chains<stages>& chains) {
-    const auto columns = chains.columns;
-    for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
-        for (int q = 0; q < chains.parts * chains.runs; q += lanes) {
-            const Vector<lanes> c = *vectorsAt<lanes>(chains.cosine + q);
-            const Vector<lanes> s = *vectorsAt<lanes>(chains.sine + q);
-            Vector<lanes> ur = *vectorsAt<lanes>(chains.re + q);
-            Vector<lanes> ui = *vectorsAt<lanes>(chains.im + q);
-            Vector<lanes> re[std::size_t{lanes}], im[std::size_t{lanes}];
-#pragma GCC unroll 8
-            for (int t = 0; t < lanes; ++t) {
-                re[t] = ur;
-                im[t] = ui;
-                const Vector<lanes> next = c * ur - s * ui;
-                ui = c * ui + s * ur;
-                ur = next;
-            }
-            *vectorsAt<lanes>(chains.re + q) = ur;
-            *vectorsAt<lanes>(chains.im + q) = ui;
-            transpose<lanes>(re);
-            transpose<lanes>(im);
-#pragma GCC unroll 8
-            for (int t = 0; t < lanes; ++t) {
-                *vectorsAt<lanes>(chains.latestRe + (q + t) * columns + j) = re[t];
-                *vectorsAt<lanes>(chains.latestIm + (q + t) * columns + j) = im[t];
-            }
-        }
-    }
-}
-
 // The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) tells the twiddles.
 template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void butterflies(Vector<lanes> (&x)[std::size_t{1} << stages],
@@ -191,41 +82,77 @@ template <int lanes, int stages, typename Twiddle>
     }
 }
 
-// The stages of the chains from `half` on, and the scale.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void pass(double* re, double* im, int n, int half, double sign,
-                                               double scale) {
+// Runs some stages between rows that lie `row` apart, on `columns` columns from re and im on.
+// twiddle(run, j, ur, ui) tells the twiddles at column j.
+template <int lanes, int stages, typename Twiddle>
+[[gnu::always_inline]] static inline void joinRows(double* re, double* im, std::ptrdiff_t row,
+                                                   std::ptrdiff_t columns, double scale,
+                                                   const Twiddle& twiddle) {
     constexpr int rows = 1 << stages;
+    for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
+        Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
+#pragma GCC unroll 8
+        for (int i = 0; i < rows; ++i) {
+            x[i] = *vectorsAt<lanes>(re + i * row + j);
+            y[i] = *vectorsAt<lanes>(im + i * row + j);
+        }
+        butterflies<lanes, stages>(
+            x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) { twiddle(run, j, ur, ui); });
+#pragma GCC unroll 8
+        for (int i = 0; i < rows; ++i) {
+            *vectorsAt<lanes>(re + i * row + j) = x[i] * scale;
+            *vectorsAt<lanes>(im + i * row + j) = y[i] * scale;
+        }
+    }
+}
+
+// The stages from `half` on, all of which are in the table, and the scale.
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void tablePass(double* re, double* im, int n, int half,
+                                                    double sign, double scale) {
+    const double* tableRe = twiddleTable.re + half;
+    const double* tableIm = twiddleTable.im + half;
+    for (std::ptrdiff_t block = 0; block < n; block += std::ptrdiff_t{half} << stages) {
+        joinRows<lanes, stages>(
+            re + block, im + block, half, half, scale,
+            [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
+                ur = *vectorsAt<lanes>(tableRe + run * half + j);
+                ui = *vectorsAt<lanes>(tableIm + run * half + j) * sign + 0.0;  // no negative zero
+            });
+    }
+}
+
+// The stages from `half` on by chains, and the scale.
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void chainPass(double* re, double* im, int n, int half,
+                                                    double sign, double scale) {
     Chains<stages> chains(half, sign);
     const std::ptrdiff_t row = half, part = half / chains.parts, columns = chains.columns;
     for (std::ptrdiff_t piece = 0; piece < part; piece += columns) {
         advance<lanes>(chains);
-        for (std::ptrdiff_t block = 0; block < n; block += rows * row) {
+        for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
             for (int p = 0; p < chains.parts; ++p) {
-                double* a = re + block + p * part + piece;
-                double* b = im + block + p * part + piece;
+                const std::ptrdiff_t at = block + p * part + piece;
                 const double* latestRe = chains.latestRe + p * chains.runs * columns;
                 const double* latestIm = chains.latestIm + p * chains.runs * columns;
-                for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
-                    Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
-#pragma GCC unroll 8
-                    for (int i = 0; i < rows; ++i) {
-                        x[i] = *vectorsAt<lanes>(a + i * row + j);
-                        y[i] = *vectorsAt<lanes>(b + i * row + j);
-                    }
-                    butterflies<lanes, stages>(
-                        x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
-                            ur = *vectorsAt<lanes>(latestRe + run * columns + j);
-                            ui = *vectorsAt<lanes>(latestIm + run * columns + j);
-                        });
-#pragma GCC unroll 8
-                    for (int i = 0; i < rows; ++i) {
-                        *vectorsAt<lanes>(a + i * row + j) = x[i] * scale;
-                        *vectorsAt<lanes>(b + i * row + j) = y[i] * scale;
-                    }
-                }
+                joinRows<lanes, stages>(
+                    re + at, im + at, row, columns, scale,
+                    [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
+                        ur = *vectorsAt<lanes>(latestRe + run * columns + j);
+                        ui = *vectorsAt<lanes>(latestIm + run * columns + j);
+                    });
             }
         }
+    }
+}
+
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void pass(double* re, double* im, int n, int half, double sign,
+                                               double scale) {
+    if (half << stages <= TwiddleTable::size) {
+        tablePass<lanes, stages>(re, im, n, half, sign, scale);
+    } else {
+        chainPass<lanes, stages>(re, im, n, half, sign, scale);
     }
 }
 
