@@ -6,8 +6,6 @@
 #include <numeric>
 #include <utility>
 
-static constexpr int panelWidth = 8;
-
 // Triangular factors of the n x n matrix a, whose rows are adjacent, in place: L below the
 // diagonal, with a diagonal of 1 that is not stored, and U on and above it. Each element is
 //     a[i][j] - a[i][0] a[0][j] - a[i][1] a[1][j] - ...    over k < min(i, j), one by one,
@@ -21,7 +19,9 @@ bool findScales(const double* a, int n, double* scales);
 // magnitude times its scale is largest; one that is not a number is none, and row j is it where
 // there is no other. A pivot of 0 becomes 1e-20 (for int it stays). One reciprocal and products
 // stand for the quotients: the two differ in the last bit. Row i of the factors is row pivots[i] of
-// the input; scales go along with their rows and are without meaning afterwards.
+// the input; scales go along with their rows and are without meaning afterwards. panel is scratch
+// for panelWidth n elements: the columns that are searched for pivots, close together.
+inline constexpr int panelWidth = 8;
 void eliminate(double* a, int n, double* scales, int* pivots, double* panel);
 
 // Rows stay where they are. Quotients by a pivot of 0 are 1e8.

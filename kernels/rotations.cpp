@@ -30,6 +30,23 @@ void rotateRows(double* x, double* y, int length, PlaneRotation<double> rotation
     rotateRowsVariant(x, y, length, rotation.c, rotation.s);
 }
 
+// Copies the `lanes` by `lanes` elements at `from`, transposed.
+template <int lanes>
+[[gnu::always_inline]] static inline void copyTransposed(const double* from,
+                                                         std::ptrdiff_t fromStride, double* to,
+                                                         std::ptrdiff_t toStride) {
+    alignas(64) Vector<lanes> square[std::size_t{lanes}];
+#pragma GCC unroll 8
+    for (int r = 0; r < lanes; ++r) {
+        square[r] = *vectorsAt<lanes>(from + r * fromStride);
+    }
+    transpose<lanes>(square);
+#pragma GCC unroll 8
+    for (int r = 0; r < lanes; ++r) {
+        *vectorsAt<lanes>(to + r * toStride) = square[r];
+    }
+}
+
 // Rows of a, lanes * groups of them, as a panel: its columns are adjacent and stand one after
 // another, and a rotation is of vectors of rows.
 template <int lanes, int groups>
@@ -42,16 +59,8 @@ struct RotationPanel {
         int j = 0;
         for (; count == height && j + lanes <= cols; j += lanes) {
             for (std::ptrdiff_t first = 0; first < height; first += lanes) {
-                alignas(64) Vector<lanes> square[std::size_t{lanes}];
-#pragma GCC unroll 8
-                for (int r = 0; r < lanes; ++r) {
-                    square[r] = *vectorsAt<lanes>(a + (first + r) * cols + j);
-                }
-                transpose<lanes>(square);
-#pragma GCC unroll 8
-                for (int r = 0; r < lanes; ++r) {
-                    *vectorsAt<lanes>(column + (j + r) * height + first) = square[r];
-                }
+                copyTransposed<lanes>(a + first * cols + j, cols, column + j * height + first,
+                                      height);
             }
         }
         for (; j < cols; ++j) {
@@ -65,16 +74,8 @@ struct RotationPanel {
         int j = 0;
         for (; count == height && j + lanes <= cols; j += lanes) {
             for (std::ptrdiff_t first = 0; first < height; first += lanes) {
-                alignas(64) Vector<lanes> square[std::size_t{lanes}];
-#pragma GCC unroll 8
-                for (int r = 0; r < lanes; ++r) {
-                    square[r] = *vectorsAt<lanes>(column + (j + r) * height + first);
-                }
-                transpose<lanes>(square);
-#pragma GCC unroll 8
-                for (int r = 0; r < lanes; ++r) {
-                    *vectorsAt<lanes>(a + (first + r) * cols + j) = square[r];
-                }
+                copyTransposed<lanes>(column + j * height + first, height, a + first * cols + j,
+                                      cols);
             }
         }
         for (; j < cols; ++j) {
