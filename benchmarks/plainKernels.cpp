@@ -70,8 +70,8 @@ void addOuterProduct(const double* x, std::ptrdiff_t step, const double* y, doub
                      std::ptrdiff_t stride, int rows, int cols) {
     plain::addOuterProduct(x, step, y, a, stride, rows, cols);
 }
-void rotateRows(double* x, double* y, int cols, PlaneRotation<double> rotation) {
-    plain::rotateRows(x, y, cols, rotation);
+void rotateRows(double* x, double* y, int length, PlaneRotation<double> rotation) {
+    plain::rotateRows(x, y, length, rotation);
 }
 void rotateColumns(double* a, int rows, int cols, const RotationRun* runs, int runCount,
                    const PlaneRotation<double>* rotations, double* panel) {

@@ -110,14 +110,15 @@ template <int lanes, int stages, typename Twiddle>
 template <int lanes, int stages>
 [[gnu::always_inline]] static inline void tablePass(double* re, double* im, int n, int half,
                                                     double sign, double scale) {
-    const double* tableRe = twiddleTable.re + half;
-    const double* tableIm = twiddleTable.im + half;
-    for (std::ptrdiff_t block = 0; block < n; block += std::ptrdiff_t{half} << stages) {
+    const std::ptrdiff_t row = half;
+    const double* tableRe = twiddleTable.re + row;
+    const double* tableIm = twiddleTable.im + row;
+    for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
         joinRows<lanes, stages>(
-            re + block, im + block, half, half, scale,
+            re + block, im + block, row, row, scale,
             [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
-                ur = *vectorsAt<lanes>(tableRe + run * half + j);
-                ui = *vectorsAt<lanes>(tableIm + run * half + j) * sign + 0.0;  // no negative zero
+                ur = *vectorsAt<lanes>(tableRe + run * row + j);
+                ui = *vectorsAt<lanes>(tableIm + run * row + j) * sign + 0.0;  // no negative zero
             });
     }
 }
