@@ -4,6 +4,8 @@ set(FENDRA_INSTRUMENT "" CACHE STRING "Compile and link options of an instrument
 
 # Options of every target. Without contraction and reassociation a sum is the sum that is written.
 add_library(fendra_options INTERFACE)
+# Files of more than 2 GiB on 32 bits, too.
+target_compile_definitions(fendra_options INTERFACE _FILE_OFFSET_BITS=64)
 target_compile_options(fendra_options INTERFACE
   -ffp-contract=off
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wcast-qual

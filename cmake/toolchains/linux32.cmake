@@ -2,5 +2,11 @@
 # arithmetic would be that of the x87, whose results are others.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
+set(CMAKE_C_COMPILER gcc)
 set(CMAKE_CXX_COMPILER g++)
-string(APPEND CMAKE_CXX_FLAGS_INIT "-m32 -msse2 -mfpmath=sse")
+foreach(language C CXX)
+  set(CMAKE_${language}_FLAGS_INIT "-m32 -msse2 -mfpmath=sse")
+endforeach()
+# Debian keeps the libraries of each architecture in a folder of its own.
+set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)
+set(ENV{PKG_CONFIG_LIBDIR} /usr/lib/i386-linux-gnu/pkgconfig:/usr/share/pkgconfig)
