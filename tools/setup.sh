@@ -3,6 +3,7 @@
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev libmd-dev
     qt6-base-dev)
 testPackages=(libgtest-dev clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 libmd-dev:i386)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev)
 
 say() { printf '%s\n' "$*" >&2; }
@@ -15,25 +16,55 @@ quietly() {
     "$@" > "$log" 2>&1 || { tail -n 60 "$log" >&2; say "failed: $*"; return 1; }
 }
 
+# asRoot COMMAND...: as root or through sudo, with its output in the log of packages.
+asRoot() {
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    quietly build/log/packages "${sudo[@]}" "$@"
+}
+
+# isInstalled PACKAGE[:ARCHITECTURE]: a package may be there for more than one architecture; without
+# a name the machine's own is meant.
+isInstalled() {
+    local architectures="all|$(dpkg --print-architecture)"
+    [[ $1 != *:* ]] || architectures=${1#*:}
+    dpkg-query -W -f='${Architecture} ${db:Status-Status}\n' "$1" 2> /dev/null | grep -qxE "($architectures) installed"
+}
+
 # installMissing WHY PACKAGE...: as root or through sudo, and only what is not there yet.
 installMissing() {
-    local why=$1 package missing=() asRoot=()
+    local why=$1 package missing=()
     shift
     for package in "$@"; do
-        [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2> /dev/null)" = installed ] || missing+=("$package")
+        isInstalled "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
-    if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo > /dev/null || {
-            say "Missing packages. As root: apt-get install --no-install-recommends ${missing[*]}"
-            return 1
-        }
-        asRoot=(sudo)
-    fi
+    [ "$(id -u)" -eq 0 ] || command -v sudo > /dev/null || {
+        say "Missing packages. As root: apt-get install --no-install-recommends ${missing[*]}"
+        return 1
+    }
     say "Installing Debian packages $why: ${missing[*]}"
-    quietly build/log/packages "${asRoot[@]}" apt-get update
-    quietly build/log/packages "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}"
+    asRoot apt-get update || say "Going on with the lists of packages that are there"
+    asRoot env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y --no-install-recommends --no-remove "${missing[@]}"
+}
+
+# installLinux32: what the preset linux32 needs beside buildPackages, with the packages of i386,
+# which only a Debian of amd64 has beside its own.
+installLinux32() {
+    local why="to build for 32-bit Linux"
+    [ "$(dpkg --print-architecture)" = amd64 ] || {
+        say "Cannot install what is missing $why: that takes Debian on amd64, and this is $(dpkg --print-architecture)"
+        return 1
+    }
+    dpkg --print-foreign-architectures | grep -qx i386 || {
+        say "Adding the Debian architecture i386 $why"
+        asRoot dpkg --add-architecture i386 || return 1
+    }
+    installMissing "$why" "${linux32Packages[@]}" || {
+        say "Cannot install what is missing $why: ${linux32Packages[*]}"
+        return 1
+    }
 }
 
 # build PRESET TARGET...
