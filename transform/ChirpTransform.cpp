@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <new>
 #include <numbers>
@@ -20,22 +22,24 @@ public:
     double *dataRe, *dataIm, *conjugateRe, *conjugateIm, *chirpRe, *chirpIm;
 
     WorkArrays(int m, int n) {
-        const auto length = static_cast<std::size_t>(m), chirpLength = static_cast<std::size_t>(n);
-        const std::size_t needed = 4 * length + 2 * chirpLength;
-        std::size_t space = (needed + lineDoubles) * sizeof(double);
-        block = std::make_unique_for_overwrite<double[]>(needed + lineDoubles);
+        const std::int64_t total = 4 * std::int64_t{m} + 2 * std::int64_t{n} + lineDoubles;
+        if (total > std::numeric_limits<std::ptrdiff_t>::max() / std::int64_t{sizeof(double)}) {
+            throw std::bad_alloc();
+        }
+        std::size_t space = static_cast<std::size_t>(total) * sizeof(double);
+        block = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(total));
         void* start = block.get();
-        std::align(lineDoubles * sizeof(double), needed * sizeof(double), start, space);
+        std::align(line, space - line, start, space);
         dataRe = static_cast<double*>(start);
-        dataIm = dataRe + length;
-        conjugateRe = dataIm + length;
-        conjugateIm = conjugateRe + length;
-        chirpRe = conjugateIm + length;
-        chirpIm = chirpRe + chirpLength;
+        dataIm = dataRe + m;
+        conjugateRe = dataIm + m;
+        conjugateIm = conjugateRe + m;
+        chirpRe = conjugateIm + m;
+        chirpIm = chirpRe + n;
     }
 
 private:
-    static constexpr std::size_t lineDoubles = 8;
+    static constexpr std::size_t line = 64, lineDoubles = line / sizeof(double);
     std::unique_ptr<double[]> block;
 };
 
