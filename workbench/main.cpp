@@ -12,6 +12,7 @@
 #include <csignal>
 #include <exception>
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -57,6 +58,9 @@ static std::string complaint(const CLI::App& program, const CLI::ParseError& err
     return fmt::format("\"{}\" is one word too many{}", word, help);
 }
 
+static constexpr const char* memoryExhausted =
+    "memory exhausted; cut the signals with --per block --block N";
+
 static int report(const std::string& message, int status) {
     fmt::print(stderr, "fendra: {}\n", message);
     return status;
@@ -96,7 +100,9 @@ int main(int argc, char** argv) {
         }
         return 0;
     } catch (const std::bad_alloc&) {
-        return report("memory exhausted; cut the signals with --per block --block N", 1);
+        return report(memoryExhausted, 1);
+    } catch (const std::length_error&) {  // a size beyond what vectors hold
+        return report(memoryExhausted, 1);
     } catch (const std::exception& error) {
         return report(error.what(), 1);
     }

@@ -98,8 +98,8 @@ struct Range {
 };
 
 static std::vector<Range> ranges(SignalReader& reader) {
-    constexpr std::int64_t pieceLength = 65536;
     std::vector<Range> all(static_cast<std::size_t>(reader.info().channels));
+    const std::int64_t pieceLength = std::max<std::int64_t>(1, 65536 / reader.info().channels);
     std::vector<double> piece(static_cast<std::size_t>(pieceLength) * all.size());
     while (const std::int64_t got = reader.read(piece.data(), pieceLength)) {
         for (std::size_t i = 0; i < static_cast<std::size_t>(got) * all.size(); ++i) {

@@ -70,11 +70,11 @@ void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
     const std::int64_t capacity = std::max<std::int64_t>(1, 16384 / channels);
     std::vector<double> block(static_cast<std::size_t>(capacity * channels));
     while (const std::int64_t got = sf_readf_double(sound.get(), block.data(), capacity)) {
-        const auto end = block.begin() + got * channels;
-        const auto odd =
-            std::find_if(block.begin(), end, [](double v) { return !std::isfinite(v); });
+        const double* end = block.data() + got * channels;
+        const double* odd = std::find_if(static_cast<const double*>(block.data()), end,
+                                         [](double v) { return !std::isfinite(v); });
         if (odd != end && !allowNonfinite) {
-            const std::int64_t index = odd - block.begin();
+            const std::int64_t index = odd - block.data();
             throw Failure(
                 fmt::format("{}, sample {}, channel {}: {} is not a finite number; use "
                             "--allow-nonfinite to let "

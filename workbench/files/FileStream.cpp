@@ -72,7 +72,7 @@ bool seekFile(std::FILE* file, std::int64_t offset, int origin) {
 #ifdef _WIN32
     return _fseeki64(file, offset, origin) == 0;
 #else
-    return std::fseek(file, static_cast<long>(offset), origin) == 0;
+    return fseeko(file, offset, origin) == 0;
 #endif
 }
 
@@ -80,6 +80,6 @@ std::int64_t filePosition(std::FILE* file) {
 #ifdef _WIN32
     return _ftelli64(file);
 #else
-    return std::ftell(file);
+    return ftello(file);
 #endif
 }

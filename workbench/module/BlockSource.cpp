@@ -2,6 +2,7 @@
 
 #include "workbench/Failure.h"
 #include "workbench/files/SignalReader.h"
+#include "workbench/module/valueCount.h"
 
 #include <fmt/format.h>
 
@@ -45,8 +46,7 @@ void BlockSource::advance() {
     for (std::vector<double>& share : shares) {
         share.resize(static_cast<std::size_t>(samples));
     }
-    std::vector<double> interleaved(static_cast<std::size_t>(std::min(samples, pieceLength)) *
-                                    shares.size());
+    std::vector<double> interleaved(valueCount(std::min(samples, pieceLength), std::ssize(shares)));
     for (std::int64_t done = 0; done < samples;) {
         const std::int64_t got =
             reader.read(interleaved.data(), std::min(samples - done, pieceLength));

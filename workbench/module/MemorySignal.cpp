@@ -1,12 +1,13 @@
 #include "workbench/module/MemorySignal.h"
 
+#include "workbench/module/valueCount.h"
+
 #include <algorithm>
-#include <cstddef>
 #include <utility>
 
 MemorySignal::MemorySignal(SignalReader& source) {
     facts = source.info();
-    values.resize(static_cast<std::size_t>(facts.samples * facts.channels));
+    values.resize(valueCount(facts.samples, facts.channels));
     source.read(values.data(), facts.samples);
 }
 
@@ -25,5 +26,5 @@ std::int64_t MemorySignal::read(double* interleaved, std::int64_t count) {
 
 void MemorySignal::pad(std::int64_t samples) {
     facts.samples = std::max(facts.samples, samples);
-    values.resize(static_cast<std::size_t>(facts.samples * facts.channels));
+    values.resize(valueCount(facts.samples, facts.channels));
 }

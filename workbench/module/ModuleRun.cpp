@@ -5,6 +5,7 @@
 #include "workbench/Failure.h"
 #include "workbench/files/SignalReader.h"
 #include "workbench/module/systemMemory.h"
+#include "workbench/module/valueCount.h"
 
 #include <fmt/format.h>
 
@@ -145,7 +146,7 @@ void ModuleRun::drive(const Deliver& deliver, const Progress& progress) {
         checkKernel(round);
         for (std::size_t c = 0; c < width; ++c) {
             const std::vector<double> result = runChannel(round, static_cast<int>(c));
-            interleaved.resize(result.size() * width);
+            interleaved.resize(valueCount(std::ssize(result), channels()));
             for (std::size_t i = 0; i < result.size(); ++i) {
                 interleaved[i * width + c] = result[i];
             }

@@ -1,5 +1,5 @@
 #pragma once
 
-// Bytes of memory that a program can have without pushing others out; infinite where the system
-// does not tell.
+// Bytes of memory that an array can have without pushing other programs out. Where the system does
+// not tell, all that an array can ever have.
 double freeMemory();
