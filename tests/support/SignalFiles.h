@@ -15,7 +15,7 @@ inline std::vector<double> readSamples(SignalReader& reader) {
     const std::int64_t channels = reader.info().channels;
     std::vector<double> block(static_cast<std::size_t>(3 * channels)), samples;
     while (const std::int64_t got = reader.read(block.data(), 3)) {
-        samples.insert(samples.end(), block.begin(), block.begin() + got * channels);
+        samples.insert(samples.end(), block.data(), block.data() + got * channels);
     }
     EXPECT_EQ(static_cast<std::int64_t>(samples.size()), reader.info().samples * channels);
     return samples;
