@@ -5,13 +5,14 @@
 #include <bit>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <numbers>
 #include <utility>
 
 using Long = long double;
 
 // exp(sign 2 pi i numerator / denominator), the turns taken out in integers.
-static std::complex<Long> unitCircle(std::size_t numerator, std::size_t denominator, int sign) {
+static std::complex<Long> unitCircle(std::uint64_t numerator, std::uint64_t denominator, int sign) {
     numerator %= denominator;
     const Long angle = 2 * std::numbers::pi_v<Long> * static_cast<Long>(numerator) /
                        static_cast<Long>(denominator);
@@ -22,7 +23,7 @@ LongSpectrum definingSum(const LongSpectrum& x, int sign) {
     LongSpectrum sums(x.size());
     for (std::size_t k = 0; k < x.size(); ++k) {
         for (std::size_t j = 0; j < x.size(); ++j) {
-            sums[k] += x[j] * unitCircle(j * k, x.size(), sign);
+            sums[k] += x[j] * unitCircle(std::uint64_t{j} * k, x.size(), sign);
         }
     }
     return sums;
@@ -66,7 +67,7 @@ LongSpectrum longTransform(const LongSpectrum& x, int sign) {
     const std::size_t m = std::bit_ceil(2 * n);
     LongSpectrum data(m), response(m);
     for (std::size_t k = 0; k < n; ++k) {
-        const std::complex<Long> w = unitCircle(k * k, 2 * n, sign);
+        const std::complex<Long> w = unitCircle(std::uint64_t{k} * k, 2 * n, sign);
         data[k] = x[k] * w;
         response[k] = response[(m - k) % m] = std::conj(w);
     }
@@ -78,7 +79,7 @@ LongSpectrum longTransform(const LongSpectrum& x, int sign) {
     data = powerOfTwoTransform(data, +1);
     data.resize(n);
     for (std::size_t k = 0; k < n; ++k) {
-        data[k] *= unitCircle(k * k, 2 * n, sign);
+        data[k] *= unitCircle(std::uint64_t{k} * k, 2 * n, sign);
     }
     return data;
 }
