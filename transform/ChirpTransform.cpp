@@ -23,7 +23,8 @@ public:
 
     WorkArrays(int m, int n) {
         const std::int64_t total = 4 * std::int64_t{m} + 2 * std::int64_t{n} + lineDoubles;
-        if (total > std::numeric_limits<std::ptrdiff_t>::max() / std::int64_t{sizeof(double)}) {
+        constexpr std::int64_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
+        if (total > most) {
             throw std::bad_alloc();
         }
         std::size_t space = static_cast<std::size_t>(total) * sizeof(double);
@@ -39,7 +40,8 @@ public:
     }
 
 private:
-    static constexpr std::size_t line = 64, lineDoubles = line / sizeof(double);
+    static constexpr std::size_t line = 64;  // bytes
+    static constexpr std::int64_t lineDoubles = 8;
     std::unique_ptr<double[]> block;
 };
 
