@@ -133,7 +133,7 @@ int main(int argumentCount, char** arguments) {
     }
     const std::string folder = arguments[1];
     std::ofstream script(folder + "/fendra.rc", std::ios::binary);
-    script << "#include <windows.h>\n";
+    script << "#pragma code_page(65001)\n#include <windows.h>\n";
 
     Attachments attachments(folder, script);
     for (const BinaryResource& bitmap : moduleBitmaps) {
