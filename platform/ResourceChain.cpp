@@ -3,25 +3,14 @@
 #include "platform/Windows1252.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <mutex>
-#include <string_view>
 
-// Both are ready before any constructor runs: libraries enter the chain while globals are made.
-static constinit std::mutex chainGuard;
+// Both are ready whenever a constructor asks: libraries enter the chain while globals are made. Not
+// every system's mutex can be a constant, so it is made when it is first locked.
 static constinit ResourceLibrary* lastLoaded = nullptr;
-
-unsigned userLanguage() {
-    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* const value = std::getenv(variable);
-        const std::string_view locale = value != nullptr ? value : "";
-        if (!locale.empty()) {
-            return locale.starts_with("de")   ? languageGerman
-                   : locale.starts_with("fr") ? languageFrench
-                                              : languageEnglish;
-        }
-    }
-    return languageEnglish;
+static std::mutex& chainGuard() {
+    static std::mutex guard;
+    return guard;
 }
 
 ResourceLibrary::ResourceLibrary(std::span<const StringResource> stringTable,
@@ -29,13 +18,13 @@ ResourceLibrary::ResourceLibrary(std::span<const StringResource> stringTable,
                                  std::span<const BinaryResource> iconTable,
                                  std::span<const DialogResource> dialogTable)
     : strings(stringTable), bitmaps(bitmapTable), icons(iconTable), dialogs(dialogTable) {
-    const std::lock_guard lock(chainGuard);
+    const std::lock_guard lock(chainGuard());
     next = lastLoaded;
     lastLoaded = this;
 }
 
 ResourceLibrary::~ResourceLibrary() {
-    const std::lock_guard lock(chainGuard);
+    const std::lock_guard lock(chainGuard());
     ResourceLibrary** link = &lastLoaded;
     while (*link != this) {
         link = &(*link)->next;
@@ -78,14 +67,14 @@ std::span<const Resource> ResourceChain::findTable(
 
 std::span<const unsigned char> ResourceChain::findBytes(
     std::span<const BinaryResource> ResourceLibrary::*table, unsigned id) {
-    const std::lock_guard lock(chainGuard);
+    const std::lock_guard lock(chainGuard());
     const BinaryResource* const found = findResource(findTable(table, id), id);
     return found != nullptr ? std::span(found->bytes, found->size)
                             : std::span<const unsigned char>();
 }
 
 CString ResourceChain::string(unsigned id) {
-    const std::lock_guard lock(chainGuard);
+    const std::lock_guard lock(chainGuard());
     const StringResource* const found = findResource(findTable(&ResourceLibrary::strings, id), id);
     return found != nullptr ? fromUtf8(found->text) : CString();
 }
@@ -99,12 +88,12 @@ std::span<const unsigned char> ResourceChain::icon(unsigned id) {
 }
 
 const DialogResource* ResourceChain::dialog(unsigned id) {
-    const std::lock_guard lock(chainGuard);
+    const std::lock_guard lock(chainGuard());
     return findResource(findTable(&ResourceLibrary::dialogs, id), id);
 }
 
 std::vector<unsigned> ResourceChain::stringLanguages(unsigned id) {
-    const std::lock_guard lock(chainGuard);
+    const std::lock_guard lock(chainGuard());
     std::vector<unsigned> languages;
     for (const StringResource& resource : findTable(&ResourceLibrary::strings, id)) {
         if (resource.id == id) {

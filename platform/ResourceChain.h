@@ -2,19 +2,11 @@
 
 #include "platform/CString.h"
 #include "platform/DialogResource.h"
+#include "platform/userLanguage.h"
 
 #include <cstddef>
 #include <span>
 #include <vector>
-
-// Languages have the numbers of the window system.
-constexpr unsigned languageGerman = 1031;
-constexpr unsigned languageEnglish = 1033;
-constexpr unsigned languageFrench = 1036;
-
-// Language of the user: by the beginning, de or fr, of the first of the environment variables
-// LC_ALL, LC_MESSAGES and LANG that is set and not empty; else English. Read on each call.
-unsigned userLanguage();
 
 struct StringResource {
     unsigned id;

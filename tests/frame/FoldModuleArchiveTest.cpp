@@ -1,10 +1,10 @@
 #include "tests/frame/ModuleRig.h"
 #include "tests/support/Person.h"
+#include "tests/support/setVariable.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 
 using namespace std::string_literals;
 
@@ -28,7 +28,7 @@ TEST(Settings, TravelAsARecordOf44BytesTakenAsFarAsItGoes) {
 }
 
 TEST(Settings, OtherVersionIsShownAndLeavesAllAsItWas) {
-    setenv("LC_ALL", "de_DE.UTF-8", 1);
+    setVariable("LC_ALL", "de_DE.UTF-8");
     const Person person("");
     for (const char* version : {"V2.00", "v1.91", "V1.9", "V1.911", ""}) {
         const ModuleRig rig;

@@ -1,10 +1,9 @@
 #include "host/TCError.h"
 #include "tests/frame/ModuleRig.h"
 #include "tests/support/FailingAllocator.h"
+#include "tests/support/setVariable.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 
 TEST(EntryPoints, NumberModulesAnewAndAnswerWhatAHostAsks) {
     const ModuleRig first;
@@ -50,9 +49,9 @@ static void expectPorts(const Settings& settings, char outputs, const std::strin
                         const std::string& english) {
     const ModuleRig rig(settings, outputs);
     const CString numbered = ("Fendra" + std::to_string(rig.module.instanceNumber)).c_str();
-    setenv("LC_ALL", "de_DE.UTF-8", 1);
+    setVariable("LC_ALL", "de_DE.UTF-8");
     EXPECT_EQ(portsOf(rig.module, numbered, "Versionskonflikt!"), german);
-    setenv("LC_ALL", "C", 1);
+    setVariable("LC_ALL", "C");
     EXPECT_EQ(portsOf(rig.module, numbered, "version conflict!"), english);
     rig.module.instanceNumber = 0;
     EXPECT_EQ(portsOf(rig.module, "Fendra", "version conflict!"), english);

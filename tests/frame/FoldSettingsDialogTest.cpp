@@ -3,10 +3,9 @@
 #include "tests/frame/ModuleRig.h"
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/Person.h"
+#include "tests/support/setVariable.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 
 using namespace std::string_literals;
 
@@ -143,7 +142,7 @@ struct Outcome {
 class SettingsDialogOutcome : public testing::TestWithParam<Outcome> {};
 
 TEST_P(SettingsDialogOutcome, ReachesTheModuleByOkAlone) {
-    ::setenv("LC_ALL", "C", 1);
+    setVariable("LC_ALL", "C");
     const auto& [start, script, settings, ports, messages] = GetParam();
     const ModuleRig rig;
     setUp(rig.module, start);

@@ -1,8 +1,9 @@
 #include "platform/ResourceChain.h"
 
+#include "tests/support/setVariable.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -48,9 +49,9 @@ TEST(ResourceChain, PrefersTheUsersLanguageThenEnglishThenAny) {
          {std::tuple{"", "", "", english}, std::tuple{"", "", "de_DE", german},
           std::tuple{"", "fr", "de", french}, std::tuple{"C", "fr", "de", english},
           std::tuple{"de", "en", "fr", german}}) {
-        ::setenv("LC_ALL", all, 1);
-        ::setenv("LC_MESSAGES", messages, 1);
-        ::setenv("LANG", lang, 1);
+        setVariable("LC_ALL", all);
+        setVariable("LC_MESSAGES", messages);
+        setVariable("LANG", lang);
         EXPECT_EQ(answers(), expected);
     }
     EXPECT_EQ(ResourceChain::icon(7).data(), picture);
@@ -58,7 +59,7 @@ TEST(ResourceChain, PrefersTheUsersLanguageThenEnglishThenAny) {
 }
 
 TEST(ResourceChain, AsksTheLibraryLoadedLastAndForgetsItWhenItGoes) {
-    ::setenv("LC_ALL", "de", 1);
+    setVariable("LC_ALL", "de");
     std::optional<ResourceLibrary> first, second;
     first.emplace(strings, bitmaps, icons, dialogs);
     second.emplace(laterStrings, std::span(icons), std::span(bitmaps), laterDialogs);
