@@ -4,6 +4,7 @@
 #include "workbench/commands/suggestion.h"
 #include "workbench/commands/texts.h"
 #include "workbench/files/OutputFile.h"
+#include "workbench/system/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -72,6 +73,7 @@ static void leave(int signal) {
 int main(int argc, char** argv) {
     std::signal(SIGINT, leave);
     std::signal(SIGTERM, leave);
+    const Console console;
     try {
         CLI::App program(fmt::format("{}\n{}", programSummary, lagText), "fendra");
         program.set_help_flag("-h,--help", "show this help");
@@ -88,7 +90,8 @@ int main(int argc, char** argv) {
         addCompletion(program);
         addManual(program);
         try {
-            program.parse(argc, argv);
+            const std::vector<std::string> words = Console::words(argc, argv);
+            program.parse({words.rbegin(), words.rend()});
         } catch (const CLI::CallForHelp& help) {
             return program.exit(help);
         } catch (const CLI::ParseError& error) {
