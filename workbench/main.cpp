@@ -10,10 +10,12 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <new>
 #include <string>
+#include <utility>
 #include <vector>
 
 static std::vector<std::string> commandNames(const CLI::App& program) {
@@ -90,8 +92,9 @@ int main(int argc, char** argv) {
         addCompletion(program);
         addManual(program);
         try {
-            const std::vector<std::string> words = Console::words(argc, argv);
-            program.parse({words.rbegin(), words.rend()});
+            std::vector<std::string> words = Console::words(argc, argv);
+            std::reverse(words.begin(), words.end());  // as the parser takes them
+            program.parse(std::move(words));
         } catch (const CLI::CallForHelp& help) {
             return program.exit(help);
         } catch (const CLI::ParseError& error) {
