@@ -19,8 +19,7 @@ void InputOptions::addModuleTo(CLI::App& command) {
 }
 
 ModuleLibrary InputOptions::library() const {
-    return ModuleLibrary(module.empty() ? ModuleLibrary::standardFile()
-                                        : pathOf(module));
+    return ModuleLibrary(module.empty() ? ModuleLibrary::standardFile() : pathOf(module));
 }
 
 std::string InputOptions::words() const {

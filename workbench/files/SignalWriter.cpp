@@ -55,8 +55,7 @@ static bool isPlainStream(const std::string& path) {
     const std::filesystem::file_status status = std::filesystem::status(pathOf(path), ignored);
     return path == "-" ||
            (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
-            !std::filesystem::is_directory(status) &&
-            pathOf(path).extension().empty());
+            !std::filesystem::is_directory(status) && pathOf(path).extension().empty());
 }
 
 std::unique_ptr<SignalWriter> createSignal(const std::string& path, bool replace, Encoding encoding,

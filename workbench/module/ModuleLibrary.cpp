@@ -14,8 +14,7 @@
 // The loader's own word on a file that is not there would be long and unclear.
 static const std::filesystem::path& existing(const std::filesystem::path& file) {
     if (!std::filesystem::is_regular_file(file)) {
-        throw Failure(
-            fmt::format("{}: no such module file; name one with --module", nameOf(file)));
+        throw Failure(fmt::format("{}: no such module file; name one with --module", nameOf(file)));
     }
     return file;
 }

@@ -4,9 +4,8 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <windows.h>
-
 #include <shellapi.h>
+#include <windows.h>
 
 struct Console::State {
     UINT codePage = GetConsoleOutputCP();

@@ -6,9 +6,8 @@
 #include <fmt/ranges.h>
 
 #include <array>
-#include <windows.h>
-
 #include <bcrypt.h>
+#include <windows.h>
 
 static void check(NTSTATUS status) {
     if (status < 0) {

@@ -37,7 +37,6 @@ void* SharedLibrary::symbol(const char* name) const {
 
 std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
     std::wstring program(32768, L'\0');  // no path is longer
-    program.resize(
-        GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
     return std::filesystem::path(program).replace_filename(name + ".dll");
 }

@@ -6,7 +6,6 @@
 double freeMemory() {
     MEMORYSTATUSEX memory = {};
     memory.dwLength = sizeof memory;
-    return GlobalMemoryStatusEx(&memory) != 0
-               ? static_cast<double>(memory.ullAvailPhys)
-               : std::numeric_limits<double>::infinity();
+    return GlobalMemoryStatusEx(&memory) != 0 ? static_cast<double>(memory.ullAvailPhys)
+                                              : std::numeric_limits<double>::infinity();
 }
