@@ -4,8 +4,11 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
+// The second rests on the first.
+// clang-format off
 #include <windows.h>
+#include <shellapi.h>
+// clang-format on
 
 struct Console::State {
     UINT codePage = GetConsoleOutputCP();

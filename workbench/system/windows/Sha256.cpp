@@ -6,8 +6,11 @@
 #include <fmt/ranges.h>
 
 #include <array>
-#include <bcrypt.h>
+// The second rests on the first.
+// clang-format off
 #include <windows.h>
+#include <bcrypt.h>
+// clang-format on
 
 static void check(NTSTATUS status) {
     if (status < 0) {
