@@ -163,7 +163,7 @@ static void writeResults(const std::vector<MethodOutcome>& outcomes, const Signa
     for (std::int64_t i = 0; i < info.samples; ++i) {
         for (const MethodOutcome& outcome : outcomes) {
             const std::int64_t channels = std::ssize(outcome.result) / info.samples;
-            const auto first = outcome.result.begin() + i * channels;
+            const double* first = outcome.result.data() + i * channels;
             interleaved.insert(interleaved.end(), first, first + channels);
         }
     }
