@@ -4,16 +4,19 @@
 #include "workbench/commands/suggestion.h"
 #include "workbench/commands/texts.h"
 #include "workbench/files/OutputFile.h"
+#include "workbench/system/Console.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 static std::vector<std::string> commandNames(const CLI::App& program) {
@@ -76,6 +79,7 @@ static void leave(int signal) {
 int main(int argc, char** argv) {
     std::signal(SIGINT, leave);
     std::signal(SIGTERM, leave);
+    const Console console;
     try {
         CLI::App program(fmt::format("{}\n{}", programSummary, lagText), "fendra");
         program.set_help_flag("-h,--help", "show this help");
@@ -92,7 +96,9 @@ int main(int argc, char** argv) {
         addCompletion(program);
         addManual(program);
         try {
-            program.parse(argc, argv);
+            std::vector<std::string> words = Console::words(argc, argv);
+            std::reverse(words.begin(), words.end());  // as the parser takes them
+            program.parse(std::move(words));
         } catch (const CLI::CallForHelp& help) {
             return program.exit(help);
         } catch (const CLI::ParseError& error) {

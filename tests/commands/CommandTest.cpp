@@ -19,12 +19,15 @@
 //     ! a line on standard error
 //     + a file that the command creates; any other difference to the fixtures is a failure
 //     = exit status, where it is not 0
+//     ? what it needs: audio, or linux for what only that system has; without it the case is
+//     skipped,
+//       where the variable FENDRA_LACKS names it
 // Lines that begin with # are comments; an empty line ends a case.
 
 namespace fs = std::filesystem;
 
 struct Case {
-    std::string place, command, output, errors;
+    std::string place, command, output, errors, needs;
     std::vector<std::string> created;
     int status = 0;
 };
@@ -32,7 +35,7 @@ struct Case {
 static void addLine(std::vector<Case>& cases, const std::string& line, const std::string& place) {
     const std::string text = line.size() > 2 ? line.substr(2) : "";
     if (line[0] == '$') {
-        cases.push_back({place, text, "", "", {}, 0});
+        cases.push_back({place, text, "", "", "", {}, 0});
         return;
     }
     Case& current = cases.back();
@@ -48,6 +51,9 @@ static void addLine(std::vector<Case>& cases, const std::string& line, const std
             break;
         case '=':
             current.status = std::stoi(text);
+            break;
+        case '?':
+            current.needs = text;
             break;
         default:
             throw std::invalid_argument(place + ": " + line);
@@ -108,6 +114,11 @@ class Command : public testing::TestWithParam<Case> {};
 
 TEST_P(Command, DoesAsTheGoldenFileSays) {
     const Case& golden = GetParam();
+    const char* const lacks = std::getenv("FENDRA_LACKS");
+    if (lacks != nullptr && !golden.needs.empty() &&
+        std::string(lacks).find(golden.needs) != std::string::npos) {
+        GTEST_SKIP() << "needs " << golden.needs;
+    }
     const TemporaryFolder scratch, streams;
     fs::copy("fixtures", scratch.path(""), fs::copy_options::recursive);
     const auto before = everythingIn(scratch.path(""));

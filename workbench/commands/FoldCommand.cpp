@@ -12,6 +12,7 @@
 #include "workbench/files/SampleDigest.h"
 #include "workbench/files/SignalWriter.h"
 #include "workbench/module/StoredGraph.h"
+#include "workbench/system/fileNames.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -234,7 +235,7 @@ void FoldCommand::run() {
     record.pad = pad;
     record.module = toUtf8(object->moduleName);
     record.moduleVersion = toUtf8(object->moduleVersion);
-    record.moduleFile = library.file.string();
+    record.moduleFile = nameOf(library.file);
     record.inputs = {a, b};
     record.output = toStandardOutput ? "standard output" : output;
     record.channels = moduleRun.channels();

@@ -1,8 +1,8 @@
 #include "workbench/commands/InputOptions.h"
 
-#include <CLI/CLI.hpp>
+#include "workbench/system/fileNames.h"
 
-#include <filesystem>
+#include <CLI/CLI.hpp>
 
 void InputOptions::addTo(CLI::App& command) {
     command.add_flag("--no-axis", noAxis,
@@ -19,8 +19,7 @@ void InputOptions::addModuleTo(CLI::App& command) {
 }
 
 ModuleLibrary InputOptions::library() const {
-    return ModuleLibrary(module.empty() ? ModuleLibrary::standardFile()
-                                        : std::filesystem::path(module));
+    return ModuleLibrary(module.empty() ? ModuleLibrary::standardFile() : pathOf(module));
 }
 
 std::string InputOptions::words() const {

@@ -2,11 +2,11 @@
 
 #include "kernels/InstructionSet.h"
 #include "workbench/module/ModuleRun.h"
+#include "workbench/system/Console.h"
 
 #include <fmt/format.h>
 
 #include <cstdio>
-#include <unistd.h>
 
 static constexpr auto beforeFirst = std::chrono::milliseconds(500);
 static constexpr auto betweenShows = std::chrono::milliseconds(100);
@@ -33,7 +33,7 @@ void tellEstimate(const ModuleRun& moduleRun) {
 }
 
 Progress::Progress()
-    : terminal(isatty(STDERR_FILENO) != 0), due(std::chrono::steady_clock::now() + beforeFirst) {}
+    : terminal(Console::isTerminal(stderr)), due(std::chrono::steady_clock::now() + beforeFirst) {}
 
 Progress::~Progress() {
     if (shown) {

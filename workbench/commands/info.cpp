@@ -4,6 +4,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
 #include "workbench/module/ModuleSettings.h"
+#include "workbench/system/fileNames.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -71,7 +72,7 @@ static Json moduleFacts(const ModuleLibrary& library) {
     Json facts = {{"module", library.longLabel()},
                   {"short name", library.shortLabel()},
                   {"version", toUtf8(module->moduleVersion)},
-                  {"file", library.file.string()},
+                  {"file", nameOf(library.file)},
                   {"exports", ModuleLibrary::exportNames}};
     Json languages = Json::array();
     for (const unsigned language : ResourceChain::stringLanguages(library.labelId())) {

@@ -8,6 +8,7 @@
 #include "workbench/files/OutputFile.h"
 #include "workbench/files/Printable.h"
 #include "workbench/module/StoredGraph.h"
+#include "workbench/system/fileNames.h"
 #include "workbench/window/WindowLibrary.h"
 #include "workbench/window/display.h"
 
@@ -66,14 +67,14 @@ void SettingsCommand::edit(Desktop& desktop) const {
     const ModuleObject module = library.makeModule();
     Observer observer(desktop);
     std::error_code ignored;
-    const bool exists = std::filesystem::exists(graph, ignored);
+    const bool exists = std::filesystem::exists(pathOf(graph), ignored);
     if (exists) {
         loadGraph(*module, graph);
     }
     RET_PORT changed;
     module->OnLeftDblClk(changed);
     if (!observer.opened) {
-        throw Failure(fmt::format("{} has no dialog for its settings", library.file.string()));
+        throw Failure(fmt::format("{} has no dialog for its settings", nameOf(library.file)));
     }
     if (observer.accepted) {
         storeGraph(*module, graph, exists);

@@ -3,8 +3,7 @@
 #include "workbench/files/OutputFile.h"
 #include "workbench/files/SignalWriter.h"
 #include "workbench/files/SoundStream.h"
-
-enum class AudioContainer { wav, w64, rf64, aiff, flac };
+#include "workbench/files/audio.h"
 
 // How the samples of an audio file are laid down.
 struct AudioFormat {

@@ -2,6 +2,7 @@
 
 #include "workbench/Failure.h"
 #include "workbench/files/Printable.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
@@ -14,12 +15,8 @@ std::string errorText() {
     return errno == 0 ? "write error" : std::generic_category().message(errno);
 }
 
-FileHandle openFile(const std::string& path, const char* mode) {
-    return FileHandle(std::fopen(path.c_str(), mode));
-}
-
 FileHandle openTemporary() {
-    FileHandle file(std::tmpfile());
+    FileHandle file = createUnnamedFile();
     if (file == nullptr) {
         throw Failure(
             fmt::format("cannot make a temporary file: {}; make room for it", errorText()));
@@ -56,30 +53,14 @@ FileHandle openInput(const std::string& path) {
         return spool(stdin, name);
     }
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    const std::filesystem::file_status status = std::filesystem::status(pathOf(path), ignored);
     if (std::filesystem::is_directory(status)) {
         throw Failure(fmt::format("{} is a folder; name a file in it", name));
     }
-    FileHandle file = openFile(path, "rb");
+    FileHandle file = openFile(pathOf(path), "rb");
     if (file == nullptr) {
         throw Failure(fmt::format("cannot open {}: {}; check the name and the right to read it",
                                   name, errorText()));
     }
     return std::filesystem::is_regular_file(status) ? std::move(file) : spool(file.get(), name);
-}
-
-bool seekFile(std::FILE* file, std::int64_t offset, int origin) {
-#ifdef _WIN32
-    return _fseeki64(file, offset, origin) == 0;
-#else
-    return fseeko(file, offset, origin) == 0;
-#endif
-}
-
-std::int64_t filePosition(std::FILE* file) {
-#ifdef _WIN32
-    return _ftelli64(file);
-#else
-    return ftello(file);
-#endif
 }

@@ -2,6 +2,7 @@
 
 #include "workbench/Failure.h"
 #include "workbench/files/Printable.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
@@ -16,20 +17,21 @@
 namespace fs = std::filesystem;
 
 // The path that removePartialOutput takes away. The flag is up while the path is complete.
-static std::array<char, 4096> watchedPath;
+static std::array<fs::path::value_type, 4096> watchedPath;
 static std::atomic<bool> watching = false;
 
-static void watch(const std::string& path) {
+static void watch(const fs::path& path) {
     watching = false;
-    if (path.size() < watchedPath.size()) {
-        std::copy_n(path.c_str(), path.size() + 1, watchedPath.begin());
+    const std::size_t length = path.native().size();
+    if (length < watchedPath.size()) {
+        std::copy_n(path.c_str(), length + 1, watchedPath.begin());
         watching = true;
     }
 }
 
 void removePartialOutput() {
     if (watching) {
-        std::remove(watchedPath.data());
+        removeFile(watchedPath.data());
     }
 }
 
@@ -56,7 +58,7 @@ OutputFile::OutputFile(const std::string& path, bool replace)
     if (path == "-") {
         return;
     }
-    target = followLinks(path);
+    target = followLinks(pathOf(path));
     std::error_code ignored;
     const fs::file_status status = fs::status(target, ignored);
     if (fs::is_directory(status)) {
@@ -66,7 +68,7 @@ OutputFile::OutputFile(const std::string& path, bool replace)
         refuseExisting(name);
     }
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        file = openFile(target.string(), "wb");
+        file = openFile(target, "wb");
         if (file == nullptr) {
             failToCreate(name);
         }
@@ -80,13 +82,15 @@ OutputFile::OutputFile(const std::string& path, bool replace)
 
 void OutputFile::createPartial() {
     std::random_device random;
-    const std::string ownName = target.filename().string().substr(0, 200);  // room for the rest
-    partial = target.parent_path() / fmt::format(".{}.{:08x}.part", ownName, random());
-    file = openFile(partial.string(), "w+bx");
+    fs::path partialName = ".";
+    partialName += target.filename().native().substr(0, 200);  // room for the rest
+    partialName += fmt::format(".{:08x}.part", random());
+    partial = target.parent_path() / partialName;
+    file = createFile(partial);
     if (file == nullptr) {
         failToCreate(name);
     }
-    watch(partial.string());
+    watch(partial);
 }
 
 OutputFile::~OutputFile() {

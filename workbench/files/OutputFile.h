@@ -46,5 +46,5 @@ private:
 };
 
 // Removes the partial file of the OutputFile made last, if it is still there. For signal handlers:
-// it touches nothing but a fixed buffer and std::remove.
+// it touches nothing but a fixed buffer and removeFile.
 void removePartialOutput();

@@ -1,21 +1,9 @@
 #include "workbench/files/SampleDigest.h"
 
-#include <sha2.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
-
-struct SampleDigest::State {
-    SHA2_CTX context;
-};
-
-SampleDigest::SampleDigest() : state(std::make_unique<State>()) {
-    SHA256Init(&state->context);
-}
-
-SampleDigest::~SampleDigest() = default;
 
 void SampleDigest::add(const double* samples, std::size_t count) {
     std::array<std::uint8_t, 4096> bytes = {};
@@ -25,14 +13,8 @@ void SampleDigest::add(const double* samples, std::size_t count) {
             const auto bits = std::bit_cast<std::uint64_t>(samples[i / 8]);
             bytes[i] = static_cast<std::uint8_t>(bits >> 8 * (i % 8));
         }
-        SHA256Update(&state->context, bytes.data(), 8 * length);
+        hash.add(bytes.data(), 8 * length);
         samples += length;
         count -= length;
     }
-}
-
-std::string SampleDigest::hex() const {
-    SHA2_CTX closed = state->context;
-    std::array<char, SHA256_DIGEST_STRING_LENGTH> digits = {};
-    return SHA256End(&closed, digits.data());
 }

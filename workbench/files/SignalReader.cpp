@@ -1,10 +1,10 @@
 #include "workbench/files/SignalReader.h"
 
 #include "workbench/Failure.h"
-#include "workbench/files/AudioReader.h"
 #include "workbench/files/FileStream.h"
 #include "workbench/files/Printable.h"
 #include "workbench/files/TextReader.h"
+#include "workbench/files/audio.h"
 
 #include <fmt/format.h>
 
@@ -54,7 +54,7 @@ std::unique_ptr<SignalReader> openSignal(const std::string& path, const ReadOpti
         throw Failure(fmt::format("{} is empty; choose another file", printable(name)));
     }
     if (looksLikeAudio(head)) {
-        return std::make_unique<AudioReader>(std::move(file), name, options);
+        return openAudio(std::move(file), name, options);
     }
     if (!looksLikeText(head)) {
         throw Failure(

@@ -1,9 +1,10 @@
 #include "workbench/files/SignalWriter.h"
 
 #include "workbench/Failure.h"
-#include "workbench/files/AudioWriter.h"
 #include "workbench/files/Printable.h"
 #include "workbench/files/TextWriter.h"
+#include "workbench/files/audio.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
@@ -32,7 +33,7 @@ static constexpr std::array endings = {Ending{".wav", '\0', AudioContainer::wav}
                                        Ending{".dat", ' ', {}}};
 
 static const Ending& endingOf(const std::string& path) {
-    std::string text = std::filesystem::path(path).extension().string();
+    std::string text = nameOf(pathOf(path).extension());
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     const auto* found = std::find_if(endings.begin(), endings.end(),
@@ -51,18 +52,17 @@ static const Ending& endingOf(const std::string& path) {
 // Devices and pipes often have no ending; they get what standard output gets.
 static bool isPlainStream(const std::string& path) {
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    const std::filesystem::file_status status = std::filesystem::status(pathOf(path), ignored);
     return path == "-" ||
            (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
-            !std::filesystem::is_directory(status) &&
-            std::filesystem::path(path).extension().empty());
+            !std::filesystem::is_directory(status) && pathOf(path).extension().empty());
 }
 
 std::unique_ptr<SignalWriter> createSignal(const std::string& path, bool replace, Encoding encoding,
                                            const ResultInfo& info) {
     const Ending ending = isPlainStream(path) ? Ending{"", ',', {}} : endingOf(path);
     if (ending.separator == '\0') {
-        return std::make_unique<AudioWriter>(path, replace, ending.container, encoding, info);
+        return createAudio(path, replace, ending.container, encoding, info);
     }
     if (encoding != Encoding::automatic) {
         throw Failure(

@@ -4,6 +4,7 @@
 #include "platform/ResourceChain.h"
 #include "platform/Windows1252.h"
 #include "workbench/Failure.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
@@ -13,8 +14,7 @@
 // The loader's own word on a file that is not there would be long and unclear.
 static const std::filesystem::path& existing(const std::filesystem::path& file) {
     if (!std::filesystem::is_regular_file(file)) {
-        throw Failure(
-            fmt::format("{}: no such module file; name one with --module", file.string()));
+        throw Failure(fmt::format("{}: no such module file; name one with --module", nameOf(file)));
     }
     return file;
 }
@@ -24,16 +24,16 @@ ModuleLibrary::ModuleLibrary(std::filesystem::path libraryFile)
     for (const char* name : exportNames) {
         if (library.symbol(name) == nullptr) {
             throw Failure(
-                fmt::format("{} is not a module: it lacks the export {}", file.string(), name));
+                fmt::format("{} is not a module: it lacks the export {}", nameOf(file), name));
         }
     }
     if (function<int()>("InitDLL")() != 1) {
-        throw Failure(fmt::format("{} refuses to start (InitDLL)", file.string()));
+        throw Failure(fmt::format("{} refuses to start (InitDLL)", nameOf(file)));
     }
 }
 
 std::filesystem::path ModuleLibrary::standardFile() {
-    return SharedLibrary::programFolder() / "fendra.so";
+    return SharedLibrary::besideProgram("fendra");
 }
 
 template <typename Function>
@@ -45,7 +45,7 @@ ModuleObject ModuleLibrary::makeModule() const {
     B_BasisModule* module = function<B_BasisModule*()>("GetModuleInstance")();
     if (module == nullptr) {
         throw Failure(
-            fmt::format("{} makes no module (GetModuleInstance gave null)", file.string()));
+            fmt::format("{} makes no module (GetModuleInstance gave null)", nameOf(file)));
     }
     return {module, function<void(B_BasisModule*)>("DeleteModuleInstance")};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/module/SharedLibrary.h"
+#include "workbench/system/SharedLibrary.h"
 
 #include <array>
 #include <filesystem>

@@ -4,8 +4,8 @@
 #include "platform/Windows1252.h"
 #include "workbench/Failure.h"
 #include "workbench/files/SignalReader.h"
-#include "workbench/module/systemMemory.h"
 #include "workbench/module/valueCount.h"
+#include "workbench/system/systemMemory.h"
 
 #include <fmt/format.h>
 

@@ -1,24 +1,24 @@
 #include "workbench/window/WindowLibrary.h"
 
 #include "workbench/Failure.h"
+#include "workbench/system/fileNames.h"
 #include "workbench/window/display.h"
 #include "workbench/window/window.h"
 
 #include <fmt/format.h>
 
 static SharedLibrary loadWindow() {
-    const std::filesystem::path file = SharedLibrary::programFolder() / "fendra-window.so";
+    const std::filesystem::path file = SharedLibrary::besideProgram("fendra-window");
     if (!std::filesystem::is_regular_file(file)) {
         throw Failure(fmt::format(
-            "{} is not there: build it with qt6-base-dev installed, or set values with --set",
-            file.string()));
+            "{} is not there: fendra was built without Qt 6, which it takes; set values with --set",
+            nameOf(file)));
     }
     try {
         return SharedLibrary(file);
     } catch (const Failure&) {  // speaks of modules
-        throw Failure(
-            fmt::format("{} cannot be loaded: install libqt6widgets6, or set values with --set",
-                        file.string()));
+        throw Failure(fmt::format(
+            "{} cannot be loaded: install libqt6widgets6, or set values with --set", nameOf(file)));
     }
 }
 

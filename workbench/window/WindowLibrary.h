@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
-#include "workbench/module/SharedLibrary.h"
+#include "workbench/system/SharedLibrary.h"
 
 #include <memory>
 #include <string>

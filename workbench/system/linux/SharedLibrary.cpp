@@ -1,11 +1,11 @@
-#include "workbench/module/SharedLibrary.h"
+#include "workbench/system/SharedLibrary.h"
 
 #include "workbench/Failure.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
 #include <dlfcn.h>
-#include <string>
 
 SharedLibrary::SharedLibrary(const std::filesystem::path& file)
     // An absolute path, or the loader would look for a bare name in the system's folders.
@@ -14,7 +14,7 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& file)
         const std::string reason = dlerror();  // begins with the path and a colon
         const std::size_t colon = reason.rfind(": ");
         throw Failure(fmt::format(
-            "{} is not a module that can be loaded ({}); name one with --module", file.string(),
+            "{} is not a module that can be loaded ({}); name one with --module", nameOf(file),
             colon == std::string::npos ? reason : reason.substr(colon + 2)));
     }
 }
@@ -27,6 +27,6 @@ void* SharedLibrary::symbol(const char* name) const {
     return dlsym(handle, name);
 }
 
-std::filesystem::path SharedLibrary::programFolder() {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
+    return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name + ".so");
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
-// A library loaded at run time. What differs between systems in loading one is in SharedLibrary.cpp
-// and nowhere else.
+// A library loaded at run time.
 class SharedLibrary {
 public:
     // Failure, with the system's reason, if the file cannot be loaded.
@@ -15,8 +15,8 @@ public:
     // The address of an export, null if there is none of that name.
     [[nodiscard]] void* symbol(const char* name) const;
 
-    // The folder that the running program lies in.
-    static std::filesystem::path programFolder();
+    // The file of the library that lies beside the running program; name is without its ending.
+    static std::filesystem::path besideProgram(const std::string& name);
 
 private:
     void* handle;

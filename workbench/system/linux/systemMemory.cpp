@@ -1,4 +1,4 @@
-#include "workbench/module/systemMemory.h"
+#include "workbench/system/systemMemory.h"
 
 #include <algorithm>
 #include <cstddef>

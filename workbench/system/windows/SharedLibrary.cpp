@@ -1,0 +1,42 @@
+#include "workbench/system/SharedLibrary.h"
+
+#include "workbench/Failure.h"
+#include "workbench/system/fileNames.h"
+
+#include <fmt/format.h>
+
+#include <windows.h>
+
+// The system's words for an error, without the full stop and the line end behind them.
+static std::string reasonOf(DWORD error) {
+    std::wstring text(1024, L'\0');
+    text.resize(FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                               error, 0, text.data(), static_cast<DWORD>(text.size()), nullptr));
+    text.erase(text.find_last_not_of(L". \r\n") + 1);
+    return text.empty() ? fmt::format("error {}", error) : nameOf(text);
+}
+
+SharedLibrary::SharedLibrary(const std::filesystem::path& file)
+    // An absolute path, or the loader would look for a bare name in the system's folders.
+    : handle(LoadLibraryW(std::filesystem::absolute(file).c_str())) {
+    if (handle == nullptr) {
+        const std::string reason = reasonOf(GetLastError());
+        throw Failure(
+            fmt::format("{} is not a module that can be loaded ({}); name one with --module",
+                        nameOf(file), reason));
+    }
+}
+
+SharedLibrary::~SharedLibrary() {
+    FreeLibrary(static_cast<HMODULE>(handle));
+}
+
+void* SharedLibrary::symbol(const char* name) const {
+    return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle), name));
+}
+
+std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
+    std::wstring program(32768, L'\0');  // no path is longer
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    return std::filesystem::path(program).replace_filename(name + ".dll");
+}
