@@ -3,7 +3,9 @@
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev libmd-dev
     qt6-base-dev)
 testPackages=(libgtest-dev clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+# What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
 linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 libmd-dev:i386)
+windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev)
 
 say() { printf '%s\n' "$*" >&2; }
@@ -49,21 +51,15 @@ installMissing() {
         apt-get install -y --no-install-recommends --no-remove "${missing[@]}"
 }
 
-# installLinux32: what the preset linux32 needs beside buildPackages, with the packages of i386,
-# which only a Debian of amd64 has beside its own.
-installLinux32() {
-    local why="to build for 32-bit Linux"
+# addI386 WHY: lets packages of i386 be installed, which only a Debian of amd64 can have beside its own.
+addI386() {
     [ "$(dpkg --print-architecture)" = amd64 ] || {
-        say "Cannot install what is missing $why: that takes Debian on amd64, and this is $(dpkg --print-architecture)"
+        say "That takes Debian on amd64, and this is $(dpkg --print-architecture): packages $1"
         return 1
     }
     dpkg --print-foreign-architectures | grep -qx i386 || {
-        say "Adding the Debian architecture i386 $why"
-        asRoot dpkg --add-architecture i386 || return 1
-    }
-    installMissing "$why" "${linux32Packages[@]}" || {
-        say "Cannot install what is missing $why: ${linux32Packages[*]}"
-        return 1
+        say "Adding the Debian architecture i386 $1"
+        asRoot dpkg --add-architecture i386
     }
 }
 

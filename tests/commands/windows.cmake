@@ -4,7 +4,7 @@
 set(folder ${PROJECT_BINARY_DIR}/native)
 set(driver ${folder}/command-tests)
 file(CONFIGURE OUTPUT ${folder}/fendra @ONLY CONTENT
-  "#!/bin/sh\nWINEDEBUG=-all exec '@CMAKE_CROSSCOMPILING_EMULATOR@' '@CMAKE_RUNTIME_OUTPUT_DIRECTORY@/fendra.exe' \"$@\"\n")
+  "#!/bin/sh\nexec '@CMAKE_CROSSCOMPILING_EMULATOR@' '@CMAKE_RUNTIME_OUTPUT_DIRECTORY@/fendra.exe' \"$@\"\n")
 file(CHMOD ${folder}/fendra PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 
 find_program(nativeCompiler g++ REQUIRED)
@@ -17,4 +17,5 @@ add_custom_target(command-tests ALL DEPENDS ${driver})
 add_dependencies(command-tests fendra)
 add_test(NAME commands COMMAND ${driver} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}/tests/commands)
 set_tests_properties(commands PROPERTIES
-  ENVIRONMENT "FENDRA_LACKS=audio,linux" FAIL_REGULAR_EXPRESSION " 0 tests from")
+  ENVIRONMENT "${wineEnvironment};FENDRA_LACKS=audio,linux" FIXTURES_REQUIRED wine
+  FAIL_REGULAR_EXPRESSION " 0 tests from")
