@@ -6,6 +6,7 @@ testPackages=(libgtest-dev clang-14 clang-format-14 clang-tidy-14 libclang-rt-14
 # What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
 linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 libmd-dev:i386)
 windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
+packagePackages=(git zip)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev)
 
 say() { printf '%s\n' "$*" >&2; }

@@ -3,3 +3,7 @@
 set(CMAKE_SYSTEM_PROCESSOR i686)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
 set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse")
+# Its programs run under a 32-bit Wine, where there is one: Debian has it for i386 alone (wine32:i386).
+if(EXISTS /usr/lib/wine/wine)
+  set(CMAKE_CROSSCOMPILING_EMULATOR /usr/lib/wine/wine)
+endif()

@@ -1,4 +1,6 @@
 # 64-bit Windows, by the cross compiler of Debian. Programs run under Wine.
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
+# The compiler trusts the stack to be aligned for wide vectors, which this system does not promise.
+set(CMAKE_CXX_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
 set(CMAKE_CROSSCOMPILING_EMULATOR /usr/lib/wine/wine64)

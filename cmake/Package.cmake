@@ -1,0 +1,37 @@
+# What ./package packs: one folder that runs from where it is unpacked, the libraries beside the
+# program, with a read-me in the manner of the system and the licences of all that is compiled in.
+set(system linux)
+set(lineEnds LF)
+set(copyrights libcli11-dev libfmt-dev nlohmann-json3-dev)
+set(packed fendra fendra_module host platform)
+if(WIN32)
+  set(system windows)
+  set(lineEnds CRLF)
+  list(APPEND copyrights gcc-mingw-w64-base mingw-w64-common)
+  list(APPEND packed runtime)
+endif()
+if(TARGET fendra_window)
+  list(APPEND packed fendra_window)
+endif()
+math(EXPR bits "8 * ${CMAKE_SIZEOF_VOID_P}")
+set(folder fendra-${PROJECT_VERSION}-${system}${bits})
+
+install(TARGETS ${packed}
+  RUNTIME DESTINATION ${folder} COMPONENT package
+  LIBRARY DESTINATION ${folder} COMPONENT package
+  ARCHIVE EXCLUDE_FROM_ALL COMPONENT import)
+# The read-me's last part tells what this target has and lacks.
+file(READ docs/package/${system}${bits}.txt about)
+configure_file(docs/package/${system}.txt ${PROJECT_BINARY_DIR}/package/README.txt
+  @ONLY NEWLINE_STYLE ${lineEnds})
+configure_file(LICENSE ${PROJECT_BINARY_DIR}/package/LICENSE.txt @ONLY NEWLINE_STYLE ${lineEnds})
+install(FILES ${PROJECT_BINARY_DIR}/package/README.txt ${PROJECT_BINARY_DIR}/package/LICENSE.txt
+  DESTINATION ${folder} COMPONENT package)
+install(FILES samples/xrf-spectrum.csv samples/xrf-zero-peak.csv
+  DESTINATION ${folder}/samples COMPONENT package)
+install(FILES samples/licences/pymca-mit.txt
+  DESTINATION ${folder}/licences RENAME samples.txt COMPONENT package)
+foreach(package IN LISTS copyrights)
+  install(FILES /usr/share/doc/${package}/copyright
+    DESTINATION ${folder}/licences RENAME ${package}.txt COMPONENT package)
+endforeach()

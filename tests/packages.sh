@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# tests/packages.sh ARCHIVE...: unpacks each in a folder of another name, and does what its read-me
+# tells to try, with the result that it tells. Programs of Windows run under Wine, but not those of 32
+# bits, of which the files are compared with those of 64 bits.
+set -euo pipefail
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows64/wine
+
+fail() { echo "$1" >&2; exit 1; }
+
+# try ARCHIVE: the commands of the read-me, as they stand there.
+try() {
+    local fendra line words digest
+    digest=$(sed -n 's/.*ends with "\(all [0-9a-f]*\)".*/\1/p' README.txt)
+    case $1 in
+        *linux*) fendra=(./fendra) ;;
+        *) fendra=(/usr/lib/wine/wine64 ./fendra.exe) ;;
+    esac
+    while read -r line; do
+        read -ra words <<< "${line%$'\r'}"
+        "${fendra[@]}" "${words[@]:1}" > said || fail "$1: $line"
+        ! grep -q relativeError said || grep '"relativeError": [56].*e-11' said > /dev/null ||
+            fail "$1: $(grep relativeError said)"
+    done < <(grep -E '^  (\./)?fendra ' README.txt)
+    [ -e restored.csv ] || fail "$1: the read-me has nothing to try"
+    "${fendra[@]}" selftest | grep -qx "$digest" || fail "$1: selftest does not end with $digest"
+}
+
+for archive; do
+    place="$scratch/some where"
+    mkdir -p "$place"
+    case $archive in
+        *.zip) unzip -q "$archive" -d "$place" ;;
+        *) tar -xzf "$archive" -C "$place" ;;
+    esac
+    (
+        cd "$place"/fendra-*
+        find . -type f | sort > "$scratch/files-${archive##*-}"
+        [[ $archive = *windows32* ]] || try "$archive"
+    )
+    rm -rf "$place"
+done
+cmp "$scratch"/files-windows*
