@@ -22,10 +22,10 @@ install(TARGETS ${packed}
   ARCHIVE EXCLUDE_FROM_ALL COMPONENT import)
 # The read-me's last part tells what this target has and lacks.
 file(READ docs/package/${system}${bits}.txt about)
-configure_file(docs/package/${system}.txt ${PROJECT_BINARY_DIR}/package/README.txt
+configure_file(docs/package/${system}.txt ${PROJECT_BINARY_DIR}/readme/README.txt
   @ONLY NEWLINE_STYLE ${lineEnds})
-configure_file(LICENSE ${PROJECT_BINARY_DIR}/package/LICENSE.txt @ONLY NEWLINE_STYLE ${lineEnds})
-install(FILES ${PROJECT_BINARY_DIR}/package/README.txt ${PROJECT_BINARY_DIR}/package/LICENSE.txt
+configure_file(LICENSE ${PROJECT_BINARY_DIR}/readme/LICENSE.txt @ONLY NEWLINE_STYLE ${lineEnds})
+install(FILES ${PROJECT_BINARY_DIR}/readme/README.txt ${PROJECT_BINARY_DIR}/readme/LICENSE.txt
   DESTINATION ${folder} COMPONENT package)
 install(FILES samples/xrf-spectrum.csv samples/xrf-zero-peak.csv
   DESTINATION ${folder}/samples COMPONENT package)

@@ -32,6 +32,10 @@ struct Case {
     int status = 0;
 };
 
+std::ostream& operator<<(std::ostream& stream, const Case& golden) {
+    return stream << golden.command;
+}
+
 static void addLine(std::vector<Case>& cases, const std::string& line, const std::string& place) {
     const std::string text = line.size() > 2 ? line.substr(2) : "";
     if (line[0] == '$') {

@@ -1,10 +1,11 @@
 # The command cases for the program built for Windows: the driver and the shell are those of the
 # machine that builds, and the word fendra in a case is a script beside the driver that runs the
-# program under Wine. What a case needs beyond that stands in its golden file.
+# program under Wine, which in the locale C would know no letters but those of ASCII. What a case needs
+# beyond that stands in its golden file.
 set(folder ${PROJECT_BINARY_DIR}/native)
 set(driver ${folder}/command-tests)
 file(CONFIGURE OUTPUT ${folder}/fendra @ONLY CONTENT
-  "#!/bin/sh\nexec '@CMAKE_CROSSCOMPILING_EMULATOR@' '@CMAKE_RUNTIME_OUTPUT_DIRECTORY@/fendra.exe' \"$@\"\n")
+  "#!/bin/sh\n[ $LC_ALL != C ] || LC_ALL=C.UTF-8\nexec '@CMAKE_CROSSCOMPILING_EMULATOR@' '@CMAKE_RUNTIME_OUTPUT_DIRECTORY@/fendra.exe' \"$@\"\n")
 file(CHMOD ${folder}/fendra PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 
 find_program(nativeCompiler g++ REQUIRED)
