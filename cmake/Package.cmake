@@ -20,13 +20,15 @@ install(TARGETS ${packed}
   RUNTIME DESTINATION ${folder} COMPONENT package
   LIBRARY DESTINATION ${folder} COMPONENT package
   ARCHIVE EXCLUDE_FROM_ALL COMPONENT import)
-# The read-me's last part tells what this target has and lacks.
-file(READ docs/package/${system}${bits}.txt about)
-configure_file(docs/package/${system}.txt ${PROJECT_BINARY_DIR}/readme/README.txt
-  @ONLY NEWLINE_STYLE ${lineEnds})
-configure_file(LICENSE ${PROJECT_BINARY_DIR}/readme/LICENSE.txt @ONLY NEWLINE_STYLE ${lineEnds})
-install(FILES ${PROJECT_BINARY_DIR}/readme/README.txt ${PROJECT_BINARY_DIR}/readme/LICENSE.txt
-  DESTINATION ${folder} COMPONENT package)
+set(readme ${PROJECT_BINARY_DIR}/readme)
+# The read-me of the system tells by this what the target has and lacks. Its line ends come last.
+set(about docs/package/${system}${bits}.txt)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${about})
+file(READ ${about} about)
+configure_file(docs/package/${system}.txt ${readme}/draft.txt @ONLY)
+configure_file(${readme}/draft.txt ${readme}/README.txt @ONLY NEWLINE_STYLE ${lineEnds})
+configure_file(LICENSE ${readme}/LICENSE.txt @ONLY NEWLINE_STYLE ${lineEnds})
+install(FILES ${readme}/README.txt ${readme}/LICENSE.txt DESTINATION ${folder} COMPONENT package)
 install(FILES samples/xrf-spectrum.csv samples/xrf-zero-peak.csv
   DESTINATION ${folder}/samples COMPONENT package)
 install(FILES samples/licences/pymca-mit.txt

@@ -21,8 +21,7 @@ try() {
     while read -r line; do
         read -ra words <<< "${line%$'\r'}"
         "${fendra[@]}" "${words[@]:1}" > said || fail "$1: $line"
-        ! grep -q relativeError said || grep '"relativeError": [56].*e-11' said > /dev/null ||
-            fail "$1: $(grep relativeError said)"
+        ! grep relativeError said | grep -v ' 5\.9.*e-11' || fail "$1: $line"
     done < <(grep -E '^  (\./)?fendra ' README.txt)
     [ -e restored.csv ] || fail "$1: the read-me has nothing to try"
     read -ra words < <("${fendra[@]}" selftest | tail -n 1)
