@@ -5,8 +5,8 @@
 set -euo pipefail
 
 scratch=$(mktemp -d)
-trap 'rm -rf "$scratch"' EXIT
 export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows64/wine
+trap 'rm -rf "$scratch"; /usr/lib/wine/wineserver -k || true' EXIT  # it would stay for some seconds
 
 fail() { echo "$1" >&2; exit 1; }
 
