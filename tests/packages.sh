@@ -6,7 +6,7 @@ set -euo pipefail
 
 scratch=$(mktemp -d)
 export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows64/wine
-trap 'rm -rf "$scratch"; /usr/lib/wine/wineserver -k || true' EXIT  # it would stay for some seconds
+trap 'rm -rf "$scratch"; /usr/lib/wine/wineserver -k -w || true' EXIT  # it would stay for some seconds
 
 fail() { echo "$1" >&2; exit 1; }
 
