@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test and ./bench, from the project's root: what they need before they can build.
+# Sourced by ./run, ./test, ./bench and ./package, from the project's root: what they need before they can build.
 
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev libmd-dev
     qt6-base-dev)
