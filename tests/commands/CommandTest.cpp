@@ -19,9 +19,7 @@
 //     ! a line on standard error
 //     + a file that the command creates; any other difference to the fixtures is a failure
 //     = exit status, where it is not 0
-//     ? what it needs: audio, or linux for what only that system has; without it the case is
-//     skipped,
-//       where the variable FENDRA_LACKS names it
+//     ? what it needs, audio or linux: skipped where the variable FENDRA_LACKS names that
 // Lines that begin with # are comments; an empty line ends a case.
 
 namespace fs = std::filesystem;
