@@ -13,15 +13,62 @@ target_compile_options(fendra_options INTERFACE
   ${FENDRA_INSTRUMENT})
 target_link_options(fendra_options INTERFACE ${FENDRA_INSTRUMENT})
 
-# fendra_layer(NAME KIND SOURCE...): the folder NAME as a target of that name.
+# fendra_layer(FOLDER KIND SOURCE...): the folder, named from the project's root, as a target; that of
+# workbench/files/text is workbench_files_text.
 #
 # The include root of a layer holds a link to its own folder and nothing else, so a source sees the
-# headers of the layers that its target links, and a forbidden include does not compile.
-function(fendra_layer name kind)
+# headers of the layers that its target links, and a forbidden include does not compile. A folder with
+# layers of their own below it shows its own headers alone.
+function(fendra_layer folder kind)
+  string(REPLACE "/" "_" name ${folder})
   add_library(${name} ${kind} ${ARGN})
-  set(root ${PROJECT_BINARY_DIR}/include/${name})
-  file(MAKE_DIRECTORY ${root})
-  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${root}/${name} SYMBOLIC)
-  target_include_directories(${name} PUBLIC ${root})
+  fendra_show(${name} ${folder})
   target_link_libraries(${name} PRIVATE fendra_options)
+endfunction()
+
+# fendra_show(TARGET FOLDER): the headers of the folder, for all that link the target.
+function(fendra_show name folder)
+  set(source ${PROJECT_SOURCE_DIR}/${folder})
+  set(root ${PROJECT_BINARY_DIR}/include/${name})
+  file(REMOVE_RECURSE ${root})
+  file(GLOB layersBelow CONFIGURE_DEPENDS ${source}/*/CMakeLists.txt)
+  if(layersBelow)
+    file(MAKE_DIRECTORY ${root}/${folder})
+    file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${source} ${source}/*.h)
+    foreach(header IN LISTS headers)
+      file(CREATE_LINK ${source}/${header} ${root}/${folder}/${header} SYMBOLIC)
+    endforeach()
+  else()
+    cmake_path(GET folder PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${root}/${parent})
+    file(CREATE_LINK ${source} ${root}/${folder} SYMBOLIC)
+  endif()
+  get_target_property(kind ${name} TYPE)
+  if(kind STREQUAL INTERFACE_LIBRARY)
+    target_include_directories(${name} INTERFACE ${root})
+  else()
+    target_include_directories(${name} PUBLIC ${root})
+  endif()
+endfunction()
+
+# fendra_rows(TARGET TYPE HEADER ROW...): a table whose rows are constants, each named as the source
+# that defines it, in their order. The header declares TYPE with its static operation all(), which gives
+# pointers to them. So a row is added by its source and its name here.
+function(fendra_rows target type header)
+  list(TRANSFORM ARGN APPEND ".cpp" OUTPUT_VARIABLE sources)
+  list(TRANSFORM ARGN PREPEND "extern const ${type} " OUTPUT_VARIABLE declarations)
+  list(TRANSFORM ARGN PREPEND "&" OUTPUT_VARIABLE rows)
+  list(JOIN declarations ";\n" declarations)
+  list(JOIN rows ", " rows)
+  set(table ${CMAKE_CURRENT_BINARY_DIR}/${type}Rows.cpp)
+  file(CONFIGURE OUTPUT ${table} CONTENT "#include \"${header}\"
+
+${declarations};
+
+const std::vector<const ${type}*>& ${type}::all() {
+    static const std::vector<const ${type}*> rows = {${rows}};
+    return rows;
+}
+" @ONLY)
+  target_sources(${target} PRIVATE ${table} ${sources})
 endfunction()

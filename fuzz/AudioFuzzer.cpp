@@ -1,6 +1,6 @@
 #include "fuzz/fuzz.h"
 #include "fuzz/signals.h"
-#include "workbench/Failure.h"
+#include "workbench/messages/Failure.h"
 
 // An input is an audio file.
 

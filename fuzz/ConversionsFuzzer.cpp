@@ -1,7 +1,7 @@
 #include "fuzz/fuzz.h"
 #include "platform/Windows1252.h"
-#include "workbench/files/NumberText.h"
-#include "workbench/files/Printable.h"
+#include "workbench/files/text/NumberText.h"
+#include "workbench/messages/Printable.h"
 
 #include <cmath>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include "fuzz/fuzz.h"
 #include "fuzz/signals.h"
-#include "workbench/Failure.h"
-#include "workbench/files/Printable.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 
 #include <algorithm>
 #include <cmath>

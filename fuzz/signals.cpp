@@ -1,7 +1,7 @@
 #include "fuzz/signals.h"
 
 #include "fuzz/fuzz.h"
-#include "workbench/files/Printable.h"
+#include "workbench/messages/Printable.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "workbench/files/SignalReader.h"
-#include "workbench/files/SignalWriter.h"
+#include "workbench/files/signalFiles.h"
 
 #include <memory>
 #include <string>

@@ -1,10 +1,10 @@
-#include "workbench/Failure.h"
 #include "workbench/commands/Command.h"
-#include "workbench/commands/help.h"
-#include "workbench/commands/suggestion.h"
-#include "workbench/commands/texts.h"
-#include "workbench/files/OutputFile.h"
+#include "workbench/files/disk/OutputFile.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/system/Console.h"
+#include "workbench/terminal/help.h"
+#include "workbench/terminal/suggestion.h"
+#include "workbench/terminal/texts.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,4 +1,4 @@
-#include "workbench/files/OutputFile.h"
+#include "workbench/files/disk/OutputFile.h"
 
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"

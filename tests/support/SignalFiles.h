@@ -1,8 +1,7 @@
 #pragma once
 
-#include "workbench/Failure.h"
-#include "workbench/files/SignalReader.h"
-#include "workbench/files/SignalWriter.h"
+#include "workbench/files/signalFiles.h"
+#include "workbench/messages/Failure.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "host/B_BasisModule.h"
 #include "platform/DialogResource.h"
+#include "workbench/desktop/WindowLibrary.h"
 #include "workbench/module/ModuleLibrary.h"
-#include "workbench/window/WindowLibrary.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "tests/support/Archives.h"
 #include "tests/window/DialogScreen.h"
-#include "workbench/Failure.h"
-#include "workbench/module/ModuleSettings.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/module/FendraModule.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -43,26 +43,26 @@ class DialogWindowTest : public testing::TestWithParam<Words>, protected DialogS
 protected:
     DialogWindowTest() : DialogScreen(GetParam().language) {}
 
-    std::string storedAs(const ModuleSettings& settings) const {
+    std::string storedAs(const FendraSettings& settings) const {
         const ModuleObject other = library.makeModule();
-        settings.applyTo(*other);
+        applySettings(settings, *other);
         return stored(*other);
     }
 };
 INSTANTIATE_TEST_SUITE_P(Languages, DialogWindowTest, testing::ValuesIn(allWords),
                          [](const auto& words) { return std::string(words.param.language); });
 
-static ModuleSettings iterating() {
-    ModuleSettings settings;
-    settings.direction = ModuleSettings::deconvolution;
-    settings.method = ModuleSettings::vanCittert;
+static FendraSettings iterating() {
+    FendraSettings settings;
+    settings.direction = FendraSettings::deconvolution;
+    settings.method = FendraSettings::vanCittert;
     settings.abortAtError = 1;
     return settings;
 }
 
 TEST_P(DialogWindowTest, IsAnsweredByKeysAlone) {
     const Words& words = GetParam();
-    ModuleSettings expected = iterating();
+    FendraSettings expected = iterating();
     expected.maxIterations = 30;
     expected.errorValue = 0.5;
     const PORTTYPE answer = open([&] {
@@ -78,7 +78,7 @@ TEST_P(DialogWindowTest, IsAnsweredByKeysAlone) {
     EXPECT_EQ(outputPort, answer);
     EXPECT_EQ(storedAs(expected), stored(*module));
 
-    expected.method = ModuleSettings::pseudoInverse;
+    expected.method = FendraSettings::pseudoInverse;
     expected.scaling = 0;
     open([&] {
         pressAlt(words.pseudoInverse);
@@ -91,7 +91,7 @@ TEST_P(DialogWindowTest, IsAnsweredByKeysAlone) {
 
 // A radio group is one stop, at its checked radio; what is disabled is none.
 TEST_P(DialogWindowTest, TabStopsInTheOrderOfTheTemplate) {
-    iterating().applyTo(*module);
+    applySettings(iterating(), *module);
     Ids forth, back;
     open([&] {
         do {
@@ -149,7 +149,7 @@ TEST_P(DialogWindowTest, EscapeCloseBoxAndCancelChangeNothing) {
 // The message says which field, and the field has the focus afterwards, ready to be overwritten.
 TEST_P(DialogWindowTest, NamesTheFieldThatFailedAndGoesThere) {
     const std::string asItWas = storedAs(iterating());
-    iterating().applyTo(*module);
+    applySettings(iterating(), *module);
     QString field, message, selected;
     int focusAfter = 0;
     open([&] {

@@ -2,17 +2,18 @@
 
 #include "host/B_BasisModule.h"
 #include "platform/Windows1252.h"
-#include "workbench/Failure.h"
-#include "workbench/commands/Comparison.h"
-#include "workbench/commands/Progress.h"
-#include "workbench/commands/RunRecord.h"
-#include "workbench/commands/Setting.h"
-#include "workbench/commands/values.h"
-#include "workbench/files/FileStream.h"
-#include "workbench/files/SampleDigest.h"
-#include "workbench/files/SignalWriter.h"
+#include "workbench/files/disk/FileStream.h"
+#include "workbench/files/signalFiles.h"
+#include "workbench/jobs/Comparison.h"
+#include "workbench/jobs/RunRecord.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/methods/Setting.h"
+#include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
+#include "workbench/signals/SampleDigest.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/terminal/Progress.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -102,7 +103,7 @@ void FoldCommand::addGraph(CLI::App& command) {
 // The dialog cannot bring about what a run refuses here; a file can hold it.
 void FoldCommand::takeGraph(B_BasisModule& module) {
     loadGraph(module, graph);
-    settings = ModuleSettings::of(module);
+    settings = settingsOf(module);
     const std::string odd = oddSetting(settings);
     if (!odd.empty()) {
         throw Failure(
@@ -110,7 +111,7 @@ void FoldCommand::takeGraph(B_BasisModule& module) {
                         "settings",
                         inputName(graph), odd));
     }
-    const bool convolves = settings.direction == ModuleSettings::convolution;
+    const bool convolves = settings.direction == FendraSettings::convolution;
     if (convolves != (name == "convolve")) {
         throw Failure(fmt::format("{} is set to {}; run it with fendra {}", inputName(graph),
                                   Setting::named("direction").text(settings),
@@ -217,7 +218,7 @@ void FoldCommand::run() {
     const ModuleObject object = library.makeModule();
     if (graph.empty()) {
         settings.executionMode =
-            per == "packet" ? ModuleSettings::perPacket : ModuleSettings::perBlock;
+            per == "packet" ? FendraSettings::perPacket : FendraSettings::perBlock;
     } else {
         takeGraph(*object);
     }

@@ -19,7 +19,7 @@ struct FoldCommand {
     std::string method;       // "time", "spectral"
     std::string methodWords;  // as they stand on the command line: "--domain time"
     std::string graph;        // stored, which then has settings, method and per; empty: none
-    ModuleSettings settings;
+    FendraSettings settings;
     std::string per = "block";
     std::int64_t block = 0;  // 0: the whole signal is one block
     bool pad = false;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/files/SignalReader.h"
+#include "workbench/files/signalFiles.h"
 #include "workbench/module/ModuleLibrary.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "workbench/commands/MethodOptions.h"
 
-#include "workbench/commands/Setting.h"
-#include "workbench/commands/values.h"
+#include "workbench/methods/Setting.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -53,9 +53,9 @@ void MethodOptions::addSettings(CLI::App& command) {
         ->capture_default_str();
 }
 
-ModuleSettings MethodOptions::settings(const std::string& chosen) const {
-    ModuleSettings settings;
-    settings.direction = ModuleSettings::deconvolution;
+FendraSettings MethodOptions::settings(const std::string& chosen) const {
+    FendraSettings settings;
+    settings.direction = FendraSettings::deconvolution;
     settings.method = placeOf("method", chosen);
     settings.convergence = convergence;
     settings.maxIterations = maxIterations;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/module/ModuleSettings.h"
+#include "workbench/methods/FendraSettings.h"
 
 #include <cstdint>
 #include <string>
@@ -26,7 +26,7 @@ struct MethodOptions {
     void addSettings(CLI::App& command);
 
     // Settings of the module for one of the methods.
-    [[nodiscard]] ModuleSettings settings(const std::string& chosen) const;
+    [[nodiscard]] FendraSettings settings(const std::string& chosen) const;
     // The options of the method, whole, as a command line takes them.
     [[nodiscard]] std::string words() const;
 };

@@ -1,11 +1,11 @@
 #include "host/B_BasisModule.h"
-#include "workbench/Failure.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
-#include "workbench/commands/MethodComparison.h"
 #include "workbench/commands/MethodOptions.h"
-#include "workbench/commands/values.h"
-#include "workbench/files/SignalWriter.h"
+#include "workbench/files/signalFiles.h"
+#include "workbench/jobs/MethodComparison.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,5 +1,5 @@
 #include "workbench/commands/Command.h"
-#include "workbench/commands/help.h"
+#include "workbench/terminal/help.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

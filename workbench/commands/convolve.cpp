@@ -1,8 +1,8 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/FoldCommand.h"
-#include "workbench/commands/Setting.h"
-#include "workbench/commands/texts.h"
-#include "workbench/commands/values.h"
+#include "workbench/methods/Setting.h"
+#include "workbench/terminal/texts.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,8 +34,8 @@ void addConvolve(CLI::App& program) {
     command.callback([convolve] {
         convolve->method = convolve->domain;
         convolve->methodWords = "--domain " + convolve->domain;
-        convolve->settings.method = convolve->domain == "time" ? ModuleSettings::timeDomain
-                                                               : ModuleSettings::frequencyDomain;
+        convolve->settings.method = convolve->domain == "time" ? FendraSettings::timeDomain
+                                                               : FendraSettings::frequencyDomain;
         convolve->run();
     });
 }

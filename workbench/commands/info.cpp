@@ -3,7 +3,7 @@
 #include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
-#include "workbench/module/ModuleSettings.h"
+#include "workbench/module/FendraModule.h"
 #include "workbench/system/fileNames.h"
 
 #include <CLI/CLI.hpp>
@@ -81,12 +81,12 @@ static Json moduleFacts(const ModuleLibrary& library) {
     facts["languages"] = languages;
     facts["bitmap"] = library.bitmapId();
     facts["icon"] = module->GetIconID();
-    ModuleSettings settings;
+    FendraSettings settings;
     for (const auto& [name, direction] :
-         {std::pair("convolution", ModuleSettings::convolution),
-          std::pair("deconvolution", ModuleSettings::deconvolution)}) {
+         {std::pair("convolution", FendraSettings::convolution),
+          std::pair("deconvolution", FendraSettings::deconvolution)}) {
         settings.direction = direction;
-        settings.applyTo(*module);
+        applySettings(settings, *module);
         facts[fmt::format("{} inputs", name)] = ports(*module, inputPort);
         facts[fmt::format("{} outputs", name)] = ports(*module, outputPort);
     }

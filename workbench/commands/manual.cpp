@@ -1,6 +1,6 @@
 #include "workbench/commands/Command.h"
-#include "workbench/commands/help.h"
-#include "workbench/commands/texts.h"
+#include "workbench/terminal/help.h"
+#include "workbench/terminal/texts.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -2,7 +2,8 @@
 #include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
-#include "workbench/commands/Setting.h"
+#include "workbench/methods/Setting.h"
+#include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
 
 #include <CLI/CLI.hpp>
@@ -45,7 +46,7 @@ void addReport(CLI::App& program) {
         const ModuleLibrary library = report->input.library();
         const ModuleObject module = library.makeModule();
         loadGraph(*module, report->graph);
-        fmt::print("{}", report->json ? settingsJson(ModuleSettings::of(*module)).dump(2) + "\n"
+        fmt::print("{}", report->json ? settingsJson(settingsOf(*module)).dump(2) + "\n"
                                       : reportOf(*module));
     });
 }

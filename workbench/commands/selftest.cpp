@@ -1,8 +1,8 @@
 #include "kernels/contract/trial.h"
-#include "workbench/Failure.h"
 #include "workbench/commands/Command.h"
-#include "workbench/commands/values.h"
-#include "workbench/files/SampleDigest.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/signals/SampleDigest.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,16 +1,17 @@
 #include "host/B_BasisModule.h"
 #include "platform/CDialog.h"
-#include "workbench/Failure.h"
 #include "workbench/commands/Command.h"
-#include "workbench/commands/DialogTyper.h"
 #include "workbench/commands/InputOptions.h"
-#include "workbench/commands/values.h"
-#include "workbench/files/OutputFile.h"
-#include "workbench/files/Printable.h"
+#include "workbench/desktop/DialogTyper.h"
+#include "workbench/desktop/WindowLibrary.h"
+#include "workbench/desktop/display.h"
+#include "workbench/files/disk/OutputFile.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
+#include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
 #include "workbench/system/fileNames.h"
-#include "workbench/window/WindowLibrary.h"
-#include "workbench/window/display.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -78,7 +79,7 @@ void SettingsCommand::edit(Desktop& desktop) const {
     }
     if (observer.accepted) {
         storeGraph(*module, graph, exists);
-        fmt::print("{}: {}\n", printable(graph), settingsLine(ModuleSettings::of(*module)));
+        fmt::print("{}: {}\n", printable(graph), settingsLine(settingsOf(*module)));
     }
 }
 

@@ -3,7 +3,7 @@
 #include "host/B_BasisModule.h"
 #include "platform/ResourceChain.h"
 #include "platform/Windows1252.h"
-#include "workbench/Failure.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>

@@ -2,9 +2,10 @@
 
 #include "host/B_BasisModule.h"
 #include "platform/Windows1252.h"
-#include "workbench/Failure.h"
-#include "workbench/files/SignalReader.h"
-#include "workbench/module/valueCount.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/module/FendraModule.h"
+#include "workbench/signals/SignalReader.h"
+#include "workbench/signals/valueCount.h"
 #include "workbench/system/systemMemory.h"
 
 #include <fmt/format.h>
@@ -17,7 +18,7 @@
 static constexpr int moreFollow = 1, lastBlock = 2;
 
 static bool isPacket(const RunPlan& plan) {
-    return plan.settings.executionMode == ModuleSettings::perPacket;
+    return plan.settings.executionMode == FendraSettings::perPacket;
 }
 
 ModuleRun::ModuleRun(B_BasisModule& driven, SignalReader& firstReader, SignalReader& secondReader,
@@ -29,7 +30,7 @@ ModuleRun::ModuleRun(B_BasisModule& driven, SignalReader& firstReader, SignalRea
       roundCount(std::max(first.rounds(), second.rounds())) {
     checkPairing();
     checkSize();
-    plan.settings.applyTo(module);
+    applySettings(plan.settings, module);
     module.DeleteStreams();
     module.SetInputStream(0, inputs.data());
     module.SetInputStream(1, inputs.data() + 1);
@@ -79,7 +80,7 @@ void ModuleRun::checkSize() const {
                         first.reader.info().path, second.reader.info().path,
                         std::numeric_limits<std::int32_t>::max()));
     }
-    if (!plan.settings.reportsNumbers() || plan.settings.method != ModuleSettings::pseudoInverse) {
+    if (!plan.settings.reportsNumbers() || plan.settings.method != FendraSettings::pseudoInverse) {
         return;
     }
     constexpr double gigabyte = 1e9;
@@ -109,23 +110,23 @@ std::int64_t ModuleRun::resultLength(std::int64_t round) const {
     if (!plan.pad || plan.settings.reportsNumbers()) {
         return std::max(firstLength, secondLength);
     }
-    const bool lags = plan.settings.direction == ModuleSettings::convolution &&
-                      plan.settings.method == ModuleSettings::timeDomain;
+    const bool lags = plan.settings.direction == FendraSettings::convolution &&
+                      plan.settings.method == FendraSettings::timeDomain;
     return firstLength + secondLength - (lags ? 0 : 1);
 }
 
 double ModuleRun::work() const {
-    const ModuleSettings& settings = plan.settings;
-    const bool convolution = settings.direction == ModuleSettings::convolution;
+    const FendraSettings& settings = plan.settings;
+    const bool convolution = settings.direction == FendraSettings::convolution;
     double total = 0.0;
     for (std::int64_t round = 0; round < roundCount; ++round) {
         const auto length = static_cast<double>(resultLength(round));
-        if (convolution && settings.method == ModuleSettings::timeDomain) {
+        if (convolution && settings.method == FendraSettings::timeDomain) {
             total +=
                 length * static_cast<double>(std::min(first.length(round), second.length(round)));
-        } else if (!convolution && settings.method == ModuleSettings::vanCittert) {
+        } else if (!convolution && settings.method == FendraSettings::vanCittert) {
             total += 2.0 * settings.maxIterations * length * length;
-        } else if (!convolution && settings.method == ModuleSettings::pseudoInverse) {
+        } else if (!convolution && settings.method == FendraSettings::pseudoInverse) {
             total += length * length * length / 3.0;
         }
     }
@@ -157,7 +158,7 @@ void ModuleRun::drive(const Deliver& deliver, const Progress& progress) {
 }
 
 void ModuleRun::checkKernel(std::int64_t round) const {
-    if (plan.settings.direction == ModuleSettings::convolution) {
+    if (plan.settings.direction == FendraSettings::convolution) {
         return;
     }
     for (int channel = 0; channel < second.channels(); ++channel) {

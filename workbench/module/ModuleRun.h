@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/BlockStream.h"
-#include "workbench/module/BlockSource.h"
-#include "workbench/module/ModuleSettings.h"
+#include "workbench/methods/FendraSettings.h"
+#include "workbench/signals/BlockSource.h"
 
 #include <array>
 #include <cstdint>
@@ -14,7 +14,7 @@ class B_BasisModule;
 
 // How two signals are cut and paired.
 struct RunPlan {
-    ModuleSettings settings;
+    FendraSettings settings;
     std::int64_t blockLength = 0;  // samples in a block; 0: the whole signal is one block
     bool pad = false;              // zeros appended, see ModuleRun
 };

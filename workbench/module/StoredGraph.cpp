@@ -2,9 +2,9 @@
 
 #include "host/B_BasisModule.h"
 #include "platform/CArchiveException.h"
-#include "workbench/Failure.h"
-#include "workbench/files/FileStream.h"
-#include "workbench/files/OutputFile.h"
+#include "workbench/files/disk/FileStream.h"
+#include "workbench/files/disk/OutputFile.h"
+#include "workbench/messages/Failure.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #include "workbench/window/Application.h"
 
 #include "platform/ResourceChain.h"
-#include "workbench/Failure.h"
+#include "workbench/messages/Failure.h"
 
 #include <QFontInfo>
 #include <QLibraryInfo>

@@ -1,7 +1,7 @@
 #include "workbench/window/PictureDesktop.h"
 
 #include "platform/DialogResource.h"
-#include "workbench/Failure.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/window/DialogWindow.h"
 #include "workbench/window/text.h"
 

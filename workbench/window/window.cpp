@@ -1,5 +1,4 @@
-#include "workbench/window/window.h"
-
+#include "workbench/desktop/windowExports.h"
 #include "workbench/window/PictureDesktop.h"
 #include "workbench/window/WindowDesktop.h"
 

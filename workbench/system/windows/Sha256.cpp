@@ -1,6 +1,6 @@
 #include "workbench/system/Sha256.h"
 
-#include "workbench/Failure.h"
+#include "workbench/messages/Failure.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -1,6 +1,6 @@
 #include "workbench/system/SharedLibrary.h"
 
-#include "workbench/Failure.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>

@@ -1,0 +1,57 @@
+# Include rights: what a layer may include compiles, what it may not is not found. A row is a layer, a
+# header of it, and the layers that it may include beside itself.
+set(rows
+  "platform CString"
+  "host B_BasisModule platform"
+  "resources resources platform"
+  "kernels convolution"
+  "transform FourierTransform kernels"
+  "matrix SquareMatrix kernels"
+  "signal FoldEngine matrix transform kernels"
+  "frame FoldModule host platform resources signal"
+  "workbench/messages Failure"
+  "workbench/system Console workbench/messages"
+  "workbench/signals SignalReader workbench/messages workbench/system"
+  "workbench/files/disk OutputFile workbench/messages workbench/system"
+  "workbench/files/text TextReader workbench/messages workbench/system workbench/signals workbench/files/disk"
+  "workbench/files/audio audio workbench/messages workbench/system workbench/signals workbench/files/disk"
+  "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio"
+  "workbench/methods Setting workbench/messages"
+  "workbench/module ModuleRun host platform workbench/messages workbench/system workbench/signals workbench/files/disk workbench/methods"
+  "workbench/jobs RunRecord workbench/terminal host platform transform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module"
+  "workbench/terminal help host platform kernels workbench/messages workbench/system workbench/signals workbench/methods workbench/module"
+  "workbench/desktop windowExports platform workbench/messages workbench/system workbench/methods"
+  "workbench/commands Command host platform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
+  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/files/disk")
+
+foreach(row IN LISTS rows)
+  separate_arguments(words UNIX_COMMAND ${row})
+  list(POP_FRONT words layer header)
+  list(APPEND layers ${layer})
+  set(header_${layer} ${layer}/${header}.h)
+  set(rights_${layer} ${layer} ${words})
+endforeach()
+foreach(layer IN LISTS layers)
+  string(REPLACE "/" "_" target ${layer})
+  if(layer STREQUAL "workbench/window")
+    set(target fendra_window)
+    if(NOT TARGET ${target})
+      continue()
+    endif()
+  endif()
+  set(lines "")
+  foreach(other IN LISTS layers)
+    set(header ${header_${other}})
+    if(other IN_LIST rights_${layer})
+      string(APPEND lines "#if !__has_include(\"${header}\")\n#error does not find ${header}\n#endif\n")
+    else()
+      string(APPEND lines "#if __has_include(\"${header}\")\n#error may not find ${header}\n#endif\n")
+    endif()
+  endforeach()
+  set(probe ${CMAKE_CURRENT_BINARY_DIR}/rights/${target}.cpp)
+  file(CONFIGURE OUTPUT ${probe} CONTENT "${lines}")
+  add_test(NAME rights.${layer}
+    COMMAND ${CMAKE_CXX_COMPILER} -std=c++20 -fsyntax-only
+      "-I$<JOIN:$<TARGET_PROPERTY:${target},INCLUDE_DIRECTORIES>,;-I>" ${probe}
+    COMMAND_EXPAND_LISTS)
+endforeach()

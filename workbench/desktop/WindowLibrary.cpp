@@ -1,0 +1,40 @@
+#include "workbench/desktop/WindowLibrary.h"
+
+#include "workbench/desktop/display.h"
+#include "workbench/desktop/windowExports.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/system/fileNames.h"
+
+#include <fmt/format.h>
+
+static SharedLibrary loadWindow() {
+    const std::filesystem::path file = SharedLibrary::besideProgram("fendra-window");
+    if (!std::filesystem::is_regular_file(file)) {
+        throw Failure(fmt::format(
+            "{} is not there: fendra was built without Qt 6, which it takes; set values with --set",
+            nameOf(file)));
+    }
+    try {
+        return SharedLibrary(file);
+    } catch (const Failure&) {  // speaks of modules
+        throw Failure(fmt::format(
+            "{} cannot be loaded: install libqt6widgets6, or set values with --set", nameOf(file)));
+    }
+}
+
+WindowLibrary::WindowLibrary() : library(loadWindow()) {}
+
+std::unique_ptr<Desktop> WindowLibrary::windowDesktop() const {
+    if (!displayAvailable()) {
+        throw Failure("there is no display to open a window on; set values with --set");
+    }
+    const auto make =
+        reinterpret_cast<decltype(&makeWindowDesktop)>(library.symbol("makeWindowDesktop"));
+    return std::unique_ptr<Desktop>(make());
+}
+
+std::unique_ptr<Desktop> WindowLibrary::pictureDesktop(const std::string& file) const {
+    const auto make =
+        reinterpret_cast<decltype(&makePictureDesktop)>(library.symbol("makePictureDesktop"));
+    return std::unique_ptr<Desktop>(make(file.c_str()));
+}

@@ -1,0 +1,120 @@
+#include "workbench/files/audio/AudioReader.h"
+
+#include "workbench/files/audio/AudioExtent.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+static std::string formatName(int format) {
+    static constexpr std::array containers = {
+        std::pair{SF_FORMAT_WAV, "WAV"},   std::pair{SF_FORMAT_WAVEX, "WAV"},
+        std::pair{SF_FORMAT_W64, "W64"},   std::pair{SF_FORMAT_RF64, "RF64"},
+        std::pair{SF_FORMAT_AIFF, "AIFF"}, std::pair{SF_FORMAT_FLAC, "FLAC"}};
+    static constexpr std::array encodings = {
+        std::pair{SF_FORMAT_PCM_S8, "8-bit PCM"},   std::pair{SF_FORMAT_PCM_U8, "8-bit PCM"},
+        std::pair{SF_FORMAT_PCM_16, "16-bit PCM"},  std::pair{SF_FORMAT_PCM_24, "24-bit PCM"},
+        std::pair{SF_FORMAT_PCM_32, "32-bit PCM"},  std::pair{SF_FORMAT_FLOAT, "32-bit float"},
+        std::pair{SF_FORMAT_DOUBLE, "64-bit float"}};
+    const auto nameIn = [](const auto& table, int key) {
+        const auto* found = std::find_if(table.begin(), table.end(),
+                                         [key](const auto& entry) { return entry.first == key; });
+        return found == table.end() ? "compressed" : found->second;
+    };
+    return fmt::format("{}, {}", nameIn(containers, format & SF_FORMAT_TYPEMASK),
+                       nameIn(encodings, format & SF_FORMAT_SUBMASK));
+}
+
+static bool isPcm(int format) {
+    switch (format & SF_FORMAT_SUBMASK) {
+        case SF_FORMAT_PCM_S8:
+        case SF_FORMAT_PCM_U8:
+        case SF_FORMAT_PCM_16:
+        case SF_FORMAT_PCM_24:
+        case SF_FORMAT_PCM_32:
+            return true;
+        default:
+            return false;
+    }
+}
+
+AudioReader::AudioReader(FileHandle audio, const std::string& path, const ReadOptions& options)
+    : file(std::move(audio)) {
+    facts.path = path;
+    const std::optional<AudioExtent> extent = findAudioExtent(file.get());
+    const SF_INFO header = openFromStart();
+    if (extent && extent->promised > extent->present) {
+        throw Failure(fmt::format(
+            "{} is cut off: its header promises {} bytes of samples, {} are there; copy it again",
+            printable(path), extent->promised, extent->present));
+    }
+    facts.format = formatName(header.format);
+    facts.channels = header.channels;
+    facts.rate = std::max(header.samplerate, 0);
+    // Integers are finite, and an extent tells that all are there: no need to look at each.
+    if (extent && isPcm(header.format) && header.frames > 0) {
+        facts.samples = header.frames;
+    } else {
+        scan(header.frames, options.allowNonfinite);
+    }
+}
+
+// Counts the samples and looks at every value; promised may be SF_COUNT_MAX, for not known.
+void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
+    const std::int64_t channels = facts.channels;
+    const std::int64_t capacity = std::max<std::int64_t>(1, 16384 / channels);
+    std::vector<double> block(static_cast<std::size_t>(capacity * channels));
+    while (const std::int64_t got = sf_readf_double(sound.get(), block.data(), capacity)) {
+        const double* end = block.data() + got * channels;
+        const double* odd = std::find_if(static_cast<const double*>(block.data()), end,
+                                         [](double v) { return !std::isfinite(v); });
+        if (odd != end && !allowNonfinite) {
+            const std::int64_t index = odd - block.data();
+            throw Failure(
+                fmt::format("{}, sample {}, channel {}: {} is not a finite number; use "
+                            "--allow-nonfinite to let "
+                            "it through",
+                            printable(facts.path), facts.samples + index / channels + 1,
+                            index % channels + 1, *odd));
+        }
+        facts.samples += got;
+    }
+    if (facts.samples < promised && promised != SF_COUNT_MAX) {
+        throw Failure(fmt::format(
+            "{} is cut off: its header promises {} samples, {} can be read; copy it again",
+            printable(facts.path), promised, facts.samples));
+    }
+    if (facts.samples == 0) {
+        throw Failure(
+            fmt::format("{} holds no samples; choose another file", printable(facts.path)));
+    }
+    openFromStart();
+}
+
+// There are encodings in which the library cannot seek, not even to the start.
+SF_INFO AudioReader::openFromStart() {
+    sound.reset();
+    std::rewind(file.get());
+    SF_INFO header = {};
+    sound = openSound(file.get(), SFM_READ, header);
+    if (sound == nullptr) {
+        throw Failure(fmt::format("{}: the audio cannot be read ({}); save it anew as WAV or FLAC",
+                                  printable(facts.path), printable(sf_strerror(nullptr), 100)));
+    }
+    return header;
+}
+
+std::int64_t AudioReader::read(double* interleaved, std::int64_t count) {
+    count = std::min(count, facts.samples - position);
+    if (sf_readf_double(sound.get(), interleaved, count) != count) {
+        throw Failure(
+            fmt::format("{} has changed while it was read; start again", printable(facts.path)));
+    }
+    position += count;
+    return count;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "workbench/files/audio/SoundStream.h"
+#include "workbench/files/audio/audio.h"
+#include "workbench/files/disk/OutputFile.h"
+#include "workbench/signals/SignalWriter.h"
+
+// How the samples of an audio file are laid down.
+struct AudioFormat {
+    // Failure if the container cannot hold the signal in this encoding, or its rate.
+    AudioFormat(const std::string& name, AudioContainer container, Encoding encoding,
+                const ResultInfo& info);
+
+    SF_INFO header = {};
+    int integerBits = 0;  // 0: floating point
+    bool narrow = false;  // floating point of 32 bits
+};
+
+// Audio through libsndfile. The notes of the result have no place in it.
+class AudioWriter final : public SignalWriter {
+public:
+    AudioWriter(const std::string& path, bool replace, AudioContainer container, Encoding encoding,
+                const ResultInfo& info);
+
+    void write(const double* interleaved, std::int64_t count) override;
+    void finish(const std::vector<std::string>& closingNotes) override;
+
+private:
+    bool fits(double value) const;
+    void writeBlock(const double* values, std::size_t count);
+    void checkStream(bool allDone);
+
+    std::string name;          // for messages
+    AudioFormat format;        // made, and found possible, before the file
+    double fullScale;          // of an integer
+    std::int64_t written = 0;  // values
+    std::vector<int> integers;
+    OutputFile output;
+    FileHandle spool;   // takes the audio for an output that cannot be sought in
+    SoundHandle sound;  // ends before the file that it writes to
+};

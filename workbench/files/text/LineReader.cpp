@@ -1,0 +1,82 @@
+#include "workbench/files/text/LineReader.h"
+
+#include "workbench/files/disk/FileStream.h"
+#include "workbench/messages/Failure.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+static constexpr std::size_t longestLine = std::size_t{1} << 20;
+static constexpr std::size_t blockLength = std::size_t{1} << 16;
+
+LineReader::LineReader(std::FILE* text, std::string displayName)
+    : file(text), name(std::move(displayName)), buffer(blockLength) {}
+
+bool LineReader::next(std::string_view& line) {
+    while (nextRaw(line)) {
+        const std::size_t first = line.find_first_not_of(" \t");
+        if (first != std::string_view::npos && line[first] != '#') {
+            return true;
+        }
+    }
+    return false;
+}
+
+void LineReader::rewind() {
+    std::rewind(file);
+    begin = end = 0;
+    ended = false;
+    lineNumber = 0;
+}
+
+bool LineReader::nextRaw(std::string_view& line) {
+    ++lineNumber;
+    const void* found = nullptr;
+    std::size_t searched = 0;
+    while (true) {
+        found = std::memchr(buffer.data() + begin + searched, '\n', end - begin - searched);
+        searched = end - begin;
+        if (found != nullptr || ended || searched > longestLine) {
+            break;
+        }
+        fill();
+    }
+    if (found == nullptr && begin == end) {
+        return false;
+    }
+    const char* start = buffer.data() + begin;
+    const std::size_t length =
+        found == nullptr ? end - begin
+                         : static_cast<std::size_t>(static_cast<const char*>(found) - start);
+    if (length > longestLine) {
+        throw Failure(fmt::format("{}, line {}: longer than 1 MiB; write one line per sample", name,
+                                  lineNumber));
+    }
+    begin += length + (found == nullptr ? 0 : 1);
+    line = std::string_view(start, length);
+    if (line.ends_with('\r')) {
+        line.remove_suffix(1);
+    }
+    if (lineNumber == 1 && line.starts_with("\xef\xbb\xbf")) {
+        line.remove_prefix(3);
+    }
+    return true;
+}
+
+// Appends to what is left in the buffer, which grows with the longest line.
+void LineReader::fill() {
+    std::memmove(buffer.data(), buffer.data() + begin, end - begin);
+    end -= begin;
+    begin = 0;
+    buffer.resize(std::max(buffer.size(), end + blockLength));
+    const std::size_t got = std::fread(buffer.data() + end, 1, blockLength, file);
+    if (std::ferror(file) != 0) {
+        throw Failure(
+            fmt::format("cannot read {}: {}; copy it to another place first", name, errorText()));
+    }
+    end += got;
+    ended = got < blockLength;
+}

@@ -1,0 +1,105 @@
+#include "workbench/files/text/TextWriter.h"
+
+#include "workbench/files/text/NumberText.h"
+#include "workbench/messages/Printable.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+static constexpr std::size_t blockLength = std::size_t{1} << 16;
+
+// A name as a header cell: in quotes where it could be taken for several cells, a number, a comment
+// or a byte-order mark.
+static std::string headerCell(const std::string& name) {
+    std::string cell = printable(name);
+    double ignored = 0.0;
+    if (!cell.empty() && cell.find_first_of("\t;, \"#") == std::string::npos &&
+        !cell.starts_with("\xef\xbb\xbf") &&
+        readNumber(cell, true, ignored) == NumberKind::notANumber) {
+        return cell;
+    }
+    for (std::size_t i = 0; (i = cell.find('"', i)) != std::string::npos; i += 2) {
+        cell.insert(i, 1, '"');
+    }
+    return '"' + cell + '"';
+}
+
+static std::vector<std::string> columnNames(const ResultInfo& info) {
+    std::vector<std::string> names;
+    if (info.rate > 0.0) {
+        names.emplace_back("t_s");
+    } else if (info.axis) {
+        names.push_back(info.axis->name);
+    }
+    if (info.columnNames.size() == static_cast<std::size_t>(info.channels)) {
+        names.insert(names.end(), info.columnNames.begin(), info.columnNames.end());
+    } else {
+        for (int i = 1; i <= info.channels; ++i) {
+            names.push_back(info.channels == 1 ? "signal" : fmt::format("signal_{}", i));
+        }
+    }
+    return names;
+}
+
+TextWriter::TextWriter(const std::string& path, bool replace, char columnSeparator,
+                       const ResultInfo& info)
+    : output(path, replace),
+      separator(columnSeparator),
+      channels(info.channels),
+      rate(info.rate),
+      start(info.axis && (info.axis->time || !(info.rate > 0.0)) ? info.axis->start : 0.0),
+      step(info.axis ? info.axis->step : 0.0) {
+    writeNotes(info.notes);
+    for (const std::string& name : columnNames(info)) {
+        text += headerCell(name);
+        text += separator;
+    }
+    text.back() = '\n';
+}
+
+void TextWriter::writeNotes(const std::vector<std::string>& notes) {
+    for (const std::string& note : notes) {
+        text += fmt::format("# {}\n", printable(note));
+    }
+}
+
+// std::to_chars gives the shortest digits that read back exactly.
+void TextWriter::appendNumber(double value) {
+    std::array<char, 32> digits = {};
+    const std::to_chars_result end = std::to_chars(digits.begin(), digits.end(), value);
+    text.append(digits.data(), end.ptr);
+    text += separator;
+}
+
+// A division, since the step is seldom exact: sample 1 at 360 Hz stands at 0.002777777777777778.
+void TextWriter::appendAxis() {
+    const auto i = static_cast<double>(position);
+    if (rate > 0.0) {
+        appendNumber(start + i / rate);
+    } else if (step > 0.0) {
+        appendNumber(start + i * step);
+    }
+}
+
+void TextWriter::write(const double* interleaved, std::int64_t count) {
+    for (; count > 0; --count, ++position) {
+        appendAxis();
+        for (int channel = 0; channel < channels; ++channel) {
+            appendNumber(*interleaved++);
+        }
+        text.back() = '\n';
+        if (text.size() >= blockLength) {
+            output.write(text);
+            text.clear();
+        }
+    }
+}
+
+void TextWriter::finish(const std::vector<std::string>& closingNotes) {
+    writeNotes(closingNotes);
+    output.write(text);
+    output.commit();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "workbench/files/disk/OutputFile.h"
+#include "workbench/signals/SignalWriter.h"
+
+// Text columns, as TextReader reads them: every double comes back as it was.
+class TextWriter final : public SignalWriter {
+public:
+    TextWriter(const std::string& path, bool replace, char columnSeparator, const ResultInfo& info);
+
+    void write(const double* interleaved, std::int64_t count) override;
+    void finish(const std::vector<std::string>& closingNotes) override;
+
+private:
+    void writeNotes(const std::vector<std::string>& notes);
+    void appendAxis();
+    void appendNumber(double value);
+
+    OutputFile output;
+    char separator;
+    int channels;
+    double rate, start, step;  // sample i stands at start + i / rate, or else at start + i step
+    std::int64_t position = 0;
+    std::string text;  // lines on their way to the file
+};

@@ -1,0 +1,69 @@
+#include "workbench/signals/BlockSource.h"
+
+#include "workbench/messages/Failure.h"
+#include "workbench/signals/SignalReader.h"
+#include "workbench/signals/valueCount.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+
+static constexpr std::int64_t longestSignal = std::numeric_limits<std::int32_t>::max();
+static constexpr std::int64_t pieceLength = 65536;
+
+BlockSource::BlockSource(SignalReader& signalReader, std::int64_t blockLength, bool packet)
+    : reader(signalReader), shares(static_cast<std::size_t>(signalReader.info().channels)) {
+    const std::int64_t samples = reader.info().samples;
+    block = blockLength == 0 ? samples : std::min(blockLength, samples);
+    shareLength = packet ? samples : block;
+    roundCount = (samples + shareLength - 1) / shareLength;
+    if (shareLength > longestSignal) {
+        throw Failure(
+            fmt::format("{} has {} samples, and a module takes at most {} at once; cut it with "
+                        "--per block --block N",
+                        reader.info().path, samples, longestSignal));
+    }
+}
+
+int BlockSource::channels() const {
+    return reader.info().channels;
+}
+
+std::int64_t BlockSource::length(std::int64_t round) const {
+    if (roundCount == 1) {
+        return shareLength;
+    }
+    return std::min(shareLength, reader.info().samples - round * shareLength);
+}
+
+void BlockSource::advance() {
+    if (position > 0 && roundCount == 1) {
+        return;
+    }
+    const std::int64_t samples = length(position++);
+    for (std::vector<double>& share : shares) {
+        share.resize(static_cast<std::size_t>(samples));
+    }
+    std::vector<double> interleaved(valueCount(std::min(samples, pieceLength), std::ssize(shares)));
+    for (std::int64_t done = 0; done < samples;) {
+        const std::int64_t got =
+            reader.read(interleaved.data(), std::min(samples - done, pieceLength));
+        if (got == 0) {
+            throw Failure(fmt::format("{} ended early: it has changed since it was opened",
+                                      reader.info().path));
+        }
+        for (std::size_t c = 0; c < shares.size(); ++c) {
+            for (std::int64_t i = 0; i < got; ++i) {
+                shares[c][static_cast<std::size_t>(done + i)] =
+                    interleaved[static_cast<std::size_t>(i) * shares.size() + c];
+            }
+        }
+        done += got;
+    }
+}
+
+const std::vector<double>& BlockSource::share(int channel) const {
+    return shares[shares.size() == 1 ? 0 : static_cast<std::size_t>(channel)];
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "workbench/signals/SignalAxis.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+struct SignalInfo {
+    std::string path;                // "standard input" for "-"
+    std::string format;              // "WAV, 16-bit PCM", "text"
+    int channels = 0;                // at least 1
+    std::int64_t samples = 0;        // per channel, at least 1
+    double rate = 0.0;               // Hz; 0: not known
+    std::optional<SignalAxis> axis;  // of a text file of two samples or more
+    std::vector<std::string> names;  // of the channels; empty without a header line
+};
+
+struct ReadOptions {
+    bool allowNonfinite = false;  // NaN and infinity are samples like any other
+    bool axis = true;             // a text file's first column may be an axis
+};
+
+// A signal on disk, read from its first sample to its last in constant memory.
+class SignalReader {
+public:
+    virtual ~SignalReader() = default;
+
+    const SignalInfo& info() const { return facts; }
+
+    // Reads up to count samples of every channel, interleaved: count times channels values.
+    // Returns how many samples; fewer only at the end, 0 after it. Failure if the file has changed
+    // since it was opened.
+    virtual std::int64_t read(double* interleaved, std::int64_t count) = 0;
+
+protected:
+    SignalInfo facts;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "workbench/signals/SignalAxis.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// How an audio file holds its samples. Integers have their full scale at 1.0. automatic is float64,
+// in FLAC pcm24.
+enum class Encoding { automatic, pcm16, pcm24, pcm32, float32, float64 };
+
+struct ResultInfo {
+    int channels = 1;
+    std::int64_t samples = 0;              // per channel, as far as known beforehand
+    double rate = 0.0;                     // Hz; 0: not known
+    std::optional<SignalAxis> axis;        // with a rate only the start of a time axis counts
+    std::vector<std::string> columnNames;  // one a channel; else "signal" or "signal_1", ...
+    std::vector<std::string> notes;        // comment lines at the head of a text
+};
+
+// A signal being written. It takes its place on disk with finish; a writer that ends without it
+// leaves nothing. After a Failure it can only be destroyed.
+class SignalWriter {
+public:
+    virtual ~SignalWriter() = default;
+
+    // The next count samples of every channel, interleaved. Failure if the disk is full, or if a
+    // value does not fit the encoding: none is clipped.
+    virtual void write(const double* interleaved, std::int64_t count) = 0;
+
+    // Puts the notes, as lines of comment, at the end of a text, and the file in its place.
+    virtual void finish(const std::vector<std::string>& closingNotes) = 0;
+};

@@ -1,0 +1,128 @@
+#include "workbench/terminal/help.h"
+
+#include "workbench/terminal/texts.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <cstddef>
+#include <sstream>
+
+std::string summary(const CLI::App& command) {
+    const std::string text = command.get_description();
+    return text.substr(0, text.find('\n'));
+}
+
+std::string details(const CLI::App& command) {
+    const std::string text = command.get_description();
+    const std::size_t lineFeed = text.find('\n');
+    return lineFeed == std::string::npos ? "" : text.substr(lineFeed + 1);
+}
+
+std::vector<std::string> optionNames(const CLI::Option& option) {
+    std::vector<std::string> names;
+    for (const std::string& name : option.get_snames()) {
+        names.push_back("-" + name);
+    }
+    for (const std::string& name : option.get_lnames()) {
+        names.push_back("--" + name);
+    }
+    return names;
+}
+
+// The description of the option's validator, {time,frequency}, is where they stand.
+std::vector<std::string> choices(const CLI::Option& option) {
+    const std::string type = option.get_type_name();
+    const std::size_t open = type.find('{'), close = type.find('}');
+    if (open == std::string::npos || close == std::string::npos) {
+        return {};
+    }
+    return CLI::detail::split(type.substr(open + 1, close - open - 1), ',');
+}
+
+std::string term(const CLI::Option& option) {
+    if (option.get_positional()) {
+        return option.get_name(true);
+    }
+    const std::string type = option.get_type_name(), name = type.substr(0, type.find(':'));
+    const std::string value =
+        name.empty() ? fmt::format("{}", fmt::join(choices(option), "|")) : name;
+    return fmt::format("{}{}{}", fmt::join(optionNames(option), ", "), value.empty() ? "" : " ",
+                       value);
+}
+
+std::string explanation(const CLI::Option& option) {
+    const std::string standard = option.get_default_str();
+    return option.get_description() +
+           (standard.empty() ? "" : fmt::format(" (default: {})", standard));
+}
+
+// Words filled into lines of 80 columns that begin at an indent; the first line is taken to have
+// been begun already.
+static std::string filled(const std::string& text, std::size_t indent) {
+    constexpr std::size_t width = 80;
+    std::string result;
+    std::size_t column = indent;
+    std::istringstream words(text);
+    for (std::string word; words >> word; column += word.size()) {
+        if (column > indent && column + 1 + word.size() > width) {
+            result += "\n" + std::string(indent, ' ');
+            column = indent;
+        } else if (column > indent) {
+            result += " ";
+            ++column;
+        }
+        result += word;
+    }
+    return result;
+}
+
+static std::string entry(const std::string& left, const std::string& right) {
+    constexpr std::size_t indent = 20;
+    const bool fits = left.size() + 4 <= indent;
+    return fmt::format(
+        "  {}{}{}\n", left,
+        fits ? std::string(indent - 2 - left.size(), ' ') : "\n" + std::string(indent, ' '),
+        filled(right, indent));
+}
+
+static std::string optionEntries(const CLI::App& command, bool positional) {
+    std::string text;
+    for (const CLI::Option* option : command.get_options()) {
+        if (option->get_positional() == positional) {
+            text += entry(term(*option), explanation(*option));
+        }
+    }
+    return text;
+}
+
+static std::string usage(const CLI::App& command) {
+    std::string line =
+        "fendra " + (command.get_parent() == nullptr ? "COMMAND" : command.get_name());
+    for (const CLI::Option* option : command.get_options()) {
+        if (option->get_positional()) {
+            const std::string name = option->get_name(true);
+            line += option->get_required() ? " " + name : " [" + name + "]";
+        }
+    }
+    return "Usage: " + line + " [OPTION...]\n";
+}
+
+std::string Help::make_help(const CLI::App* command, std::string /*name*/,
+                            CLI::AppFormatMode /*mode*/) const {
+    std::string text =
+        fmt::format("Examples:\n{}\n{}\n{}\n", command->get_footer(), usage(*command),
+                    filled(summary(*command) + " " + details(*command), 0));
+    const std::string arguments = optionEntries(*command, true);
+    text += arguments.empty() ? "" : "\nArguments:\n" + arguments;
+    text += "\nOptions:\n" + optionEntries(*command, false);
+    if (command->get_parent() != nullptr) {
+        return text;
+    }
+    text += "\nCommands:\n";
+    for (const CLI::App* subcommand : command->get_subcommands({})) {
+        text += entry(subcommand->get_name(), summary(*subcommand));
+    }
+    return text + fmt::format("\nFiles: {}\n\nExit status: {}\n", filled(filesText, 0),
+                              filled(exitText, 0));
+}
