@@ -51,22 +51,28 @@ function(fendra_show name folder)
   endif()
 endfunction()
 
-# fendra_rows(TARGET TYPE HEADER ROW...): a table whose rows are constants, each named as the source
-# that defines it, in their order. The header declares TYPE with its static operation all(), which gives
-# pointers to them. So a row is added by its source and its name here.
+# fendra_rows(TARGET TYPE HEADER ROW...): a table whose rows are constants. The source spectral.cpp of a
+# row spectral defines spectralMethod, where TYPE is Method; the header declares TYPE with its static
+# operation all(), which gives pointers to the rows in the order named here. So a row is added by its
+# source and by its name here.
 function(fendra_rows target type header)
-  list(TRANSFORM ARGN APPEND ".cpp" OUTPUT_VARIABLE sources)
-  list(TRANSFORM ARGN PREPEND "extern const ${type} " OUTPUT_VARIABLE declarations)
-  list(TRANSFORM ARGN PREPEND "&" OUTPUT_VARIABLE rows)
-  list(JOIN declarations ";\n" declarations)
-  list(JOIN rows ", " rows)
+  set(sources ${ARGN})
+  list(TRANSFORM sources APPEND ".cpp")
+  set(declarations "")
+  set(rows "")
+  foreach(row IN LISTS ARGN)
+    cmake_path(GET row FILENAME name)
+    string(APPEND declarations "extern const ${type} ${name}${type};\n")
+    list(APPEND rows "&${name}${type}")
+  endforeach()
+  list(JOIN rows ",\n        " rows)
   set(table ${CMAKE_CURRENT_BINARY_DIR}/${type}Rows.cpp)
-  file(CONFIGURE OUTPUT ${table} CONTENT "#include \"${header}\"
+  file(CONFIGURE OUTPUT ${table} CONTENT "#include \"@header@\"
 
-${declarations};
-
-const std::vector<const ${type}*>& ${type}::all() {
-    static const std::vector<const ${type}*> rows = {${rows}};
+@declarations@
+const std::vector<const @type@*>& @type@::all() {
+    static const std::vector<const @type@*> rows = {
+        @rows@};
     return rows;
 }
 " @ONLY)

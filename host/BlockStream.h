@@ -9,7 +9,11 @@
 
 // What stands before the samples of a block.
 struct BlockHeader {
-    std::int32_t marker;  // travels with the block; 2: the last one
+    // Markers of a signal that comes in several blocks. Any other number is a marker, too.
+    static constexpr std::int32_t moreFollow = 1;
+    static constexpr std::int32_t last = 2;
+
+    std::int32_t marker;  // travels with the block
     std::int32_t count;   // samples
 };
 

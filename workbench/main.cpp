@@ -2,64 +2,24 @@
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/system/Console.h"
+#include "workbench/terminal/complaint.h"
 #include "workbench/terminal/help.h"
-#include "workbench/terminal/suggestion.h"
 #include "workbench/terminal/texts.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <exception>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
-
-static std::vector<std::string> commandNames(const CLI::App& program) {
-    std::vector<std::string> names;
-    for (const CLI::App* command : program.get_subcommands({})) {
-        names.push_back(command->get_name());
-    }
-    return names;
-}
-
-static std::vector<std::string> allOptionNames(const CLI::App& command) {
-    std::vector<std::string> all;
-    for (const CLI::Option* option : command.get_options()) {
-        const std::vector<std::string> names = optionNames(*option);
-        all.insert(all.end(), names.begin(), names.end());
-    }
-    return all;
-}
-
-// One line on what is wrong with the command line.
-static std::string complaint(const CLI::App& program, const CLI::ParseError& error) {
-    const std::vector<CLI::App*> given = program.get_subcommands();
-    const std::vector<std::string> surplus = program.remaining(true);
-    if (given.empty() && surplus.empty()) {
-        return fmt::format("name a command: {}; see fendra --help",
-                           fmt::join(commandNames(program), ", "));
-    }
-    const std::string word = surplus.empty() ? "" : surplus.front();
-    if (given.empty()) {
-        return fmt::format("\"{}\" is no command{}; see fendra --help", word,
-                           suggestion(word, commandNames(program)));
-    }
-    const CLI::App& command = *given.back();
-    const std::string help = fmt::format("; see fendra {} --help", command.get_name());
-    if (surplus.empty()) {
-        return error.what() + help;
-    }
-    if (word.front() == '-') {
-        return fmt::format("\"{}\" is no option of {}{}{}", word, command.get_name(),
-                           suggestion(word, allOptionNames(command)), help);
-    }
-    return fmt::format("\"{}\" is one word too many{}", word, help);
-}
 
 static constexpr const char* memoryExhausted =
     "memory exhausted; cut the signals with --per block --block N";
@@ -76,40 +36,56 @@ static void leave(int signal) {
     std::raise(signal);
 }
 
+static int runCommand(std::vector<std::string> words) {
+    CLI::App program(fmt::format("{}\n{}", programSummary, lagText), "fendra");
+    program.set_help_flag("-h,--help", "show this help");
+    program.set_version_flag("--version", "fendra " FENDRA_VERSION, "show the program's version");
+    program.formatter(std::make_shared<Help>());
+    program.footer(programExamples);
+    program.require_subcommand(1);
+    for (const Command* command : Command::all()) {
+        command->add(program);
+    }
+    const std::string leading = complaintOnFirst(program, words);
+    if (!leading.empty()) {
+        return report(leading, 2);
+    }
+    try {
+        std::vector<std::string> backwards(words.rbegin(), words.rend());  // as the parser wants it
+        program.parse(std::move(backwards));
+    } catch (const CLI::CallForHelp& help) {
+        return program.exit(help);
+    } catch (const CLI::CallForVersion& version) {
+        return program.exit(version);
+    } catch (const CLI::ParseError& error) {
+        return report(complaint(program, error, words), 2);
+    }
+    return 0;
+}
+
+// What the command printed may still have to be written.
+static int statusOfOutput(int status) {
+    errno = 0;
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
+        return status;
+    }
+    return report(fmt::format("cannot write standard output: {}; make room or send it elsewhere",
+                              errno == 0 ? "write error" : std::generic_category().message(errno)),
+                  1);
+}
+
 int main(int argc, char** argv) {
     std::signal(SIGINT, leave);
     std::signal(SIGTERM, leave);
     const Console console;
     try {
-        CLI::App program(fmt::format("{}\n{}", programSummary, lagText), "fendra");
-        program.set_help_flag("-h,--help", "show this help");
-        program.formatter(std::make_shared<Help>());
-        program.footer(programExamples);
-        program.require_subcommand(1);
-        addConvolve(program);
-        addDeconvolve(program);
-        addCompare(program);
-        addSettings(program);
-        addReport(program);
-        addInfo(program);
-        addSelftest(program);
-        addCompletion(program);
-        addManual(program);
-        try {
-            std::vector<std::string> words = Console::words(argc, argv);
-            std::reverse(words.begin(), words.end());  // as the parser takes them
-            program.parse(std::move(words));
-        } catch (const CLI::CallForHelp& help) {
-            return program.exit(help);
-        } catch (const CLI::ParseError& error) {
-            return report(complaint(program, error), 2);
-        }
-        return 0;
+        return statusOfOutput(runCommand(Console::words(argc, argv)));
     } catch (const std::bad_alloc&) {
         return report(memoryExhausted, 1);
     } catch (const std::length_error&) {  // a size beyond what vectors hold
         return report(memoryExhausted, 1);
     } catch (const std::exception& error) {
+        std::fflush(stdout);
         return report(error.what(), 1);
     }
 }

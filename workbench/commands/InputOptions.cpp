@@ -6,8 +6,12 @@
 
 void InputOptions::addTo(CLI::App& command) {
     command.add_flag("--no-axis", noAxis,
-                     "take the first column of a text file as a signal, whatever its name");
-    command.add_flag("--allow-nonfinite", allowNonfinite, "let NaN and infinity through");
+                     "take the first column of a text file as a signal, whatever its name")
+        ->group("Signals");
+    command
+        .add_flag("--allow-nonfinite", allowNonfinite,
+                  "accept NaN and infinity in the input and in the result")
+        ->group("Signals");
     addModuleTo(command);
 }
 

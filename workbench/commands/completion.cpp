@@ -77,9 +77,11 @@ static std::string script(const CLI::App& program) {
         names, values, options);
 }
 
-void addCompletion(CLI::App& program) {
+static void addCompletion(CLI::App& program) {
     CLI::App& command =
         *program.add_subcommand("completion", "Print a completion script for bash.");
     command.footer("  source <(fendra completion)\n");
     command.callback([&program] { fmt::print("{}", script(program)); });
 }
+
+extern const Command completionCommand = {addCompletion};

@@ -3,6 +3,7 @@
 #include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/module/FendraModule.h"
 #include "workbench/system/fileNames.h"
 
@@ -11,34 +12,49 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 using Json = nlohmann::ordered_json;
 
-// A fact as it stands on a line of its own: text without quotes, a list with commas.
-static std::string plain(const Json& fact) {
-    if (fact.is_null()) {
+namespace {
+
+// One fact, for programs by its key and for people by its name.
+struct Fact {
+    std::string key, name;
+    Json value;
+};
+
+}  // namespace
+
+// A value as it stands on a line of its own: text without quotes, a list with commas.
+static std::string plain(const Json& value) {
+    if (value.is_null()) {
         return "not known";
     }
-    const Json list = fact.is_array() ? fact : Json::array({fact});
+    const Json list = value.is_array() ? value : Json::array({value});
     std::string line;
     for (const Json& entry : list) {
         line += line.empty() ? "" : ", ";
-        line += entry.is_string() ? entry.get<std::string>() : entry.dump();
+        line += entry.is_string() ? printable(entry.get<std::string>()) : entry.dump();
     }
     return line;
 }
 
-static void print(const Json& facts, bool asJson) {
-    if (asJson) {
-        fmt::print("{}\n", facts.dump(2, ' ', false, Json::error_handler_t::replace));
-        return;
+static void print(const std::vector<Fact>& facts, bool asJson) {
+    Json object = Json::object();
+    for (const Fact& fact : facts) {
+        if (!asJson) {
+            fmt::print("{:<24}{}\n", fact.name, plain(fact.value));
+        }
+        object[fact.key] = fact.value;
     }
-    for (const auto& [name, fact] : facts.items()) {
-        fmt::print("{:<24}{}\n", name, plain(fact));
+    if (asJson) {
+        fmt::print("{}\n", object.dump(2, ' ', false, Json::error_handler_t::replace));
     }
 }
 
@@ -67,80 +83,118 @@ static std::string languageName(unsigned language) {
     }
 }
 
-static Json moduleFacts(const ModuleLibrary& library) {
-    const ModuleObject module = library.makeModule();
-    Json facts = {{"module", library.longLabel()},
-                  {"short name", library.shortLabel()},
-                  {"version", toUtf8(module->moduleVersion)},
-                  {"file", nameOf(library.file)},
-                  {"exports", ModuleLibrary::exportNames}};
-    Json languages = Json::array();
-    for (const unsigned language : ResourceChain::stringLanguages(library.labelId())) {
-        languages.push_back(languageName(language));
+// Fendra's ports follow its settings; those of another module are shown as they are.
+static void addPorts(B_BasisModule& module, std::vector<Fact>& facts) {
+    if (!isFendra(module)) {
+        facts.push_back({"inputs", "inputs", ports(module, inputPort)});
+        facts.push_back({"outputs", "outputs", ports(module, outputPort)});
+        return;
     }
-    facts["languages"] = languages;
-    facts["bitmap"] = library.bitmapId();
-    facts["icon"] = module->GetIconID();
     FendraSettings settings;
     for (const auto& [name, direction] :
          {std::pair("convolution", FendraSettings::convolution),
           std::pair("deconvolution", FendraSettings::deconvolution)}) {
         settings.direction = direction;
-        applySettings(settings, *module);
-        facts[fmt::format("{} inputs", name)] = ports(*module, inputPort);
-        facts[fmt::format("{} outputs", name)] = ports(*module, outputPort);
+        applySettings(settings, module);
+        facts.push_back({fmt::format("{}Inputs", name), fmt::format("{} inputs", name),
+                         ports(module, inputPort)});
+        facts.push_back({fmt::format("{}Outputs", name), fmt::format("{} outputs", name),
+                         ports(module, outputPort)});
     }
+}
+
+static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
+    const ModuleObject module = library.makeModule();
+    Json languages = Json::array();
+    for (const unsigned language : ResourceChain::stringLanguages(library.labelId())) {
+        languages.push_back(languageName(language));
+    }
+    std::vector<Fact> facts = {
+        {"module", "module", library.longLabel()},
+        {"shortName", "short name", library.shortLabel()},
+        {"settingsVersion", "version of its settings", moduleVersion(*module)},
+        {"file", "file", nameOf(library.file)},
+        {"exports", "exports", ModuleLibrary::exportNames},
+        {"languages", "languages", languages},
+        {"bitmap", "bitmap", library.bitmapId()},
+        {"icon", "icon", module->GetIconID()}};
+    addPorts(*module, facts);
     return facts;
 }
 
-struct Range {
+namespace {
+
+struct ChannelValues {
     double smallest = std::numeric_limits<double>::infinity();
     double largest = -std::numeric_limits<double>::infinity();
+    std::int64_t nonfinite = 0;  // NaN and infinity, which take no part in the range
 };
 
-static std::vector<Range> ranges(SignalReader& reader) {
-    std::vector<Range> all(static_cast<std::size_t>(reader.info().channels));
+}  // namespace
+
+static std::vector<ChannelValues> valuesOf(SignalReader& reader) {
+    std::vector<ChannelValues> all(static_cast<std::size_t>(reader.info().channels));
     const std::int64_t pieceLength = std::max<std::int64_t>(1, 65536 / reader.info().channels);
     std::vector<double> piece(static_cast<std::size_t>(pieceLength) * all.size());
     while (const std::int64_t got = reader.read(piece.data(), pieceLength)) {
         for (std::size_t i = 0; i < static_cast<std::size_t>(got) * all.size(); ++i) {
-            Range& range = all[i % all.size()];
-            range.smallest = std::min(range.smallest, piece[i]);
-            range.largest = std::max(range.largest, piece[i]);
+            ChannelValues& values = all[i % all.size()];
+            if (std::isfinite(piece[i])) {
+                values.smallest = std::min(values.smallest, piece[i]);
+                values.largest = std::max(values.largest, piece[i]);
+            } else {
+                ++values.nonfinite;
+            }
         }
     }
     return all;
 }
 
-static Json fileFacts(SignalReader& reader) {
+static Json finiteOrNull(double value) {
+    return std::isfinite(value) ? Json(value) : Json(nullptr);
+}
+
+static std::vector<Fact> fileFacts(SignalReader& reader) {
     const SignalInfo& info = reader.info();
-    Json facts = {{"file", info.path},
-                  {"format", info.format},
-                  {"samples", info.samples},
-                  {"channels", info.channels},
-                  {"rate", info.rate > 0.0 ? Json(info.rate) : Json(nullptr)}};
+    std::vector<Fact> facts = {
+        {"file", "file", info.source.recorded()},
+        {"format", "format", info.format},
+        {"samples", "samples", info.samples},
+        {"channels", "channels", info.channels},
+        {"rate", "rate", info.rate > 0.0 ? Json(info.rate) : Json(nullptr)}};
     if (info.rate > 0.0) {
-        facts["seconds"] = static_cast<double>(info.samples) / info.rate;
+        facts.push_back({"seconds", "seconds", static_cast<double>(info.samples) / info.rate});
     }
     if (info.axis) {
-        facts["axis"] = {
-            {"name", info.axis->name}, {"start", info.axis->start}, {"step", info.axis->step}};
+        facts.push_back(
+            {"axis",
+             "axis",
+             {{"name", info.axis->name}, {"start", info.axis->start}, {"step", info.axis->step}}});
     }
-    for (const Range& range : ranges(reader)) {
-        facts["smallest"].push_back(range.smallest);
-        facts["largest"].push_back(range.largest);
+    Json smallest = Json::array(), largest = Json::array(), nonfinite = Json::array();
+    bool allFinite = true;
+    for (const ChannelValues& values : valuesOf(reader)) {
+        smallest.push_back(finiteOrNull(values.smallest));
+        largest.push_back(finiteOrNull(values.largest));
+        nonfinite.push_back(values.nonfinite);
+        allFinite = allFinite && values.nonfinite == 0;
+    }
+    facts.push_back({"smallest", "smallest", smallest});
+    facts.push_back({"largest", "largest", largest});
+    if (!allFinite) {
+        facts.push_back({"nonfinite", "NaN or infinite", nonfinite});
     }
     return facts;
 }
 
-void addInfo(CLI::App& program) {
+static void addInfo(CLI::App& program) {
     struct Info {
         std::string file;
         bool json = false;
         InputOptions input;
     };
     CLI::App& command =
-        *program.add_subcommand("info", "Tell about the module, or what a file holds.");
+        *program.add_subcommand("info", "Describe the module, or the contents of a file.");
     command.footer(
         "  fendra info                  label, version, ports, exports and languages of the "
         "module\n"
@@ -160,3 +214,5 @@ void addInfo(CLI::App& program) {
         }
     });
 }
+
+extern const Command infoCommand = {addInfo};

@@ -52,8 +52,10 @@ static std::string page(const CLI::App& program) {
                               escaped(exitText));
 }
 
-void addManual(CLI::App& program) {
+static void addManual(CLI::App& program) {
     CLI::App& command = *program.add_subcommand("manual", "Print the manual page.");
     command.footer("  fendra manual | man -l -\n");
     command.callback([&program] { fmt::print("{}", page(program)); });
 }
+
+extern const Command manualCommand = {addManual};

@@ -3,6 +3,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
 #include "workbench/methods/Setting.h"
+#include "workbench/methods/settingsJson.h"
 #include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
 
@@ -24,7 +25,16 @@ static std::string reportOf(B_BasisModule& module) {
     return text;
 }
 
-void addReport(CLI::App& program) {
+// "method                  van-cittert" for each setting that applies.
+static std::string tableOf(const FendraSettings& settings) {
+    std::string table;
+    for (const Setting* setting : Setting::applyingTo(settings)) {
+        table += fmt::format("{:<24}{}\n", setting->key, setting->word(settings));
+    }
+    return table;
+}
+
+static void addReport(CLI::App& program) {
     struct Report {
         std::string graph;
         bool json = false;
@@ -33,8 +43,9 @@ void addReport(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
         "report",
         "Print the settings that a graph holds.\n"
-        "As the module reports them, in German; with --json by the keys of fendra settings, and a "
-        "number where a value has no word there.");
+        "First by the keys of fendra settings, then as the module itself reports them, in German; "
+        "values without a keyword appear as numbers. With --json all settings, those that play no "
+        "part included.");
     command.footer(
         "  fendra report lines.graph\n"
         "  fendra report lines.graph --json\n");
@@ -46,7 +57,13 @@ void addReport(CLI::App& program) {
         const ModuleLibrary library = report->input.library();
         const ModuleObject module = library.makeModule();
         loadGraph(*module, report->graph);
-        fmt::print("{}", report->json ? settingsJson(settingsOf(*module)).dump(2) + "\n"
-                                      : reportOf(*module));
+        const FendraSettings settings = settingsOf(*module);
+        if (report->json) {
+            fmt::print("{}\n", settingsJson(settings).dump(2));
+        } else {
+            fmt::print("{}\n{}", tableOf(settings), reportOf(*module));
+        }
     });
 }
+
+extern const Command reportCommand = {addReport};

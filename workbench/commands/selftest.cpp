@@ -18,12 +18,16 @@
 
 using Json = nlohmann::ordered_json;
 
+namespace {
+
 struct Selftest {
     std::string instructions;
     bool json = false;
 
     void run() const;
 };
+
+}  // namespace
 
 // Some of the sizes, each an eighth above the one before: the large ones take the time.
 static std::vector<int> thinned(const std::vector<int>& sizes) {
@@ -102,7 +106,7 @@ void Selftest::run() const {
     }
 }
 
-void addSelftest(CLI::App& program) {
+static void addSelftest(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
         "selftest",
         "Test the arithmetic on this machine, and print digests of its results.\n"
@@ -121,3 +125,5 @@ void addSelftest(CLI::App& program) {
     command.add_flag("--json", selftest->json, "print JSON");
     command.callback([selftest] { selftest->run(); });
 }
+
+extern const Command selftestCommand = {addSelftest};

@@ -1,8 +1,8 @@
 #include "host/B_BasisModule.h"
-#include "platform/CDialog.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
 #include "workbench/desktop/DialogTyper.h"
+#include "workbench/desktop/SettingsEditor.h"
 #include "workbench/desktop/WindowLibrary.h"
 #include "workbench/desktop/display.h"
 #include "workbench/files/disk/OutputFile.h"
@@ -24,30 +24,7 @@
 #include <string>
 #include <vector>
 
-// Installed while it lives, in place of the desktop before. What is shown is shown by another one;
-// this one notes whether a dialog came up, and whether it was answered by OK.
-class Observer : public Desktop {
-public:
-    explicit Observer(Desktop& shownOn) : shown(shownOn), before(install(this)) {}
-    Observer(const Observer&) = delete;
-    Observer& operator=(const Observer&) = delete;
-    ~Observer() override { install(before); }
-
-    int messageBox(const CString& text, const CString& caption, unsigned style) override {
-        return shown.messageBox(text, caption, style);
-    }
-    void runDialog(CDialog& dialog) override {
-        opened = true;
-        shown.runDialog(dialog);
-        accepted = dialog.hasEnded() && dialog.answer() == IDOK;
-    }
-
-    bool opened = false, accepted = false;
-
-private:
-    Desktop& shown;
-    Desktop* before;
-};
+namespace {
 
 struct SettingsCommand {
     std::string graph, picture;
@@ -62,22 +39,23 @@ private:
     [[nodiscard]] std::vector<Assignment> assignments() const;
 };
 
+}  // namespace
+
 // Loads the graph, or takes the defaults, shows the module's dialog, and stores what OK leaves.
 void SettingsCommand::edit(Desktop& desktop) const {
     const ModuleLibrary library = input.library();
     const ModuleObject module = library.makeModule();
-    Observer observer(desktop);
     std::error_code ignored;
     const bool exists = std::filesystem::exists(pathOf(graph), ignored);
     if (exists) {
         loadGraph(*module, graph);
     }
-    RET_PORT changed;
-    module->OnLeftDblClk(changed);
-    if (!observer.opened) {
-        throw Failure(fmt::format("{} has no dialog for its settings", nameOf(library.file)));
+    const DialogEnd end = editSettings(*module, desktop);
+    if (end == DialogEnd::notShown) {
+        throw Failure(
+            fmt::format("{} has no dialog for its settings", printable(nameOf(library.file))));
     }
-    if (observer.accepted) {
+    if (end == DialogEnd::accepted) {
         storeGraph(*module, graph, exists);
         fmt::print("{}: {}\n", printable(graph), settingsLine(settingsOf(*module)));
     }
@@ -121,10 +99,22 @@ void SettingsCommand::run() const {
     edit(*windows.windowDesktop());
 }
 
+// Words of older versions: what stands for them now.
+static std::string replacementFor(const std::string& word) {
+    if (word.starts_with("error-value=") || word == "stop-at-error=on") {
+        return "stop-at-error=NUMBER";
+    }
+    return "";
+}
+
 static std::string checkAssignment(const std::string& word) {
     std::vector<std::string> keys;
     for (const Setting& setting : Setting::all()) {
         keys.push_back(setting.key);
+    }
+    const std::string now = replacementFor(word);
+    if (!now.empty()) {
+        return fmt::format("\"{}\" is not used any more; give {}", word, now);
     }
     const std::size_t equals = word.find('=');
     std::string key = word.substr(0, equals);
@@ -135,9 +125,10 @@ static std::string checkAssignment(const std::string& word) {
     if (equals == std::string::npos) {
         return fmt::format("\"{}\" has no value; give {}=VALUE", word, word);
     }
-    const std::vector<std::string>& words = Setting::named(key).words;
+    const Setting& setting = Setting::named(key);
     std::string value = word.substr(equals + 1);
-    const std::string wrong = words.empty() ? "" : choice(words)(value);
+    // What a number may be is up to the dialog.
+    const std::string wrong = setting.takesNumber() ? "" : choice(setting.wordList())(value);
     return wrong.empty() ? "" : key + ": " + wrong;
 }
 
@@ -148,9 +139,11 @@ static std::string vocabulary() {
         const bool another = setting.needs != needs;
         needs = setting.needs;
         text += another ? fmt::format("; with {}: ", needs) : text.empty() ? "" : ", ";
-        text += fmt::format(
-            "{}={}", setting.key,
-            setting.words.empty() ? "NUMBER" : fmt::format("{}", fmt::join(setting.words, "|")));
+        std::vector<std::string> values = setting.wordList();
+        if (setting.takesNumber()) {
+            values.emplace_back("NUMBER");
+        }
+        text += fmt::format("{}={}", setting.key, fmt::join(values, "|"));
     }
     return text;
 }
@@ -159,23 +152,26 @@ static std::string vocabulary() {
 static std::vector<std::string> completions() {
     std::vector<std::string> all;
     for (const Setting& setting : Setting::all()) {
-        const std::vector<std::string> none = {""};
-        for (const std::string& word : setting.words.empty() ? none : setting.words) {
+        for (const std::string& word : setting.wordList()) {
             all.push_back(setting.key + "=" + word);
+        }
+        if (setting.takesNumber()) {
+            all.push_back(setting.key + "=");
         }
     }
     return all;
 }
 
-void addSettings(CLI::App& program) {
+static void addSettings(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
         "settings",
         "Choose settings and keep them in a stored graph.\n"
         "Opens the module's own settings dialog on GRAPH, or with --set fills it in and presses "
         "OK: what the dialog does not offer is refused. GRAPH is replaced on OK, as a whole, and "
-        "otherwise stays as it was. If it is not there, the dialog starts from the module's "
-        "defaults. A graph holds the settings of one module and nothing else: a file that goes on "
-        "behind them is refused, as is one of another version of the module.");
+        "otherwise stays as it was. If it does not exist, the dialog starts from the module's "
+        "defaults. A graph holds the settings of one module and nothing else: a file with trailing "
+        "data is rejected, as is one of another version of the module. The settings in the record "
+        "of a run, given to --set, are taken whole.");
     command.footer(
         "  fendra settings lines.graph                      in the module's dialog\n"
         "  fendra settings lines.graph --set direction=deconvolution method=van-cittert\n"
@@ -202,3 +198,5 @@ void addSettings(CLI::App& program) {
     settings->input.addModuleTo(command);
     command.callback([settings] { settings->run(); });
 }
+
+extern const Command settingsCommand = {addSettings};

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 DialogTyper::DialogTyper(std::vector<Assignment> assignments)
@@ -17,14 +18,20 @@ DialogTyper::DialogTyper(std::vector<Assignment> assignments)
     });
 }
 
-// What has to be chosen before the setting applies, as KEY=VALUE with blanks between.
-static std::string missing(const CDialog& dialog, const Setting& given) {
-    std::string all;
+// The control by which a value is given: for a word with a radio button that one.
+static unsigned controlOf(const Assignment& given) {
+    const Setting::Word* const word = given.setting->find(given.value);
+    return word != nullptr && word->control != 0 ? word->control : given.setting->control;
+}
+
+// What has to be chosen before the setting applies, as KEY=VALUE, the first one first.
+static std::vector<Assignment> missing(const CDialog& dialog, const Setting& given) {
+    std::vector<Assignment> all;
     for (const Setting* setting = &given; !setting->needs.empty();) {
         const Assignment need(setting->needs);
-        const DialogControl* const control = dialog.control(need.control());
+        const DialogControl* const control = dialog.control(controlOf(need));
         if (control == nullptr || !control->checked) {
-            all.insert(0, setting->needs + (all.empty() ? "" : " "));
+            all.insert(all.begin(), need);
         }
         setting = need.setting;
     }
@@ -35,31 +42,112 @@ static std::string describe(const Assignment& given) {
     return given.setting->key + "=" + printable(given.value);
 }
 
-static bool perform(CDialog& dialog, const Assignment& given, const DialogControl& control) {
-    const unsigned id = given.control();
-    const std::size_t place = given.setting->placeOf(given.value);
-    switch (control.resource->kind) {
+static bool setChecked(CDialog& dialog, unsigned id, bool checked) {
+    const DialogControl* const control = dialog.control(id);
+    return control != nullptr && (control->checked == checked || dialog.click(id));
+}
+
+// A number that can be switched off has a check box beside its field.
+static bool performSwitched(CDialog& dialog, const Assignment& given) {
+    const Setting& setting = *given.setting;
+    const bool on = setting.find(given.value) == nullptr;
+    return setChecked(dialog, setting.enablingControl, on) &&
+           (!on || dialog.type(setting.control, fromUtf8(given.value)));
+}
+
+static bool perform(CDialog& dialog, const Assignment& given) {
+    const unsigned id = controlOf(given);
+    const DialogControl* const control = dialog.control(id);
+    if (control == nullptr) {
+        return false;
+    }
+    if (given.setting->enabledBy != nullptr) {
+        return performSwitched(dialog, given);
+    }
+    const Setting::Word* const word = given.setting->find(given.value);
+    switch (control->resource->kind) {
         case ControlKind::radio:
             return dialog.click(id);
         case ControlKind::checkBox:
-            return control.checked == (place == 1) || dialog.click(id);
+            return control->enabled && setChecked(dialog, id, word->held != 0);
         case ControlKind::dropDown:
-            return dialog.select(id, static_cast<int>(place));
+            return dialog.select(id, word->held);
         default:
             return dialog.type(id, fromUtf8(given.value));
     }
 }
 
-// A radio that two settings share is there for the one whose needs are met.
-static void give(CDialog& dialog, const Assignment& given) {
-    const std::string first = missing(dialog, *given.setting);
-    if (!first.empty()) {
-        throw Failure(fmt::format("{} does not apply: choose {} first", describe(given), first));
+static bool isNumber(const CString& text, const std::string& value) {
+    const std::string shown = toUtf8(text);
+    char* end = nullptr;
+    const double number = std::strtod(shown.c_str(), &end);
+    return *end == '\0' && number == std::strtod(value.c_str(), &end) && *end == '\0';
+}
+
+// Whether the dialog shows the value already.
+static bool stands(const CDialog& dialog, const Assignment& given) {
+    const Setting& setting = *given.setting;
+    const DialogControl* const control = dialog.control(controlOf(given));
+    const Setting::Word* const word = setting.find(given.value);
+    if (control == nullptr) {
+        return false;
     }
-    const DialogControl* const control = dialog.control(given.control());
-    if (control == nullptr || !control->enabled || !perform(dialog, given, *control)) {
+    if (setting.enabledBy != nullptr) {
+        const bool on = dialog.control(setting.enablingControl)->checked;
+        return word != nullptr ? !on : on && isNumber(control->text, given.value);
+    }
+    switch (control->resource->kind) {
+        case ControlKind::radio:
+            return control->checked;
+        case ControlKind::checkBox:
+            return control->checked == (word->held != 0);
+        case ControlKind::dropDown:
+            return control->selection == word->held;
+        default:
+            return isNumber(control->text, given.value);
+    }
+}
+
+static void performOrRefuse(CDialog& dialog, const Assignment& given) {
+    if (!perform(dialog, given)) {
         throw Failure(
             fmt::format("{} is not on offer in the dialog of this module", describe(given)));
+    }
+}
+
+// A radio that two settings share is there for the one whose needs are met.
+static void give(CDialog& dialog, const Assignment& given) {
+    const std::vector<Assignment> first = missing(dialog, *given.setting);
+    if (first.empty()) {
+        performOrRefuse(dialog, given);
+        return;
+    }
+    if (given.setting->control != 0 && stands(dialog, given)) {
+        return;
+    }
+    std::string needs;
+    for (const Assignment& need : first) {
+        needs += describe(need) + " ";
+    }
+    throw Failure(fmt::format("{} does not apply: choose {}first", describe(given), needs));
+}
+
+// What plays no part is set while the method is chosen that it belongs to.
+void DialogTyper::giveWhole(CDialog& dialog) const {
+    for (const Assignment& given : values) {
+        const std::vector<Assignment> first = missing(dialog, *given.setting);
+        if (!first.empty() && stands(dialog, given)) {
+            continue;
+        }
+        for (const Assignment& need : first) {
+            performOrRefuse(dialog, need);
+        }
+        performOrRefuse(dialog, given);
+    }
+    for (const Assignment& given : values) {
+        if (given.setting->control == 0) {  // radios: the choices themselves
+            performOrRefuse(dialog, given);
+        }
     }
 }
 
@@ -67,7 +155,7 @@ static void give(CDialog& dialog, const Assignment& given) {
 static std::string failedValue(const CDialog& dialog) {
     const unsigned id = dialog.failedControl();
     for (const Setting& setting : Setting::all()) {
-        if (setting.controls.front() == id) {
+        if (setting.control == id) {
             return setting.key + "=" + printable(toUtf8(dialog.control(id)->text));
         }
     }
@@ -76,8 +164,13 @@ static std::string failedValue(const CDialog& dialog) {
 
 void DialogTyper::runDialog(CDialog& dialog) {
     inDialog = true;
-    for (const Assignment& given : values) {
-        give(dialog, given);
+    const bool whole = values.size() + 1 == Setting::all().size();  // without domain or method
+    if (whole) {
+        giveWhole(dialog);
+    } else {
+        for (const Assignment& given : values) {
+            give(dialog, given);
+        }
     }
     dialog.click(IDOK);
     inDialog = false;

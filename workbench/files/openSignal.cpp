@@ -63,3 +63,7 @@ std::unique_ptr<SignalReader> openSignal(const std::string& path, const ReadOpti
     }
     return std::make_unique<TextReader>(std::move(file), name, options);
 }
+
+SignalSource fileSource(const std::string& path, const ReadOptions& options) {
+    return {SourceName(path), [=] { return openSignal(path, options); }};
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/signals/SignalReader.h"
+#include "workbench/signals/SignalSource.h"
 #include "workbench/signals/SignalWriter.h"
 
 #include <memory>
@@ -15,6 +16,9 @@
 //             or an axis gives rate and axis; the other columns are channels.
 //   Failure   unreadable, empty or cut off, not a number, uneven axis, NaN or infinity.
 std::unique_ptr<SignalReader> openSignal(const std::string& path, const ReadOptions& options);
+
+// The file of that path as a source: it is opened, with these options, when it is needed.
+SignalSource fileSource(const std::string& path, const ReadOptions& options);
 
 // Creates the file of that path for a signal, in the format that the ending of its name stands for;
 // "-" is text on standard output.

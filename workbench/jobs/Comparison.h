@@ -1,25 +1,29 @@
 #pragma once
 
-#include "workbench/files/signalFiles.h"
+#include "workbench/jobs/RunRecord.h"
+#include "workbench/signals/SignalSource.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <vector>
 
 // Compares a result, as it comes, with a signal that is known: root of the summed squared
 // differences over the root of the known signal's summed squares, over the samples that both have.
+// A known signal of one channel serves all channels of the result.
 class Comparison {
 public:
-    // Failure if the file cannot be read, or its channels are neither one nor as many as the
-    // result's.
-    Comparison(const std::string& path, const ReadOptions& options, int resultChannels);
+    // Failure if the signal cannot be read, or has channels that do not fit.
+    Comparison(const SignalSource& truth, int resultChannels);
 
     void add(const double* interleaved, std::int64_t samples);
-    [[nodiscard]] double relativeError() const;
+    // Failure if the known signal is zero where the result is: no error is relative to that.
+    [[nodiscard]] TruthError error() const;
 
 private:
     std::unique_ptr<SignalReader> reader;
     std::size_t width;
     std::vector<double> buffer;
+    std::int64_t compared = 0;
     double differences = 0.0, squares = 0.0;
 };

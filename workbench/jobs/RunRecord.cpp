@@ -1,9 +1,16 @@
 #include "workbench/jobs/RunRecord.h"
 
+#include "workbench/methods/Method.h"
 #include "workbench/methods/Setting.h"
+#include "workbench/methods/settingsJson.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstddef>
+
+using Json = nlohmann::ordered_json;
 
 std::string describe(int channels, std::int64_t samples, double rate) {
     std::string text = fmt::format("{} sample{}", samples, samples == 1 ? "" : "s");
@@ -15,76 +22,120 @@ std::string describe(int channels, std::int64_t samples, double rate) {
 
 // "convolve, frequency, per block, Fendra V1.91"
 std::string RunRecord::work() const {
-    return fmt::format("{}, {}, per {}, {} {}", command, method, per, module, moduleVersion);
+    const bool convolves = settings.direction == FendraSettings::convolution;
+    return fmt::format("{}, {}, per {}, {} {}", convolves ? "convolve" : "deconvolve",
+                       Method::selectedBy(settings)->word, Setting::named("per").word(settings),
+                       module, moduleVersion);
 }
 
 std::vector<std::string> RunRecord::openingNotes() const {
-    std::vector<std::string> notes = {commandLine, work()};
+    std::vector<std::string> notes = {words, work()};
     if (!graph.empty()) {
         notes.push_back(fmt::format("{}: {}", graph, settingsLine(settings)));
     }
     for (const SignalInfo& input : inputs) {
-        notes.push_back(
-            fmt::format("{}: {}", input.path, describe(input.channels, input.samples, input.rate)));
+        notes.push_back(fmt::format("{}: {}", input.source.shown,
+                                    describe(input.channels, input.samples, input.rate)));
     }
     return notes;
 }
 
 std::vector<std::string> RunRecord::closingNotes() const {
-    return {"SHA-256 of the result, as 64-bit little-endian floats: " + digest};
+    std::vector<std::string> notes;
+    std::transform(remarks.begin(), remarks.end(), std::back_inserter(notes),
+                   [](const std::string& remark) { return "remark: " + remark; });
+    notes.push_back("SHA-256 of the result, as 64-bit little-endian floats: " + digest);
+    return notes;
 }
 
 std::string RunRecord::summary() const {
-    std::string text = fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}\n", output,
-                                   describe(channels, samples, rate), minimum, maximum, work());
+    std::string text =
+        fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}{}\n", output.shown,
+                    describe(channels, samples, rate), minimum, maximum, work(),
+                    stopped ? ", stopped: the estimate so far" : "");
     for (const ReportedNumbers& entry : numbers) {
-        const std::string channel =
-            channels == 1 ? "" : fmt::format(", channel {}", entry.channel + 1);
-        text += fmt::format("block {}{}: {} {:.6g}, {} {:.6g}\n", entry.round + 1, channel,
-                            numberNames[0], entry.values[0], numberNames[1], entry.values[1]);
+        text += fmt::format("block {}{}:", entry.round + 1,
+                            channels == 1 ? "" : fmt::format(", channel {}", entry.channel + 1));
+        for (std::size_t i = 0; i < entry.values.size(); ++i) {
+            text += fmt::format("{} {} {:.6g}", i == 0 ? "" : ",", numberNames[i], entry.values[i]);
+        }
+        text += "\n";
     }
     if (error) {
-        text += fmt::format("relative error against {}: {:.2g}\n", truth, *error);
+        const bool whole = error->samples == samples;
+        text += fmt::format(
+            "relative error against {}: {:.2g}{}\n", error->truth.shown, error->relativeError,
+            whole ? "" : fmt::format(" (over the first {} samples)", error->samples));
+    }
+    for (const std::string& remark : remarks) {
+        text += fmt::format("remark: {}\n", remark);
     }
     return text;
 }
 
+static Json known(double value) {
+    return value > 0.0 ? Json(value) : Json(nullptr);
+}
+
+static Json describe(const SignalInfo& input) {
+    return {{"file", input.source.recorded()},
+            {"format", input.format},
+            {"samples", input.samples},
+            {"channels", input.channels},
+            {"rate", known(input.rate)}};
+}
+
+// The keys are the method's; the names in the user's language stand beside them.
+static void addNumbers(const RunRecord& record, Json& result) {
+    const Method& method = *Method::selectedBy(record.settings);
+    for (const ReportedNumbers& entry : record.numbers) {
+        Json numbers = {{"block", entry.round + 1}, {"channel", entry.channel + 1}};
+        for (std::size_t i = 0; i < entry.values.size(); ++i) {
+            numbers[method.numbers.at(i)] = entry.values[i];
+            result["names"][method.numbers.at(i)] = record.numberNames[i];
+        }
+        result["numbers"].push_back(numbers);
+    }
+}
+
+static Json resultOf(const RunRecord& record) {
+    Json result = {{"file", record.output.recorded()},
+                   {"samples", record.samples},
+                   {"channels", record.channels},
+                   {"rate", known(record.rate)},
+                   {"blocks", record.rounds},
+                   {"minimum", record.minimum},
+                   {"maximum", record.maximum},
+                   {"sha256", record.digest}};
+    if (record.error) {
+        result["truth"] = record.error->truth.recorded();
+        result["relativeError"] = record.error->relativeError;
+        result["comparedSamples"] = record.error->samples;
+    }
+    if (record.stopped) {
+        result["stopped"] = true;
+    }
+    addNumbers(record, result);
+    if (!record.remarks.empty()) {
+        result["remarks"] = record.remarks;
+    }
+    return result;
+}
+
 std::string RunRecord::json() const {
-    using Json = nlohmann::ordered_json;
-    const auto known = [](double value) { return value > 0.0 ? Json(value) : Json(nullptr); };
     Json files = Json::array();
     for (const SignalInfo& input : inputs) {
-        files.push_back({{"file", input.path},
-                         {"format", input.format},
-                         {"samples", input.samples},
-                         {"channels", input.channels},
-                         {"rate", known(input.rate)}});
+        files.push_back(describe(input));
     }
-    Json result = {{"file", output},      {"samples", samples}, {"channels", channels},
-                   {"rate", known(rate)}, {"blocks", rounds},   {"minimum", minimum},
-                   {"maximum", maximum},  {"sha256", digest}};
-    if (error) {
-        result["truth"] = truth;
-        result["relativeError"] = *error;
-    }
-    for (const ReportedNumbers& entry : numbers) {
-        result["numbers"].push_back({{"block", entry.round + 1},
-                                     {"channel", entry.channel + 1},
-                                     {numberNames[0], entry.values[0]},
-                                     {numberNames[1], entry.values[1]}});
-    }
-    Json record = {{"command", commandLine},
+    Json record = {{"command", words},
                    {"module", {{"name", module}, {"version", moduleVersion}, {"file", moduleFile}}},
-                   {"settings",
-                    {{"direction", command},
-                     {"method", method},
-                     {"per", per},
-                     {"block", block > 0 ? Json(block) : Json(nullptr)},
-                     {"pad", pad}}},
+                   {"settings", settingsJson(settings)},
+                   {"block", block > 0 ? Json(block) : Json(nullptr)},
+                   {"pad", pad},
                    {"inputs", files},
-                   {"result", result}};
+                   {"result", resultOf(*this)}};
     if (!graph.empty()) {
-        record["settings"]["graph"] = {{"file", graph}, {"holds", settingsJson(settings)}};
+        record["graph"] = graph;
     }
     return record.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -1,43 +1,50 @@
 #pragma once
 
+#include "workbench/methods/FendraSettings.h"
 #include "workbench/module/ModuleRun.h"
 #include "workbench/signals/SignalReader.h"
 
-#include <array>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
 #include <vector>
 
+// How far a result is from a signal that is known.
+struct TruthError {
+    SourceName truth;
+    double relativeError = 0.0;
+    std::int64_t samples = 0;  // compared, of each channel: as many as both have
+};
+
 // What a run did, enough to judge its result and to run it again.
 struct RunRecord {
-    std::string commandLine;
-    std::string command, method, per;  // "convolve", "frequency", "block"
-    std::int64_t block = 0;            // 0: the whole signal is one block
+    std::string words;         // the command line
+    FendraSettings settings;   // with which the module ran
+    std::int64_t block = 0;    // 0: the whole signal is one block
     bool pad = false;
     std::string graph;  // stored, from which the settings are; empty: none
-    FendraSettings settings;
     std::string module, moduleVersion, moduleFile;
     std::vector<SignalInfo> inputs;
-    std::string output;
+    SourceName output;
     int channels = 1;
     std::int64_t samples = 0, rounds = 0;
     double rate = 0.0;
     double minimum = std::numeric_limits<double>::infinity();
     double maximum = -std::numeric_limits<double>::infinity();
-    std::array<std::string, 2> numberNames;
+    std::vector<std::string> numberNames;  // in the user's language
     std::vector<ReportedNumbers> numbers;  // of methods that report some
     std::string digest;                    // SHA-256 of the samples
-    std::string truth;                     // file that the result was compared with
-    std::optional<double> error;
+    std::optional<TruthError> error;
+    std::vector<std::string> remarks;  // why the result may not be what was wanted
+    bool stopped = false;              // by the observer: the result is the estimate so far
 
     // Comment lines of a text result: known before the run, and known after it.
     [[nodiscard]] std::vector<std::string> openingNotes() const;
     [[nodiscard]] std::vector<std::string> closingNotes() const;
     // For people: a few lines.
     [[nodiscard]] std::string summary() const;
-    // For programs: one JSON object.
+    // For programs: one JSON object. Its keys are the same in every language.
     [[nodiscard]] std::string json() const;
 
 private:

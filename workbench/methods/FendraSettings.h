@@ -2,8 +2,9 @@
 
 #include <cstdint>
 
-// The settings of the module, as a host stores them with the signal graph. Fields stand in the
-// order of the stored record; the values are those of a new module.
+// The settings of Fendra, as a host stores them with the signal graph. Fields stand in the order of
+// the stored record; the values are those of a new module. What a field may hold, and its name for
+// people, stands in the table of settings (Setting.h).
 struct FendraSettings {
     static constexpr std::int32_t perBlock = 0, perPacket = 1;
     static constexpr std::int32_t convolution = 0, deconvolution = 1;
@@ -20,10 +21,4 @@ struct FendraSettings {
     double errorValue = 0.01;
     std::int32_t abortAtMinError = 1;
     std::int32_t scaling = 4;
-
-    // Whether the module reports two numbers beside its signal, and asks for signals of equal
-    // length.
-    [[nodiscard]] bool reportsNumbers() const {
-        return direction == deconvolution && (method == vanCittert || method == pseudoInverse);
-    }
 };

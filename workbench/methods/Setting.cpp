@@ -1,38 +1,93 @@
 #include "workbench/methods/Setting.h"
 
+#include "workbench/methods/Method.h"
+
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
+#include <fmt/ranges.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <iterator>
-#include <utility>
+#include <limits>
+#include <type_traits>
 
-static const std::vector<std::string> offOn = {"off", "on"};
+static std::vector<Setting::Word> wordsOfMethods(std::int32_t direction) {
+    std::vector<Setting::Word> words;
+    for (const Method* method : Method::of(direction)) {
+        words.push_back({method->word, method->code, method->control});
+    }
+    return words;
+}
 
 // The controls' ids are the module's public face of its dialog.
 const std::vector<Setting>& Setting::all() {
     using S = FendraSettings;
     const std::string iteration = "method=van-cittert";
     static const std::vector<Setting> table = {
-        {"direction", "", {"convolution", "deconvolution"}, {1025, 1026}, &S::direction},
-        {"per", "", {"block", "packet"}, {1040, 1041}, &S::executionMode},
-        {"domain", "direction=convolution", {"time", "frequency"}, {1023, 1024}, &S::method},
-        {"method",
-         "direction=deconvolution",
-         {"spectral", "van-cittert", "pseudo-inverse"},
-         {1024, 1027, 1028},
-         &S::method,
-         S::frequencyDomain},
-        {"convergence", iteration, {}, {1030}, &S::convergence},
-        {"max-iterations", iteration, {}, {1031}, &S::maxIterations},
-        {"stop-at-error", iteration, offOn, {1032}, &S::abortAtError},
-        {"stop-at-minimum", iteration, offOn, {1033}, &S::abortAtMinError},
-        {"error-value", "stop-at-error=on", {}, {1034}, &S::errorValue},
-        {"scaling",
-         "method=pseudo-inverse",
-         {"central", "magnitude", "manhattan", "filter", "none"},
-         {1036},
-         &S::scaling}};
+        {.key = "direction",
+         .needs = "",
+         .about = "whether to convolve or to deconvolve",
+         .words = {{"convolution", S::convolution, 1025}, {"deconvolution", S::deconvolution, 1026}},
+         .control = 0,
+         .field = &S::direction},
+        {.key = "per",
+         .needs = "",
+         .about = "pair the signals block by block, or join all blocks of each into one packet",
+         .words = {{"block", S::perBlock, 1040}, {"packet", S::perPacket, 1041}},
+         .control = 0,
+         .field = &S::executionMode},
+        {.key = "domain",
+         .needs = "direction=convolution",
+         .about = "compute in the time or the frequency domain",
+         .words = wordsOfMethods(S::convolution),
+         .control = 0,
+         .field = &S::method},
+        {.key = "method",
+         .needs = "direction=deconvolution",
+         .about = "how to deconvolve",
+         .words = wordsOfMethods(S::deconvolution),
+         .control = 0,
+         .field = &S::method},
+        {.key = "convergence",
+         .needs = iteration,
+         .about = "step size; 1 if the kernel sums to 1, else start at 1/S^2 with S its sum",
+         .words = {},
+         .control = 1030,
+         .field = &S::convergence,
+         .range = Range::aboveZero},
+        {.key = "max-iterations",
+         .needs = iteration,
+         .about = "maximum number of iterations, plus one; with noise 10 to 30 are enough",
+         .words = {},
+         .control = 1031,
+         .field = &S::maxIterations},
+        {.key = "stop-at-error",
+         .needs = iteration,
+         .about = "stop once the sum of the squared residuals is at or below this; or off",
+         .words = {{"off", 0, 0}},
+         .control = 1034,
+         .field = &S::errorValue,
+         .range = Range::aboveZero,
+         .enabledBy = &S::abortAtError,
+         .enablingControl = 1032},
+        {.key = "stop-at-minimum",
+         .needs = iteration,
+         .about = "stop at the first step that raises the error, and discard it",
+         .words = {{"off", 0, 0}, {"on", 1, 0}},
+         .control = 1033,
+         .field = &S::abortAtMinError},
+        {.key = "scaling",
+         .needs = "method=pseudo-inverse",
+         .about = "what to scale to 1: the central element, the magnitude or the manhattan "
+                  "magnitude of the identity, the magnitude of the filter, or none of them",
+         .words = {{"central", 0, 0},
+                   {"magnitude", 1, 0},
+                   {"manhattan", 2, 0},
+                   {"filter", 3, 0},
+                   {"none", 4, 0}},
+         .control = 1036,
+         .field = &S::scaling}};
     return table;
 }
 
@@ -41,22 +96,43 @@ const Setting& Setting::named(const std::string& key) {
                          [&](const Setting& setting) { return setting.key == key; });
 }
 
-std::size_t Setting::placeOf(const std::string& word) const {
-    return static_cast<std::size_t>(std::find(words.begin(), words.end(), word) - words.begin());
+std::vector<const Setting*> Setting::applyingTo(const FendraSettings& settings) {
+    std::vector<const Setting*> some;
+    for (const Setting& setting : all()) {
+        if (setting.applies(settings)) {
+            some.push_back(&setting);
+        }
+    }
+    return some;
+}
+
+const Setting::Word* Setting::find(const std::string& word) const {
+    const auto found = std::find_if(words.begin(), words.end(),
+                                    [&](const Word& row) { return row.word == word; });
+    return found == words.end() ? nullptr : &*found;
+}
+
+std::vector<std::string> Setting::wordList() const {
+    std::vector<std::string> list;
+    std::transform(words.begin(), words.end(), std::back_inserter(list),
+                   [](const Word& row) { return row.word; });
+    return list;
 }
 
 std::variant<std::string, Setting::Number> Setting::value(const FendraSettings& settings) const {
     const Number number = std::visit([&](auto member) { return Number(settings.*member); }, field);
+    if (enabledBy != nullptr) {
+        return settings.*enabledBy == 0 ? std::variant<std::string, Number>("off") : number;
+    }
     if (words.empty()) {
         return number;
     }
-    const std::int64_t held = std::get<std::int32_t>(number);
     // To the module a check box is on at any value but 0.
-    const std::int64_t place = words == offOn ? (held != 0 ? 1 : 0) : held - firstWord;
-    if (place < 0 || place >= std::ssize(words)) {
-        return number;
-    }
-    return words[static_cast<std::size_t>(place)];
+    const std::int32_t held = std::get<std::int32_t>(number);
+    const std::int32_t shown = key == "stop-at-minimum" && held != 0 ? 1 : held;
+    const auto found = std::find_if(words.begin(), words.end(),
+                                    [=](const Word& row) { return row.held == shown; });
+    return found == words.end() ? std::variant<std::string, Number>(number) : found->word;
 }
 
 std::string Setting::word(const FendraSettings& settings) const {
@@ -83,51 +159,82 @@ bool Setting::applies(const FendraSettings& settings) const {
     return true;
 }
 
+template <typename Number>
+static bool parse(const std::string& word, Number& number) {
+    const char* const end = word.data() + word.size();
+    const auto [rest, error] = std::from_chars(word.data(), end, number);
+    return error == std::errc() && rest == end;
+}
+
+// Whether a word is a number that the field takes, and that lies in the range.
+static bool fits(const Setting& setting, const std::string& word) {
+    return std::visit(
+        [&](auto member) {
+            std::remove_cvref_t<decltype(FendraSettings().*member)> number = 0;
+            if (!parse(word, number)) {
+                return false;
+            }
+            if constexpr (std::is_integral_v<decltype(number)>) {
+                return number >= 1;
+            } else {
+                return std::isfinite(number) &&
+                       (number > 0.0 || setting.range != Setting::Range::aboveZero);
+            }
+        },
+        setting.field);
+}
+
+std::string Setting::problemWith(const std::string& given) const {
+    if (find(given) != nullptr || (takesNumber() && fits(*this, given))) {
+        return "";
+    }
+    if (!takesNumber()) {
+        return fmt::format("\"{}\" must be one of {}", given, fmt::join(wordList(), ", "));
+    }
+    const bool whole = std::holds_alternative<std::uint32_t FendraSettings::*>(field);
+    const std::string number =
+        whole ? fmt::format("a whole number from 1 to {}", std::numeric_limits<std::uint32_t>::max())
+              : std::string(range == Range::aboveZero ? "a number above 0" : "a finite number");
+    return fmt::format("\"{}\" is out of range; give {}{}", given,
+                       enabledBy != nullptr ? "off or " : "", number);
+}
+
+void Setting::assign(FendraSettings& settings, const std::string& given) const {
+    const Word* const row = find(given);
+    if (enabledBy != nullptr) {
+        settings.*enabledBy = row == nullptr ? 1 : 0;
+    }
+    if (row == nullptr) {
+        std::visit([&](auto member) { parse(given, settings.*member); }, field);
+    } else if (enabledBy == nullptr) {
+        settings.*std::get<std::int32_t FendraSettings::*>(field) = row->held;
+    }
+}
+
 Assignment::Assignment(const std::string& keyAndValue) {
     const std::size_t equals = keyAndValue.find('=');
     setting = &Setting::named(keyAndValue.substr(0, equals));
     value = keyAndValue.substr(equals + 1);
 }
 
-unsigned Assignment::control() const {
-    const std::vector<unsigned>& ids = setting->controls;
-    return ids.size() == 1 ? ids.front() : ids.at(setting->placeOf(value));
-}
-
 std::string settingsLine(const FendraSettings& settings) {
-    std::string line;
-    for (const Setting& setting : Setting::all()) {
-        if (setting.applies(settings)) {
-            line += fmt::format("{}{}", line.empty() ? "" : " ", setting.text(settings));
-        }
+    std::vector<std::string> texts;
+    for (const Setting* setting : Setting::applyingTo(settings)) {
+        texts.push_back(setting->text(settings));
     }
-    return line;
+    return fmt::format("{}", fmt::join(texts, " "));
 }
 
-nlohmann::ordered_json settingsJson(const FendraSettings& settings) {
-    using Json = nlohmann::ordered_json;
-    const std::string notShown =
-        settings.direction == FendraSettings::convolution ? "method" : "domain";
-    Json all = Json::object();
-    for (const Setting& setting : Setting::all()) {
-        if (setting.key == notShown) {
-            continue;
+std::string refusedSetting(const FendraSettings& settings) {
+    for (const Setting* setting : Setting::applyingTo(settings)) {
+        const auto held = setting->value(settings);
+        const bool isWord = std::holds_alternative<std::string>(held);
+        if (!setting->takesNumber() && !isWord) {
+            return setting->text(settings) + ", which is not on offer";
         }
-        const auto held = setting.value(settings);
-        const auto* const word = std::get_if<std::string>(&held);
-        all[setting.key] = word != nullptr ? Json(*word)
-                                           : std::visit([](auto number) { return Json(number); },
-                                                        std::get<Setting::Number>(held));
-    }
-    return all;
-}
-
-std::string oddSetting(const FendraSettings& settings) {
-    for (const Setting& setting : Setting::all()) {
-        const auto held = setting.value(settings);
-        if (!setting.words.empty() && !std::holds_alternative<std::string>(held) &&
-            setting.applies(settings)) {
-            return setting.text(settings);
+        // An error bound of 0 or less never ends the iteration, and does no harm.
+        if (setting->key == "convergence" && !(settings.convergence > 0.0)) {
+            return setting->text(settings) + ", with which the iteration cannot converge";
         }
     }
     return "";

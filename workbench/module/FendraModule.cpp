@@ -2,13 +2,38 @@
 
 #include "host/B_BasisModule.h"
 #include "platform/CArchive.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/methods/Method.h"
+#include "workbench/module/ModuleLibrary.h"
+
+#include <fmt/format.h>
 
 #include <sstream>
 
+// The version of the record, which is older than that of the label.
+static constexpr const char* fendraName = "Fendra";
+static constexpr const char* recordVersion = "V1.91";
+
+bool isFendra(const B_BasisModule& module) {
+    return moduleName(module) == fendraName && moduleVersion(module) == recordVersion;
+}
+
+static void refuseOthers(const B_BasisModule& module) {
+    if (!isFendra(module)) {
+        throw Failure(
+            fmt::format("{} {} is not {} {}, whose settings these are; choose another module with "
+                        "--module",
+                        moduleName(module), moduleVersion(module), fendraName, recordVersion));
+    }
+}
+
 void applySettings(const FendraSettings& settings, B_BasisModule& module) {
+    refuseOthers(module);
+    const Method* const method = Method::selectedBy(settings);
+    const std::int32_t outputs = method != nullptr && method->reportsNumbers() ? 3 : 1;
     std::stringstream graph;
     CArchive stored(graph, CArchive::store);
-    stored << module.moduleVersion << std::int32_t{settings.reportsNumbers() ? 3 : 1};
+    stored << module.moduleVersion << outputs;
     stored << settings.executionMode << settings.method << settings.direction
            << settings.convergence << settings.maxIterations << settings.abortAtError
            << settings.errorValue << settings.abortAtMinError << settings.scaling;
@@ -17,6 +42,7 @@ void applySettings(const FendraSettings& settings, B_BasisModule& module) {
 }
 
 FendraSettings settingsOf(B_BasisModule& module) {
+    refuseOthers(module);
     std::stringstream graph;
     CArchive stored(graph, CArchive::store);
     module.Serialize(stored);

@@ -4,8 +4,15 @@
 
 class B_BasisModule;
 
-// Sets a module up with settings, the way a host does: through a stored graph that it reads.
+// Fendra's own record of settings, which no other module understands. Of each operation:
+//   Failure   the module does not call itself Fendra, in the version whose record this is. It is
+//             as it was.
+
+// Sets the module up, the way a host does: through a stored graph that it reads.
 void applySettings(const FendraSettings& settings, B_BasisModule& module);
 
-// Those of a module, read from what it stores.
+// The settings of a module, read from what it stores.
 FendraSettings settingsOf(B_BasisModule& module);
+
+// Whether a module is the one whose settings these are.
+bool isFendra(const B_BasisModule& module);

@@ -4,12 +4,21 @@
 #include "platform/ResourceChain.h"
 #include "platform/Windows1252.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
 #include <cstddef>
 #include <utility>
+
+std::string moduleName(const B_BasisModule& module) {
+    return printable(toUtf8(module.moduleName));
+}
+
+std::string moduleVersion(const B_BasisModule& module) {
+    return printable(toUtf8(module.moduleVersion));
+}
 
 // The loader's own word on a file that is not there would be long and unclear.
 static const std::filesystem::path& existing(const std::filesystem::path& file) {

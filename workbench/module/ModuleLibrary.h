@@ -13,6 +13,10 @@ class B_BasisModule;
 // A module object; it goes back to the library that made it. The library outlives it.
 using ModuleObject = std::unique_ptr<B_BasisModule, std::function<void(B_BasisModule*)>>;
 
+// How a module calls itself, and the version of what it stores; in UTF-8, printable.
+std::string moduleName(const B_BasisModule& module);
+std::string moduleVersion(const B_BasisModule& module);
+
 // A plug-in library of the signal-graph host, loaded and checked, with what it exports.
 class ModuleLibrary {
 public:

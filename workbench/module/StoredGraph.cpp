@@ -2,6 +2,7 @@
 
 #include "host/B_BasisModule.h"
 #include "platform/CArchiveException.h"
+#include "platform/Desktop.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
@@ -27,10 +28,10 @@ static std::string readStart(const std::string& path) {
 static std::string problem(CArchiveException::Cause cause) {
     switch (cause) {
         case CArchiveException::badSchema:
-            return "is of another version of the module, and stays as it is; store the settings "
-                   "under another name";
+            return "holds settings of another version of the module, which this one does not read; "
+                   "the file is unchanged: store new settings under another name";
         case CArchiveException::endOfFile:
-            return "is no stored graph, or cut off: it ends within the settings; make one with "
+            return "is not a stored graph, or is truncated: it ends within the settings; make one with "
                    "fendra settings";
         case CArchiveException::badIndex:
             return "is damaged: its number of outputs does not go with its settings; make another "
@@ -40,10 +41,34 @@ static std::string problem(CArchiveException::Cause cause) {
     }
 }
 
+namespace {
+
+// What a module says of another version holds for a host that goes on with default values. Here
+// nothing goes on, so its message would be wrong.
+class SilentDesktop : public Desktop {
+public:
+    SilentDesktop() : before(install(this)) {}
+    SilentDesktop(const SilentDesktop&) = delete;
+    SilentDesktop& operator=(const SilentDesktop&) = delete;
+    ~SilentDesktop() override { install(before); }
+
+    int messageBox(const CString& /*text*/, const CString& /*caption*/,
+                   unsigned /*style*/) override {
+        return IDOK;
+    }
+    void runDialog(CDialog& /*dialog*/) override {}
+
+private:
+    Desktop* before;
+};
+
+}  // namespace
+
 void loadGraph(B_BasisModule& module, const std::string& path) {
     const std::string name = inputName(path);
     std::stringstream stream(readStart(path));
     CArchive archive(stream, CArchive::load);
+    const SilentDesktop silent;
     try {
         module.Serialize(archive);
     } catch (const CArchiveException& exception) {
@@ -51,7 +76,7 @@ void loadGraph(B_BasisModule& module, const std::string& path) {
     }
     if (stream.rdbuf()->in_avail() > 0) {
         throw Failure(fmt::format(
-            "{} goes on behind the settings; a stored graph holds those of one module alone",
+            "{} has trailing data; a stored graph holds the settings of one module and nothing else",
             name));
     }
 }

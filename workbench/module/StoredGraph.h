@@ -4,12 +4,11 @@
 
 class B_BasisModule;
 
-// A stored graph is a file that holds what one module's Serialize writes, and nothing behind it: a
-// file that goes on is another one's, and storing would lose the rest.
+// A stored graph is a file that holds what one module's Serialize writes, and nothing else: a file
+// with trailing data belongs to something else, and storing would lose the rest.
 
-// Loads the file of that path, "-" for standard input, into a module. Another version of the module
-// is shown by the module's own message, through the installed desktop.
-//   Failure   it cannot be read, is of another version, ends too early, goes on too long, or names
+// Loads the file of that path, "-" for standard input, into a module.
+//   Failure   it cannot be read, is of another version, is truncated or has trailing data, or names
 //             a number of outputs that does not go with its settings. The module may hold half of
 //             it then.
 void loadGraph(B_BasisModule& module, const std::string& path);

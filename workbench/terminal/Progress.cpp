@@ -1,61 +1,93 @@
 #include "workbench/terminal/Progress.h"
 
-#include "kernels/InstructionSet.h"
-#include "workbench/module/ModuleRun.h"
 #include "workbench/system/Console.h"
 
 #include <fmt/format.h>
 
 #include <cstdio>
+#include <utility>
 
 static constexpr auto beforeFirst = std::chrono::milliseconds(500);
-static constexpr auto betweenShows = std::chrono::milliseconds(100);
+static constexpr auto betweenShows = std::chrono::milliseconds(200);
 
-// About what a core of 2024 does, at 8, 4 or 2 side by side.
-static double multiplyAddsPerSecond() {
-    switch (instructionSet()) {
-        case InstructionSet::avx512:
-            return 4e10;
-        case InstructionSet::avx2:
-            return 2e10;
-        default:
-            return 1e10;
-    }
-}
-
-void tellEstimate(const ModuleRun& moduleRun) {
-    constexpr double worthTelling = 10.0;
-    const double seconds = moduleRun.work() / multiplyAddsPerSecond();
-    if (moduleRun.rounds() == 1 && seconds > worthTelling) {
-        fmt::print(stderr, "{:.2g} multiply-adds to do at most, about {:.0f} seconds\n",
-                   moduleRun.work(), seconds);
-    }
-}
-
-Progress::Progress()
-    : terminal(Console::isTerminal(stderr)), due(std::chrono::steady_clock::now() + beforeFirst) {}
+Progress::Progress(std::string what, bool quiet) : name(std::move(what)), silent(quiet) {}
 
 Progress::~Progress() {
+    end();
+}
+
+void Progress::end() {
+    if (painter.joinable()) {
+        {
+            const std::lock_guard lock(guard);
+            ended = true;
+        }
+        ending.notify_one();
+        painter.join();
+    }
     if (shown) {
         fmt::print(stderr, "\r\x1b[K");
+        shown = false;
     }
 }
 
-void Progress::announce(const std::string& work) {
-    if (terminal) {
-        fmt::print(stderr, "{}", work);
-        std::fflush(stderr);
-        shown = true;
+void Progress::begins(const JobSize& jobSize) {
+    constexpr double worthTelling = 10.0;
+    {
+        const std::lock_guard lock(guard);
+        size = jobSize;
     }
-}
-
-void Progress::show(std::int64_t done, std::int64_t rounds) {
-    const auto now = std::chrono::steady_clock::now();
-    if (!terminal || rounds < 2 || now < due) {
+    if (silent) {
         return;
     }
-    fmt::print(stderr, "\rblock {} of {}, {} %", done, rounds, 100 * done / rounds);
-    std::fflush(stderr);
-    shown = true;
-    due = now + betweenShows;
+    if (jobSize.rounds == 1 && jobSize.seconds > worthTelling) {
+        fmt::print(stderr, "{:.2g} multiply-adds to do at most, about {:.0f} seconds\n",
+                   jobSize.multiplyAdds, jobSize.seconds);
+    }
+    if (Console::isTerminal(stderr) && !painter.joinable()) {
+        painter = std::thread([this] { paint(); });
+    }
+}
+
+bool Progress::advances(const JobProgress& jobProgress) {
+    const std::lock_guard lock(guard);
+    progress = jobProgress;
+    return true;
+}
+
+void Progress::paint() {
+    std::unique_lock lock(guard);
+    auto wait = beforeFirst;
+    while (!ending.wait_for(lock, wait, [this] { return ended; })) {
+        fmt::print(stderr, "\r{}\x1b[K", line());
+        std::fflush(stderr);
+        shown = true;
+        wait = betweenShows;
+    }
+}
+
+// "3 s" or "2 min 10 s"
+static std::string duration(double seconds) {
+    constexpr double minute = 60.0;
+    const auto whole = static_cast<long long>(seconds + 0.5);
+    return seconds < minute ? fmt::format("{} s", whole)
+                            : fmt::format("{} min {} s", whole / 60, whole % 60);
+}
+
+// The time left follows from the share that is done; before the first step, from the estimate.
+std::string Progress::line() const {
+    const double passed = std::chrono::duration<double>(Clock::now() - start).count();
+    std::string text = name.empty() ? "" : name + ": ";
+    if (progress.rounds > 1) {
+        text += fmt::format("block {} of {}, ", progress.round + 1, progress.rounds);
+    }
+    if (progress.most > 0) {
+        text += fmt::format("step {} of at most {}, ", progress.loop, progress.most);
+    }
+    if (progress.share > 0.0) {
+        return text + fmt::format("{:.0f} %, {} left", 100.0 * progress.share,
+                                  duration(passed * (1.0 / progress.share - 1.0)));
+    }
+    return text + duration(passed) +
+           (size.seconds > passed ? fmt::format(", {} left", duration(size.seconds - passed)) : "");
 }

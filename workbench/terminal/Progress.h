@@ -1,30 +1,43 @@
 #pragma once
 
+#include "workbench/jobs/JobObserver.h"
+
 #include <chrono>
-#include <cstdint>
+#include <condition_variable>
+#include <mutex>
 #include <string>
+#include <thread>
 
-class ModuleRun;
-
-// Says on standard error how long a run of a single round will take, if that is long. Several
-// rounds show their progress instead.
-void tellEstimate(const ModuleRun& moduleRun);
-
-// A line on the terminal that tells how far a run has come; nothing where standard error is no
-// terminal.
-class Progress {
+// A line on the terminal that says how far a job has come and how long it will take; nothing where
+// standard error is not a terminal. Once a job has taken a moment the line is painted anew every
+// now and then, whether the job reports or not.
+class Progress final : public JobObserver {
 public:
-    Progress();
+    // what: in front of the line, "spectral"; empty: nothing. quiet: no line, and no estimate.
+    explicit Progress(std::string what, bool quiet);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
-    ~Progress();  // clears the line
+    ~Progress() override;
 
-    // Of a run of several rounds, once it has taken a moment.
-    void show(std::int64_t done, std::int64_t rounds);
-    // What is being done, at once.
-    void announce(const std::string& work);
+    // A single round that will take long is announced, also where there is no terminal.
+    void begins(const JobSize& jobSize) override;
+    bool advances(const JobProgress& jobProgress) override;
+
+    // Clears the line, before something else is printed.
+    void end();
 
 private:
-    bool terminal, shown = false;
-    std::chrono::steady_clock::time_point due;
+    using Clock = std::chrono::steady_clock;
+
+    void paint();
+    [[nodiscard]] std::string line() const;
+
+    std::string name;
+    bool silent, shown = false, ended = false;
+    Clock::time_point start = Clock::now();
+    std::mutex guard;  // of what follows and of ended
+    JobSize size;
+    JobProgress progress;
+    std::condition_variable ending;
+    std::thread painter;
 };

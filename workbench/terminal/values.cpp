@@ -21,7 +21,7 @@ CLI::Validator choice(const std::vector<std::string>& words) {
         if (std::find(words.begin(), words.end(), word) != words.end()) {
             return "";
         }
-        return fmt::format("\"{}\" is none of {}{}", word, fmt::join(words, ", "),
+        return fmt::format("\"{}\" must be one of {}{}", word, fmt::join(words, ", "),
                            suggestion(word, words));
     };
     return {check, fmt::format("{{{}}}", fmt::join(words, ","))};
@@ -33,27 +33,29 @@ CLI::Validator countUpTo(long long largest, const std::string& what) {
         if (parse(word, count) && count >= 1 && count <= largest) {
             return "";
         }
-        return fmt::format("\"{}\" is no {}; give a whole number from 1 to {}", word, what,
+        return fmt::format("\"{}\" is not a {}; give a whole number from 1 to {}", word, what,
                            largest);
     };
     return {check, ""};
 }
 
-static CLI::Validator number(const std::string& what, const std::string& kind, bool positive) {
+CLI::Validator positiveNumber(const std::string& what) {
     const auto check = [=](std::string& word) -> std::string {
         double value = 0.0;
-        if (parse(word, value) && std::isfinite(value) && (value > 0.0 || !positive)) {
+        if (parse(word, value) && std::isfinite(value) && value > 0.0) {
             return "";
         }
-        return fmt::format("\"{}\" is no {}; give a {}", word, what, kind);
+        return fmt::format("\"{}\" is not a {}; give a number above 0", word, what);
     };
     return {check, ""};
 }
 
-CLI::Validator finiteNumber(const std::string& what) {
-    return number(what, "finite number", false);
-}
-
-CLI::Validator positiveNumber(const std::string& what) {
-    return number(what, "number above 0", true);
+CLI::Validator settingValue(const std::vector<std::string>& words, bool orNumber,
+                            const std::function<std::string(const std::string&)>& problem) {
+    const auto check = [=](std::string& word) -> std::string {
+        const std::string complaint = problem(word);
+        return complaint.empty() ? "" : complaint + suggestion(word, words);
+    };
+    const std::string number = orNumber ? (words.empty() ? "" : ",NUMBER") : "";
+    return {check, words.empty() ? "" : fmt::format("{{{}{}}}", fmt::join(words, ","), number)};
 }

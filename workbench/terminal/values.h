@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -11,9 +12,13 @@
 // One of these words.
 CLI::Validator choice(const std::vector<std::string>& words);
 
+// What a problem is not found with: a function gives the complaint on a word, empty for none. Words
+// beside numbers are there for help, completion and suggestions.
+CLI::Validator settingValue(const std::vector<std::string>& words, bool orNumber,
+                            const std::function<std::string(const std::string&)>& problem);
+
 // A whole number from 1 to largest; what is its name in the message.
 CLI::Validator countUpTo(long long largest, const std::string& what);
 
-// A finite number, and one above 0.
-CLI::Validator finiteNumber(const std::string& what);
+// A number above 0.
 CLI::Validator positiveNumber(const std::string& what);

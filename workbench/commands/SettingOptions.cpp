@@ -1,0 +1,106 @@
+#include "workbench/commands/SettingOptions.h"
+
+#include "workbench/methods/Method.h"
+#include "workbench/terminal/values.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+// Settings of a direction: those that apply under one of its methods.
+static std::vector<const Setting*> settingsOf(std::int32_t direction) {
+    std::vector<const Setting*> some;
+    for (const Setting& setting : Setting::all()) {
+        for (const Method* method : Method::of(direction)) {
+            FendraSettings settings;
+            settings.direction = direction;
+            settings.method = method->code;
+            if (setting.applies(settings) && setting.key != "direction") {
+                some.push_back(&setting);
+                break;
+            }
+        }
+    }
+    return some;
+}
+
+SettingOptions::SettingOptions(std::int32_t direction) {
+    base.direction = direction;
+    for (const Setting* setting : settingsOf(direction)) {
+        rows.push_back({setting, "", nullptr});
+    }
+}
+
+// "--method=van-cittert" is what the group of the iteration's options is called after.
+static std::string groupOf(const Setting& setting) {
+    const std::size_t equals = setting.needs.find('=');
+    return setting.needs.starts_with("method=")
+               ? "Options of --method " + setting.needs.substr(equals + 1)
+               : "Method";
+}
+
+void SettingOptions::addTo(CLI::App& command, const std::vector<std::string>& except) {
+    std::erase_if(rows, [&](const Row& row) {
+        return std::find(except.begin(), except.end(), row.setting->key) != except.end();
+    });
+    for (Row& row : rows) {  // the command holds on to the values: rows stay where they are
+        const Setting& setting = *row.setting;
+        row.option = command.add_option("--" + setting.key, row.value, setting.about)
+                         ->check(settingValue(setting.wordList(), setting.takesNumber(),
+                                              [&setting](const std::string& word) {
+                                                  return setting.problemWith(word);
+                                              }))
+                         ->type_name(setting.words.empty() ? "NUMBER" : "")
+                         ->default_str(setting.word(base))
+                         ->group(groupOf(setting));
+    }
+}
+
+void SettingOptions::exclude(CLI::Option& other) {
+    for (const Row& row : rows) {
+        other.excludes(row.option);
+    }
+}
+
+FendraSettings SettingOptions::settings() const {
+    FendraSettings settings = base;
+    for (const Row& row : rows) {
+        if (!row.value.empty()) {
+            row.setting->assign(settings, row.value);
+        }
+    }
+    return settings;
+}
+
+void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) const {
+    for (const Row& row : rows) {
+        const auto applies = [&](const FendraSettings& settings) {
+            return row.setting->applies(settings);
+        };
+        if (!row.value.empty() && std::none_of(used.begin(), used.end(), applies)) {
+            std::string needs = row.setting->needs;
+            std::replace(needs.begin(), needs.end(), '=', ' ');
+            throw CLI::ValidationError(
+                "--" + row.setting->key,
+                fmt::format("plays no part here; it goes with --{}", needs));
+        }
+    }
+}
+
+std::string optionWords(const FendraSettings& settings) {
+    std::string words, last;
+    for (const Setting* setting : Setting::applyingTo(settings)) {
+        const std::string option =
+            fmt::format("--{} {} ", setting->key, setting->word(settings));
+        if (setting->key == "per") {
+            last = option;
+        } else if (setting->key != "direction") {
+            words += option;
+        }
+    }
+    words += last;
+    words.pop_back();
+    return words;
+}

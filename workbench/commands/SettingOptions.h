@@ -1,0 +1,43 @@
+#pragma once
+
+#include "workbench/methods/Setting.h"
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+// The options of a command that set the module, made from the table of settings.
+class SettingOptions {
+public:
+    // direction: of the command, FendraSettings::convolution or deconvolution.
+    explicit SettingOptions(std::int32_t direction);
+
+    // Adds an option for each setting that the direction has; without those named in except.
+    void addTo(CLI::App& command, const std::vector<std::string>& except = {});
+    // Makes all of them contradict another option.
+    void exclude(CLI::Option& other);
+
+    // What was given; the rest as in a new module.
+    [[nodiscard]] FendraSettings settings() const;
+
+    // CLI::ValidationError if an option was given that plays no part under any of these settings.
+    void refuseIgnored(const std::vector<FendraSettings>& used) const;
+
+private:
+    struct Row {
+        const Setting* setting;
+        std::string value;
+        CLI::Option* option;
+    };
+
+    FendraSettings base;
+    std::vector<Row> rows;
+};
+
+// The options that give these settings, as a command line takes them: "--method spectral --per
+// block".
+std::string optionWords(const FendraSettings& settings);

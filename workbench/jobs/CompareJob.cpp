@@ -1,0 +1,81 @@
+#include "workbench/jobs/CompareJob.h"
+
+#include "workbench/messages/Failure.h"
+#include "workbench/methods/Method.h"
+#include "workbench/module/ModuleLibrary.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+// Root of the summed squares of x - y, over that of y. The shorter has zeros behind it; a y of one
+// channel serves every channel of x.
+static double distance(const Signal& x, const Signal& y) {
+    const auto width = static_cast<std::size_t>(x.info.channels);
+    const auto knownWidth = static_cast<std::size_t>(y.info.channels);
+    const auto samples = static_cast<std::size_t>(std::max(x.info.samples, y.info.samples));
+    double differences = 0.0, squares = 0.0;
+    for (std::size_t i = 0; i < samples * width; ++i) {
+        const std::size_t place = knownWidth == 1 ? i / width : i;
+        const double value = i < x.interleaved.size() ? x.interleaved[i] : 0.0;
+        const double known = place < y.interleaved.size() ? y.interleaved[place] : 0.0;
+        differences += (value - known) * (value - known);
+        squares += known * known;
+    }
+    return squares == 0.0 ? 0.0 : std::sqrt(differences / squares);
+}
+
+static double roughnessOf(const Signal& signal) {
+    const std::vector<double>& x = signal.interleaved;
+    const auto width = static_cast<std::size_t>(signal.info.channels);
+    double differences = 0.0, squares = 0.0;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        squares += x[i] * x[i];
+        if (i >= width) {
+            differences += (x[i] - x[i - width]) * (x[i] - x[i - width]);
+        }
+    }
+    return squares == 0.0 ? 0.0 : std::sqrt(differences / squares);
+}
+
+// The convolution that the method undoes, of its result.
+static Signal modelOf(const CompareJob& job, const Method& method, const Signal& result,
+                      const ModuleLibrary& library, JobObserver& observer) {
+    FoldJob convolution;
+    convolution.first = sourceOf(std::make_shared<const Signal>(result));
+    convolution.second = sourceOf(job.kernel);
+    convolution.settings.direction = FendraSettings::convolution;
+    convolution.settings.method =
+        method.lag != 0 ? FendraSettings::timeDomain : FendraSettings::frequencyDomain;
+    convolution.allowNonfinite = true;
+    return run(convolution, library, observer).result;
+}
+
+MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibrary& library,
+                  JobObserver& observer) {
+    MethodOutcome compared;
+    compared.method = &method;
+    FoldJob deconvolution{.first = sourceOf(job.signal),
+                          .second = sourceOf(job.kernel),
+                          .settings = job.settings,
+                          .cutting = {.block = 0, .pad = job.pad && method.equalLengths},
+                          .rate = 0.0,
+                          .truth = job.truth,
+                          .allowNonfinite = job.allowNonfinite,
+                          .words = "",
+                          .graph = ""};
+    deconvolution.settings.direction = method.direction;
+    deconvolution.settings.method = method.code;
+    try {
+        Outcome outcome = run(deconvolution, library, observer);
+        compared.record = std::move(outcome.record);
+        compared.result = std::move(outcome.result);
+        compared.misfit =
+            distance(modelOf(job, method, compared.result, library, observer), *job.signal);
+        compared.roughness = roughnessOf(compared.result);
+    } catch (const Failure& failure) {
+        compared.failure = failure.what();
+    }
+    return compared;
+}

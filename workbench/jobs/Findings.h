@@ -1,0 +1,36 @@
+#pragma once
+
+#include "workbench/methods/Method.h"
+#include "workbench/module/ModuleRun.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Collects, channel by channel and round by round, what speaks against a result of a method.
+class Findings {
+public:
+    // moduleRun is the run whose channels are to be judged.
+    Findings(const Method& runMethod, const FendraSettings& runSettings,
+             const ModuleRun& moduleRun);
+
+    void add(const ModuleRun::Channel& channel);
+
+    // For people, each with its block and channel where there are several; the first ten.
+    [[nodiscard]] std::vector<std::string> remarks() const;
+
+private:
+    const KernelGain& gainOf(const ModuleRun::Channel& channel);
+
+    const Method& method;
+    FendraSettings settings;
+    bool severalRounds, severalChannels, kernelStays;
+    std::vector<std::optional<KernelGain>> gains;  // of the kernel's channels
+    std::vector<std::string> found;
+    std::size_t left = 0;  // beyond those that are kept
+};
+
+// The gain of a kernel in a run of that length, zeros appended. What cannot be computed for want
+// of memory has no bins.
+KernelGain kernelGain(const std::vector<double>& kernel, std::size_t length);

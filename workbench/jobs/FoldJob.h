@@ -1,0 +1,57 @@
+#pragma once
+
+#include "workbench/files/signalFiles.h"
+#include "workbench/jobs/JobObserver.h"
+#include "workbench/jobs/RunRecord.h"
+#include "workbench/methods/FendraSettings.h"
+#include "workbench/signals/Signal.h"
+#include "workbench/signals/SignalSource.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+class ModuleLibrary;
+
+// How the signals of a job are cut.
+struct Cutting {
+    std::int64_t block = 0;  // samples in a block; 0: the whole signal is one block
+    bool pad = false;        // zeros appended: see ModuleRun, padding linear; where the method needs
+                             // equal lengths, padding equal
+};
+
+// A run as a value: two signals, the settings of the module, how they are cut, and what is to be
+// known of the result. Jobs are independent of each other: several may run at once, each in a
+// thread of its own.
+struct FoldJob {
+    SignalSource first, second;  // with deconvolution the measured signal, and the kernel
+    FendraSettings settings;
+    Cutting cutting;
+    double rate = 0.0;                  // of signals that have none, in Hz; 0: not known
+    std::optional<SignalSource> truth;  // to compare the result with
+    bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
+    std::string words;                  // the command line that gives the same result again
+    std::string graph;                  // where the settings were stored; empty: they were given
+};
+
+// Where a result goes.
+struct Target {
+    std::string path = "-";  // standard output, as text
+    bool replace = false;
+    Encoding encoding = Encoding::automatic;
+};
+
+// Result and record of a job that was run in memory.
+struct Outcome {
+    Signal result;
+    RunRecord record;
+};
+
+// Both forms run the job with the module of a library, in one thread.
+//   Failure   settings that a run refuses, signals that do not go together or cannot be read, more
+//             memory than there is, a module that fails, a result with NaN or infinity, a target
+//             that cannot be written; stopped by the observer before the end. Nothing is written
+//             then.
+Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer);
+RunRecord run(const FoldJob& job, const ModuleLibrary& library, const Target& target,
+              JobObserver& observer);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+
+// What a job takes, at most.
+struct JobSize {
+    double multiplyAdds = 0.0;  // where it takes the square of the lengths or more; else 0
+    double seconds = 0.0;       // of one core, estimated from that
+    std::int64_t rounds = 1;
+};
+
+// How far a job has come.
+struct JobProgress {
+    double share = 0.0;  // of all rounds, channels and steps, from 0 to 1
+    std::int64_t round = 0, rounds = 1;
+    std::uint32_t loop = 0, most = 0;  // of the iteration under way; most 0: there is none
+};
+
+// Watches a job, in the thread that runs it. By itself it does nothing.
+class JobObserver {
+public:
+    virtual ~JobObserver() = default;
+
+    // Once, before the first round.
+    virtual void begins(const JobSize& /*size*/) {}
+
+    // Before each round and channel, and after each step of an iteration. false: stop. An iteration
+    // then ends with the estimate so far, and if nothing else was left to do the job is done; else
+    // it ends by a Failure, and nothing is written.
+    virtual bool advances(const JobProgress& /*progress*/) { return true; }
+};

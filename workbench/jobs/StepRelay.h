@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/RunObserver.h"
+#include "workbench/jobs/JobObserver.h"
+
+#include <cstdint>
+
+// Tells the observer of a job of the rounds and channels that its thread runs, and, as the host's
+// observer, of the steps within each.
+class StepRelay final : public RunObserver {
+public:
+    StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels);
+    StepRelay(const StepRelay&) = delete;
+    StepRelay& operator=(const StepRelay&) = delete;
+    ~StepRelay() override;
+
+    // Before a channel of a round; false: stop.
+    bool before(std::int64_t round, int channel);
+    bool afterStep(const RunStep& step) override;
+    void afterFailure(RunFailure /*why*/) override {}
+
+    // Whether the observer has stopped an iteration.
+    [[nodiscard]] bool stopped() const { return stop; }
+
+private:
+    JobObserver& observer;
+    RunObserver* previous;
+    JobProgress progress;
+    double parts;       // of the whole: rounds times channels
+    double done = 0.0;  // of them
+    int width;
+    bool stop = false;
+};

@@ -1,0 +1,42 @@
+#include "workbench/signals/Signal.h"
+
+#include "workbench/signals/valueCount.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace {
+
+class MemoryReader final : public SignalReader {
+public:
+    explicit MemoryReader(std::shared_ptr<const Signal> source) : signal(std::move(source)) {
+        facts = signal->info;
+    }
+
+    std::int64_t read(double* interleaved, std::int64_t count) override {
+        const std::int64_t got = std::min(count, facts.samples - position);
+        std::copy_n(signal->interleaved.begin() + position * facts.channels, got * facts.channels,
+                    interleaved);
+        position += got;
+        return got;
+    }
+
+private:
+    std::shared_ptr<const Signal> signal;
+    std::int64_t position = 0;
+};
+
+}  // namespace
+
+Signal Signal::of(SignalReader& reader) {
+    Signal signal{reader.info(), {}};
+    signal.interleaved.resize(valueCount(signal.info.samples, signal.info.channels));
+    reader.read(signal.interleaved.data(), signal.info.samples);
+    return signal;
+}
+
+SignalSource sourceOf(std::shared_ptr<const Signal> signal) {
+    const SourceName name = signal->info.source;
+    return {name, [signal] { return std::make_unique<MemoryReader>(signal); }};
+}

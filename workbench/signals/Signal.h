@@ -1,0 +1,19 @@
+#pragma once
+
+#include "workbench/signals/SignalReader.h"
+#include "workbench/signals/SignalSource.h"
+
+#include <memory>
+#include <vector>
+
+// A signal in memory, as a value.
+struct Signal {
+    SignalInfo info;
+    std::vector<double> interleaved;  // the samples of all channels, one after the other
+
+    // The whole of what a reader has left.
+    static Signal of(SignalReader& reader);
+};
+
+// A source that reads a signal in memory, as often as it is opened.
+SignalSource sourceOf(std::shared_ptr<const Signal> signal);
