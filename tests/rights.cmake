@@ -12,7 +12,7 @@ set(rows
   "workbench/messages Failure"
   "workbench/system Console workbench/messages"
   "workbench/signals SignalReader workbench/messages workbench/system"
-  "workbench/files/disk OutputFile workbench/messages workbench/system"
+  "workbench/files/disk OutputFile workbench/messages workbench/system workbench/signals"
   "workbench/files/text TextReader workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/audio audio workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio"
@@ -22,7 +22,7 @@ set(rows
   "workbench/terminal help host platform kernels workbench/messages workbench/system workbench/signals workbench/methods workbench/module"
   "workbench/desktop windowExports platform workbench/messages workbench/system workbench/methods"
   "workbench/commands Command host platform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
-  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/files/disk")
+  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk")
 
 foreach(row IN LISTS rows)
   separate_arguments(words UNIX_COMMAND ${row})

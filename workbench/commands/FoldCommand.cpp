@@ -109,11 +109,11 @@ void FoldCommand::takeGraph(B_BasisModule& module) {
         throw Failure(
             fmt::format("{} holds {}, which is not on offer; choose another value with fendra "
                         "settings",
-                        inputName(graph), odd));
+                        SourceName(graph).shown, odd));
     }
     const bool convolves = settings.direction == FendraSettings::convolution;
     if (convolves != (name == "convolve")) {
-        throw Failure(fmt::format("{} is set to {}; run it with fendra {}", inputName(graph),
+        throw Failure(fmt::format("{} is set to {}; run it with fendra {}", SourceName(graph).shown,
                                   Setting::named("direction").text(settings),
                                   convolves ? "convolve" : "deconvolve"));
     }
@@ -146,11 +146,11 @@ static double commonRate(const SignalInfo& a, const SignalInfo& b, double given)
     if (differ(a.rate, b.rate)) {
         throw Failure(
             fmt::format("{} is sampled at {} Hz and {} at {} Hz; resample one of them first",
-                        a.path, a.rate, b.path, b.rate));
+                        a.source.shown, a.rate, b.source.shown, b.rate));
     }
     if (differ(known, given)) {
         throw Failure(fmt::format("--rate {} contradicts {} Hz in {}; leave it out", given, known,
-                                  a.rate > 0.0 ? a.path : b.path));
+                                  a.rate > 0.0 ? a.source.shown : b.source.shown));
     }
     return known > 0.0 ? known : given;
 }
@@ -211,7 +211,8 @@ void FoldCommand::run() {
         throw CLI::ValidationError("-", "standard input serves one file only");
     }
     const ReadOptions reading = input.reading();
-    const auto firstReader = openSignal(first, reading), secondReader = openSignal(second, reading);
+    const auto firstReader = openSignal(SourceName(first), reading),
+               secondReader = openSignal(SourceName(second), reading);
     const SignalInfo &a = firstReader->info(), &b = secondReader->info();
 
     const ModuleLibrary library = input.library();
@@ -230,7 +231,7 @@ void FoldCommand::run() {
     record.command = name;
     record.method = method;
     record.per = per;
-    record.graph = inputName(graph);
+    record.graph = SourceName(graph).shown;
     record.settings = settings;
     record.block = block;
     record.pad = pad;

@@ -174,7 +174,8 @@ static void writeResults(const std::vector<MethodOutcome>& outcomes, const Signa
 
 void Compare::run() const {
     const ReadOptions reading = input.reading();
-    MemorySignal measured(*openSignal(signal, reading)), response(*openSignal(kernel, reading));
+    MemorySignal measured(*openSignal(SourceName(signal), reading)),
+        response(*openSignal(SourceName(kernel), reading));
     if (pad) {
         const std::int64_t longer = std::max(measured.info().samples, response.info().samples);
         measured.pad(longer);
@@ -182,13 +183,13 @@ void Compare::run() const {
     }
     std::optional<MemorySignal> known;
     if (!truth.empty()) {
-        known.emplace(*openSignal(truth, reading));
+        known.emplace(*openSignal(SourceName(truth), reading));
         const int channels = std::max(measured.info().channels, response.info().channels);
         if (known->info().channels != channels) {
             throw Failure(
                 fmt::format("{} has {} channels and the result has {}; they cannot be "
                             "compared",
-                            truth, known->info().channels, channels));
+                            known->info().source.shown, known->info().channels, channels));
         }
     }
     const ModuleLibrary library = input.library();

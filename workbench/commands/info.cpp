@@ -3,6 +3,7 @@
 #include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/module/FendraModule.h"
 #include "workbench/system/fileNames.h"
 
@@ -27,7 +28,7 @@ static std::string plain(const Json& fact) {
     std::string line;
     for (const Json& entry : list) {
         line += line.empty() ? "" : ", ";
-        line += entry.is_string() ? entry.get<std::string>() : entry.dump();
+        line += entry.is_string() ? printable(entry.get<std::string>()) : entry.dump();
     }
     return line;
 }
@@ -114,7 +115,7 @@ static std::vector<Range> ranges(SignalReader& reader) {
 
 static Json fileFacts(SignalReader& reader) {
     const SignalInfo& info = reader.info();
-    Json facts = {{"file", info.path},
+    Json facts = {{"file", info.source.recorded()},
                   {"format", info.format},
                   {"samples", info.samples},
                   {"channels", info.channels},
@@ -156,7 +157,8 @@ void addInfo(CLI::App& program) {
         if (info->file.empty()) {
             print(moduleFacts(info->input.library()), info->json);
         } else {
-            print(fileFacts(*openSignal(info->file, info->input.reading())), info->json);
+            print(fileFacts(*openSignal(SourceName(info->file), info->input.reading())),
+                  info->json);
         }
     });
 }

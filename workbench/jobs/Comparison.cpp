@@ -8,12 +8,13 @@
 #include <cstddef>
 
 Comparison::Comparison(const std::string& path, const ReadOptions& options, int resultChannels)
-    : reader(openSignal(path, options)), width(static_cast<std::size_t>(resultChannels)) {
+    : reader(openSignal(SourceName(path), options)),
+      width(static_cast<std::size_t>(resultChannels)) {
     const int channels = reader->info().channels;
     if (channels != 1 && channels != resultChannels) {
         throw Failure(
-            fmt::format("{} has {} channels and the result has {}; they cannot be compared", path,
-                        channels, resultChannels));
+            fmt::format("{} has {} channels and the result has {}; they cannot be compared",
+                        reader->info().source.shown, channels, resultChannels));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "workbench/jobs/RunRecord.h"
 
+#include "workbench/messages/Printable.h"
 #include "workbench/methods/Setting.h"
 
 #include <fmt/format.h>
@@ -24,8 +25,8 @@ std::vector<std::string> RunRecord::openingNotes() const {
         notes.push_back(fmt::format("{}: {}", graph, settingsLine(settings)));
     }
     for (const SignalInfo& input : inputs) {
-        notes.push_back(
-            fmt::format("{}: {}", input.path, describe(input.channels, input.samples, input.rate)));
+        notes.push_back(fmt::format("{}: {}", input.source.shown,
+                                    describe(input.channels, input.samples, input.rate)));
     }
     return notes;
 }
@@ -35,7 +36,7 @@ std::vector<std::string> RunRecord::closingNotes() const {
 }
 
 std::string RunRecord::summary() const {
-    std::string text = fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}\n", output,
+    std::string text = fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}\n", printable(output),
                                    describe(channels, samples, rate), minimum, maximum, work());
     for (const ReportedNumbers& entry : numbers) {
         const std::string channel =
@@ -44,7 +45,7 @@ std::string RunRecord::summary() const {
                             numberNames[0], entry.values[0], numberNames[1], entry.values[1]);
     }
     if (error) {
-        text += fmt::format("relative error against {}: {:.2g}\n", truth, *error);
+        text += fmt::format("relative error against {}: {:.2g}\n", printable(truth), *error);
     }
     return text;
 }
@@ -54,7 +55,7 @@ std::string RunRecord::json() const {
     const auto known = [](double value) { return value > 0.0 ? Json(value) : Json(nullptr); };
     Json files = Json::array();
     for (const SignalInfo& input : inputs) {
-        files.push_back({{"file", input.path},
+        files.push_back({{"file", input.source.recorded()},
                          {"format", input.format},
                          {"samples", input.samples},
                          {"channels", input.channels},

@@ -50,13 +50,13 @@ void ModuleRun::checkPairing() const {
         throw Failure(
             fmt::format("{} has {} channels and {} has {}; the counts must be equal, or one "
                         "of them 1",
-                        a.path, a.channels, b.path, b.channels));
+                        a.source.shown, a.channels, b.source.shown, b.channels));
     }
     if (first.rounds() != second.rounds() && first.rounds() != 1 && second.rounds() != 1) {
         throw Failure(
             fmt::format("{} has {} blocks and {} has {}; the counts must be equal, or one of "
                         "them 1: choose another --block",
-                        a.path, first.rounds(), b.path, second.rounds()));
+                        a.source.shown, first.rounds(), b.source.shown, second.rounds()));
     }
     if (!plan.settings.reportsNumbers() || plan.pad) {
         return;
@@ -66,7 +66,8 @@ void ModuleRun::checkPairing() const {
             throw Failure(
                 fmt::format("block {}: {} has {} samples and {} has {}; this method needs "
                             "equal lengths: --pad appends zeros to the shorter",
-                            round + 1, a.path, first.length(round), b.path, second.length(round)));
+                            round + 1, a.source.shown, first.length(round), b.source.shown,
+                            second.length(round)));
         }
     }
 }
@@ -77,7 +78,7 @@ void ModuleRun::checkSize() const {
         throw Failure(
             fmt::format("{} and {} give more than {} samples at once; cut them with --per "
                         "block --block N",
-                        first.reader.info().path, second.reader.info().path,
+                        first.reader.info().source.shown, second.reader.info().source.shown,
                         std::numeric_limits<std::int32_t>::max()));
     }
     if (!plan.settings.reportsNumbers() || plan.settings.method != FendraSettings::pseudoInverse) {
@@ -165,7 +166,7 @@ void ModuleRun::checkKernel(std::int64_t round) const {
         const std::vector<double>& kernel = second.share(channel);
         if (std::all_of(kernel.begin(), kernel.end(), [](double x) { return x == 0.0; })) {
             throw Failure(fmt::format("block {}: {} is all zero; give a kernel to deconvolve by",
-                                      round + 1, second.reader.info().path));
+                                      round + 1, second.reader.info().source.shown));
         }
     }
 }

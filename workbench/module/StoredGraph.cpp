@@ -15,11 +15,11 @@
 static constexpr std::size_t longestGraph = 4096;
 
 static std::string readStart(const std::string& path) {
-    const FileHandle file = openInput(path);
+    const FileHandle file = openInput(SourceName(path));
     std::string bytes(longestGraph + 1, '\0');
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
     if (std::ferror(file.get()) != 0) {
-        throw Failure(fmt::format("cannot read {}: {}", inputName(path), errorText()));
+        throw Failure(fmt::format("cannot read {}: {}", SourceName(path).shown, errorText()));
     }
     return bytes;
 }
@@ -41,7 +41,7 @@ static std::string problem(CArchiveException::Cause cause) {
 }
 
 void loadGraph(B_BasisModule& module, const std::string& path) {
-    const std::string name = inputName(path);
+    const std::string name = SourceName(path).shown;
     std::stringstream stream(readStart(path));
     CArchive archive(stream, CArchive::load);
     try {
@@ -60,7 +60,7 @@ void storeGraph(B_BasisModule& module, const std::string& path, bool replace) {
     std::stringstream stream;
     CArchive archive(stream, CArchive::store);
     module.Serialize(archive);
-    OutputFile file(path, replace);
+    OutputFile file(SourceName::ofOutput(path), replace);
     file.write(stream.str());
     file.commit();
 }
