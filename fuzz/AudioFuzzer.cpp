@@ -8,7 +8,7 @@ static constexpr std::int64_t mostValues = 1 << 20;  // that are read and writte
 
 static std::unique_ptr<SignalReader> open(const MemoryFile& file, bool allowNonfinite) {
     try {
-        return openSignal(file.path(), {.allowNonfinite = allowNonfinite});
+        return openSignal(SourceName(file.path()), {.allowNonfinite = allowNonfinite});
     } catch (const Failure& refusal) {
         requireShowable(refusal.what());
         return nullptr;

@@ -57,7 +57,7 @@ void fuzzOne(Bytes input) {
     static const std::string endings[] = {".csv", ".tsv", ".txt", ".dat"};
     const MemoryFile file(bytes.text(input.size()));
     try {
-        const auto reader = openSignal(file.path(), options);
+        const auto reader = openSignal(SourceName(file.path()), options);
         const std::vector<double> samples = samplesOf(*reader, options.allowNonfinite);
         checkRoundTrip(reader->info(), samples, endings[choice >> 2U & 3U]);
     } catch (const Failure& refusal) {

@@ -66,7 +66,7 @@ std::unique_ptr<SignalReader> writtenAndOpened(const std::string& ending,
     const auto writer = createSignal(path, true, Encoding::automatic, info);
     writer->write(samples.data(), static_cast<std::int64_t>(samples.size()) / info.channels);
     writer->finish({});
-    auto reader = openSignal(path, options);
+    auto reader = openSignal(SourceName(path), options);
     std::filesystem::remove(path);  // open, it can still be read
     return reader;
 }

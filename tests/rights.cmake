@@ -12,17 +12,17 @@ set(rows
   "workbench/messages Failure"
   "workbench/system Console workbench/messages"
   "workbench/signals SignalReader workbench/messages workbench/system"
-  "workbench/files/disk OutputFile workbench/messages workbench/system"
+  "workbench/files/disk OutputFile workbench/messages workbench/system workbench/signals"
   "workbench/files/text TextReader workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/audio audio workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio"
   "workbench/methods Setting workbench/messages"
   "workbench/module ModuleRun host platform workbench/messages workbench/system workbench/signals workbench/files/disk workbench/methods"
-  "workbench/jobs RunRecord workbench/terminal host platform transform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module"
-  "workbench/terminal help host platform kernels workbench/messages workbench/system workbench/signals workbench/methods workbench/module"
-  "workbench/desktop windowExports platform workbench/messages workbench/system workbench/methods"
+  "workbench/jobs RunRecord host platform transform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module"
+  "workbench/terminal help host platform workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module workbench/jobs"
+  "workbench/desktop windowExports host platform workbench/messages workbench/system workbench/methods"
   "workbench/commands Command host platform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
-  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/files/disk")
+  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk")
 
 foreach(row IN LISTS rows)
   separate_arguments(words UNIX_COMMAND ${row})

@@ -37,7 +37,7 @@ TEST_P(AudioRoundTrip, GivesTheSameSamplesBack) {
     const std::vector<double> samples = exactSamples(bits);
     writeSignal(folder.path("s" + ending), samples, resultInfo(3, 44100), encoding);
 
-    const auto reader = openSignal(folder.path("s" + ending), {});
+    const auto reader = openSignal(SourceName(folder.path("s" + ending)), {});
     EXPECT_EQ(reader->info().format, format);
     EXPECT_EQ(reader->info().channels, 3);
     EXPECT_EQ(reader->info().rate, 44100);
@@ -47,7 +47,7 @@ TEST_P(AudioRoundTrip, GivesTheSameSamplesBack) {
         << "a time stamp: equal results, unequal files";
 
     const std::string cut = folder.write("cut" + ending, bytes.substr(0, bytes.size() / 2));
-    EXPECT_EQ(failureOf([&] { openSignal(cut, {}); }).find(cut + " is cut off: "), 0U);
+    EXPECT_EQ(failureOf([&] { openSignal(SourceName(cut), {}); }).find(cut + " is cut off: "), 0U);
 }
 INSTANTIATE_TEST_SUITE_P(
     Formats, AudioRoundTrip,

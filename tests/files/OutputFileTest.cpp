@@ -14,7 +14,7 @@
 
 TEST(OutputFile, LeavesAloneWhatHasComeUpMeanwhile) {
     const TemporaryFolder folder;
-    OutputFile late(folder.path("a.csv"), false);
+    OutputFile late(SourceName::ofOutput(folder.path("a.csv")), false);
     folder.write("a.csv", "somebody's");
     EXPECT_EQ(failureOf([&] { late.commit(); }),
               folder.path("a.csv") + " exists; choose another name or use --force");
@@ -25,7 +25,8 @@ TEST(OutputFile, LeavesAloneWhatHasComeUpMeanwhile) {
 TEST(OutputFile, ReplacesTheOldFileAtCommitAndRemovesThePartOnASignal) {
     const TemporaryFolder folder;
     removePartialOutput();  // nothing to do
-    OutputFile output(folder.path("a.csv"), true), interrupted(folder.path("b.csv"), true);
+    OutputFile output(SourceName::ofOutput(folder.path("a.csv")), true),
+        interrupted(SourceName::ofOutput(folder.path("b.csv")), true);
     EXPECT_EQ(folder.count(), 2);
     removePartialOutput();
     EXPECT_EQ(folder.count(), 1);

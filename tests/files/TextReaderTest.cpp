@@ -17,7 +17,7 @@ class TextColumns : public testing::TestWithParam<TextCase> {};
 
 TEST_P(TextColumns, AreFoundAndReadExactly) {
     const TemporaryFolder folder;
-    const auto reader = openSignal(folder.write("s.csv", GetParam().text), {});
+    const auto reader = openSignal(SourceName(folder.write("s.csv", GetParam().text)), {});
     EXPECT_EQ(reader->info().channels, GetParam().channels);
     EXPECT_EQ(reader->info().names, GetParam().names);
     EXPECT_EQ(reader->info().rate, 0.0);
@@ -51,7 +51,7 @@ TEST(TextReader, ReadsLinesAcrossAllBlockEdges) {
         text += std::string(static_cast<std::size_t>(i % 97), '0') + std::to_string(i) + '\n';
         sum += i;
     }
-    const auto reader = openSignal(folder.write("s.txt", text), {});
+    const auto reader = openSignal(SourceName(folder.write("s.txt", text)), {});
     for (const double sample : readSamples(*reader)) {
         sum -= sample;
     }
@@ -61,7 +61,7 @@ TEST(TextReader, ReadsLinesAcrossAllBlockEdges) {
 // A file that shrinks between the two passes must not pass for a shorter signal.
 TEST(TextReader, NoticesAChangeWhileReading) {
     const TemporaryFolder folder;
-    const auto reader = openSignal(folder.write("s.csv", "1\n2\n3\n4\n"), {});
+    const auto reader = openSignal(SourceName(folder.write("s.csv", "1\n2\n3\n4\n")), {});
     folder.write("s.csv", "1\n2\n");
     EXPECT_EQ(failureOf([&] { readSamples(*reader); }),
               folder.path("s.csv") + " has changed while it was read; start again");

@@ -66,13 +66,14 @@ void FoldCommand::addCutting(CLI::App& command) {
         ->group("Blocks");
     const bool convolves = options.settings().direction == FendraSettings::convolution;
     command
-        .add_flag("--pad", cutting.pad,
-                  convolves
-                      ? "append zeros so that nothing wraps round: the linear result, longer by the "
-                        "other signal (with --block: each block's own)"
-                      : "append zeros: with spectral as many as the other signal has samples, so "
-                        "that nothing wraps round; with van-cittert and pseudo-inverse to the "
-                        "shorter signal, which makes the lengths equal")
+        .add_flag(
+            "--pad", cutting.pad,
+            convolves
+                ? "append zeros so that nothing wraps round: the linear result, longer by the "
+                  "other signal (with --block: each block's own)"
+                : "append zeros: with spectral as many as the other signal has samples, so "
+                  "that nothing wraps round; with van-cittert and pseudo-inverse to the "
+                  "shorter signal, which makes the lengths equal")
         ->group("Blocks");
 }
 
@@ -98,7 +99,8 @@ void FoldCommand::addOutput(CLI::App& command) {
         ->type_name("FILE")
         ->group("Result");
     command
-        .add_flag("--json", json, "print the record of the run as JSON on standard output; needs -o")
+        .add_flag("--json", json,
+                  "print the record of the run as JSON on standard output; needs -o")
         ->group("Result");
     command.add_flag("-q,--quiet", quiet, "print nothing about the run, except errors")
         ->group("Result");
@@ -126,18 +128,17 @@ FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
     loadGraph(*module, graph);
     FendraSettings stored = settingsOf(*module);
     if (refusedSetting(stored).empty() && stored.direction != given.direction) {
-        throw Failure(
-            fmt::format("{} is set to {}; run it with fendra {}", SourceName(graph).shown,
-                        Setting::named("direction").text(stored),
-                        stored.direction == FendraSettings::convolution ? "convolve" : "deconvolve"));
+        throw Failure(fmt::format(
+            "{} is set to {}; run it with fendra {}", SourceName(graph).shown,
+            Setting::named("direction").text(stored),
+            stored.direction == FendraSettings::convolution ? "convolve" : "deconvolve"));
     }
     return stored;
 }
 
 std::string FoldCommand::commandLine(const FendraSettings& used) const {
-    std::string line =
-        fmt::format("fendra {} {} {} {}", name, quoted(first), quoted(second),
-                    graph.empty() ? optionWords(used) : "--graph " + quoted(graph));
+    std::string line = fmt::format("fendra {} {} {} {}", name, quoted(first), quoted(second),
+                                   graph.empty() ? optionWords(used) : "--graph " + quoted(graph));
     const auto add = [&line](bool given, const std::string& words) {
         line += given ? " " + words : "";
     };
@@ -154,7 +155,9 @@ void FoldCommand::run() const {
     checkStreams();
     const ReadOptions reading = input.reading();
     const ModuleLibrary library = input.library();
-    FoldJob job{.first = fileSource(first, reading), .second = fileSource(second, reading)};
+    FoldJob job;
+    job.first = fileSource(first, reading);
+    job.second = fileSource(second, reading);
     job.settings = settings(library);
     job.cutting = cutting;
     job.rate = rate;

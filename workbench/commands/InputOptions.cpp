@@ -5,8 +5,9 @@
 #include <CLI/CLI.hpp>
 
 void InputOptions::addTo(CLI::App& command) {
-    command.add_flag("--no-axis", noAxis,
-                     "take the first column of a text file as a signal, whatever its name")
+    command
+        .add_flag("--no-axis", noAxis,
+                  "take the first column of a text file as a signal, whatever its name")
         ->group("Signals");
     command
         .add_flag("--allow-nonfinite", allowNonfinite,

@@ -82,9 +82,8 @@ void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) cons
         if (!row.value.empty() && std::none_of(used.begin(), used.end(), applies)) {
             std::string needs = row.setting->needs;
             std::replace(needs.begin(), needs.end(), '=', ' ');
-            throw CLI::ValidationError(
-                "--" + row.setting->key,
-                fmt::format("plays no part here; it goes with --{}", needs));
+            throw CLI::ValidationError("--" + row.setting->key,
+                                       fmt::format("plays no part here; it goes with --{}", needs));
         }
     }
 }
@@ -92,8 +91,7 @@ void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) cons
 std::string optionWords(const FendraSettings& settings) {
     std::string words, last;
     for (const Setting* setting : Setting::applyingTo(settings)) {
-        const std::string option =
-            fmt::format("--{} {} ", setting->key, setting->word(settings));
+        const std::string option = fmt::format("--{} {} ", setting->key, setting->word(settings));
         if (setting->key == "per") {
             last = option;
         } else if (setting->key != "direction") {

@@ -56,11 +56,10 @@ static void printTable(const std::vector<MethodOutcome>& outcomes, bool withTrut
             continue;
         }
         const auto& error = outcome.record.error;
-        const std::string line =
-            fmt::format("{:<16}{:>10.2g}{:>11.2g}{}   {}", outcome.method->word, outcome.misfit,
-                        outcome.roughness,
-                        error ? fmt::format("{:>10.2g}", error->relativeError) : "",
-                        reportedText(outcome));
+        const std::string line = fmt::format(
+            "{:<16}{:>10.2g}{:>11.2g}{}   {}", outcome.method->word, outcome.misfit,
+            outcome.roughness, error ? fmt::format("{:>10.2g}", error->relativeError) : "",
+            reportedText(outcome));
         fmt::print("{}\n", line.substr(0, line.find_last_not_of(' ') + 1));
     }
     for (const MethodOutcome& outcome : outcomes) {
@@ -141,11 +140,13 @@ CompareJob CompareCommand::job() const {
     }
     options.refuseIgnored(used);
     const ReadOptions reading = input.reading();
-    job.signal = std::make_shared<const Signal>(Signal::of(*openSignal(signal, reading)));
-    job.kernel = std::make_shared<const Signal>(Signal::of(*openSignal(kernel, reading)));
+    job.signal =
+        std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(signal), reading)));
+    job.kernel =
+        std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(kernel), reading)));
     if (!truth.empty()) {
         job.truth = sourceOf(
-            std::make_shared<const Signal>(Signal::of(*openSignal(truth, reading))));
+            std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(truth), reading))));
     }
     job.pad = pad;
     job.allowNonfinite = input.allowNonfinite;

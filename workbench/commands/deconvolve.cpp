@@ -29,7 +29,8 @@ static void addDeconvolve(CLI::App& program) {
         "  fendra deconvolve lines.csv peak.csv --method van-cittert --max-iterations 30\n"
         "  fendra deconvolve far.csv near.csv --method pseudo-inverse --scaling central\n"
         "  fendra deconvolve lines.csv peak.csv --graph lines.graph      settings that are kept\n");
-    const auto deconvolve = std::make_shared<FoldCommand>("deconvolve", FendraSettings::deconvolution);
+    const auto deconvolve =
+        std::make_shared<FoldCommand>("deconvolve", FendraSettings::deconvolution);
     deconvolve->addTo(command, "SIGNAL", "KERNEL");
     command.callback([deconvolve] { deconvolve->run(); });
 }

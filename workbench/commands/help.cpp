@@ -8,7 +8,8 @@
 #include <string>
 
 static void addHelp(CLI::App& program) {
-    CLI::App& command = *program.add_subcommand("help", "Show the help of the program or a command.");
+    CLI::App& command =
+        *program.add_subcommand("help", "Show the help of the program or a command.");
     command.footer(
         "  fendra help\n"
         "  fendra help convolve     as fendra convolve --help\n");

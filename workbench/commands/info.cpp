@@ -112,7 +112,7 @@ static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
     std::vector<Fact> facts = {
         {"module", "module", library.longLabel()},
         {"shortName", "short name", library.shortLabel()},
-        {"settingsVersion", "version of its settings", moduleVersion(*module)},
+        {"version", "version of its settings", moduleVersion(*module)},
         {"file", "file", nameOf(library.file)},
         {"exports", "exports", ModuleLibrary::exportNames},
         {"languages", "languages", languages},
@@ -156,12 +156,11 @@ static Json finiteOrNull(double value) {
 
 static std::vector<Fact> fileFacts(SignalReader& reader) {
     const SignalInfo& info = reader.info();
-    std::vector<Fact> facts = {
-        {"file", "file", info.source.recorded()},
-        {"format", "format", info.format},
-        {"samples", "samples", info.samples},
-        {"channels", "channels", info.channels},
-        {"rate", "rate", info.rate > 0.0 ? Json(info.rate) : Json(nullptr)}};
+    std::vector<Fact> facts = {{"file", "file", info.source.recorded()},
+                               {"format", "format", info.format},
+                               {"samples", "samples", info.samples},
+                               {"channels", "channels", info.channels},
+                               {"rate", "rate", info.rate > 0.0 ? Json(info.rate) : Json(nullptr)}};
     if (info.rate > 0.0) {
         facts.push_back({"seconds", "seconds", static_cast<double>(info.samples) / info.rate});
     }
@@ -210,7 +209,8 @@ static void addInfo(CLI::App& program) {
         if (info->file.empty()) {
             print(moduleFacts(info->input.library()), info->json);
         } else {
-            print(fileFacts(*openSignal(info->file, info->input.reading())), info->json);
+            print(fileFacts(*openSignal(SourceName(info->file), info->input.reading())),
+                  info->json);
         }
     });
 }

@@ -84,7 +84,7 @@ void SettingsCommand::run() const {
         return;
     }
     if (!picture.empty()) {
-        const OutputFile refusesExisting(picture, replace);
+        const OutputFile refusesExisting(SourceName::ofOutput(picture), replace);
         const WindowLibrary windows;
         edit(*windows.pictureDesktop(picture));
         return;

@@ -8,7 +8,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
 
 DialogTyper::DialogTyper(std::vector<Assignment> assignments)
@@ -77,37 +76,6 @@ static bool perform(CDialog& dialog, const Assignment& given) {
     }
 }
 
-static bool isNumber(const CString& text, const std::string& value) {
-    const std::string shown = toUtf8(text);
-    char* end = nullptr;
-    const double number = std::strtod(shown.c_str(), &end);
-    return *end == '\0' && number == std::strtod(value.c_str(), &end) && *end == '\0';
-}
-
-// Whether the dialog shows the value already.
-static bool stands(const CDialog& dialog, const Assignment& given) {
-    const Setting& setting = *given.setting;
-    const DialogControl* const control = dialog.control(controlOf(given));
-    const Setting::Word* const word = setting.find(given.value);
-    if (control == nullptr) {
-        return false;
-    }
-    if (setting.enabledBy != nullptr) {
-        const bool on = dialog.control(setting.enablingControl)->checked;
-        return word != nullptr ? !on : on && isNumber(control->text, given.value);
-    }
-    switch (control->resource->kind) {
-        case ControlKind::radio:
-            return control->checked;
-        case ControlKind::checkBox:
-            return control->checked == (word->held != 0);
-        case ControlKind::dropDown:
-            return control->selection == word->held;
-        default:
-            return isNumber(control->text, given.value);
-    }
-}
-
 static void performOrRefuse(CDialog& dialog, const Assignment& given) {
     if (!perform(dialog, given)) {
         throw Failure(
@@ -122,9 +90,6 @@ static void give(CDialog& dialog, const Assignment& given) {
         performOrRefuse(dialog, given);
         return;
     }
-    if (given.setting->control != 0 && stands(dialog, given)) {
-        return;
-    }
     std::string needs;
     for (const Assignment& need : first) {
         needs += describe(need) + " ";
@@ -132,20 +97,16 @@ static void give(CDialog& dialog, const Assignment& given) {
     throw Failure(fmt::format("{} does not apply: choose {}first", describe(given), needs));
 }
 
-// What plays no part is set while the method is chosen that it belongs to.
+// What plays no part is set while the method is chosen that it belongs to; the choices come last.
 void DialogTyper::giveWhole(CDialog& dialog) const {
     for (const Assignment& given : values) {
-        const std::vector<Assignment> first = missing(dialog, *given.setting);
-        if (!first.empty() && stands(dialog, given)) {
-            continue;
-        }
-        for (const Assignment& need : first) {
+        for (const Assignment& need : missing(dialog, *given.setting)) {
             performOrRefuse(dialog, need);
         }
         performOrRefuse(dialog, given);
     }
     for (const Assignment& given : values) {
-        if (given.setting->control == 0) {  // radios: the choices themselves
+        if (given.setting->control == 0) {
             performOrRefuse(dialog, given);
         }
     }

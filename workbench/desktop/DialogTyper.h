@@ -11,8 +11,8 @@
 class DialogTyper : public Desktop {
 public:
     // Values are given in the order of Setting::all, whatever theirs. A value that plays no part
-    // is refused unless it stands there already; but a whole record, which has a value for every
-    // setting of its direction, is taken whole.
+    // is refused; but a whole record, with a value for every setting of its direction, is taken
+    // whole.
     explicit DialogTyper(std::vector<Assignment> assignments);
 
     // Failure, with the dialog not answered, if a value does not apply or the dialog does not take

@@ -5,8 +5,8 @@
 
 namespace {
 
-// Installed while it lives, in place of the desktop before. Everything is shown by another one; this
-// one notes whether a dialog came up, and whether it was answered by OK.
+// Installed while it lives, in place of the desktop before. Everything is shown by another one;
+// this one notes whether a dialog came up, and whether it was answered by OK.
 class Watch : public Desktop {
 public:
     explicit Watch(Desktop& shownOn) : shown(shownOn), before(install(this)) {}

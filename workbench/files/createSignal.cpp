@@ -2,7 +2,6 @@
 #include "workbench/files/signalFiles.h"
 #include "workbench/files/text/TextWriter.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -31,8 +30,8 @@ static constexpr std::array endings = {Ending{".wav", '\0', AudioContainer::wav}
                                        Ending{".txt", ' ', {}},
                                        Ending{".dat", ' ', {}}};
 
-static const Ending& endingOf(const std::string& path) {
-    std::string text = nameOf(pathOf(path).extension());
+static const Ending& endingOf(const SourceName& output) {
+    std::string text = nameOf(pathOf(output.path).extension());
     std::transform(text.begin(), text.end(), text.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     const auto* found = std::find_if(endings.begin(), endings.end(),
@@ -45,29 +44,31 @@ static const Ending& endingOf(const std::string& path) {
         known += fmt::format(" {}", ending.text);
     }
     throw Failure(fmt::format("{}: the ending of the name does not tell the format; use one of{}",
-                              printable(path), known));
+                              output.shown, known));
 }
 
 // Devices and pipes often have no ending; they get what standard output gets.
-static bool isPlainStream(const std::string& path) {
+static bool isPlainStream(const SourceName& output) {
+    const std::filesystem::path path = pathOf(output.path);
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(pathOf(path), ignored);
-    return path == "-" ||
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    return output.isStandardStream() ||
            (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
-            !std::filesystem::is_directory(status) && pathOf(path).extension().empty());
+            !std::filesystem::is_directory(status) && path.extension().empty());
 }
 
 std::unique_ptr<SignalWriter> createSignal(const std::string& path, bool replace, Encoding encoding,
                                            const ResultInfo& info) {
-    const Ending ending = isPlainStream(path) ? Ending{"", ',', {}} : endingOf(path);
+    const SourceName output = SourceName::ofOutput(path);
+    const Ending ending = isPlainStream(output) ? Ending{"", ',', {}} : endingOf(output);
     if (ending.separator == '\0') {
-        return createAudio(path, replace, ending.container, encoding, info);
+        return createAudio(output, replace, ending.container, encoding, info);
     }
     if (encoding != Encoding::automatic) {
         throw Failure(
             fmt::format("{} is text, which has no encoding of samples; leave the encoding "
                         "out, or use the ending of an audio file",
-                        path == "-" ? "standard output" : printable(path)));
+                        output.shown));
     }
-    return std::make_unique<TextWriter>(path, replace, ending.separator, info);
+    return std::make_unique<TextWriter>(output, replace, ending.separator, info);
 }

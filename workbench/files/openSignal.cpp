@@ -3,7 +3,6 @@
 #include "workbench/files/signalFiles.h"
 #include "workbench/files/text/TextReader.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
 
@@ -39,31 +38,31 @@ static bool looksLikeText(std::string_view head) {
     });
 }
 
-std::unique_ptr<SignalReader> openSignal(const std::string& path, const ReadOptions& options) {
-    FileHandle file = openInput(path);
-    const std::string name = path == "-" ? "standard input" : path;
+std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options) {
+    FileHandle file = openInput(source);
     std::array<char, 256> bytes = {};
     const std::string_view head(bytes.data(),
                                 std::fread(bytes.data(), 1, bytes.size(), file.get()));
     if (std::ferror(file.get()) != 0 || !seekFile(file.get(), 0, SEEK_SET)) {
         throw Failure(fmt::format("cannot read {}: {}; copy it to another place first",
-                                  printable(name), errorText()));
+                                  source.shown, errorText()));
     }
     if (head.empty()) {
-        throw Failure(fmt::format("{} is empty; choose another file", printable(name)));
+        throw Failure(fmt::format("{} is empty; choose another file", source.shown));
     }
     if (looksLikeAudio(head)) {
-        return openAudio(std::move(file), name, options);
+        return openAudio(std::move(file), source, options);
     }
     if (!looksLikeText(head)) {
         throw Failure(
             fmt::format("{} is neither UTF-8 text nor WAV, W64, RF64, AIFF or FLAC audio; "
                         "save it as one of these",
-                        printable(name)));
+                        source.shown));
     }
-    return std::make_unique<TextReader>(std::move(file), name, options);
+    return std::make_unique<TextReader>(std::move(file), source, options);
 }
 
 SignalSource fileSource(const std::string& path, const ReadOptions& options) {
-    return {SourceName(path), [=] { return openSignal(path, options); }};
+    const SourceName source(path);
+    return {source, [=] { return openSignal(source, options); }};
 }

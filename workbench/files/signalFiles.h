@@ -8,14 +8,14 @@
 #include <string>
 
 // Opens a signal and goes through it once, so that whatever is wrong with it comes to light here.
-//   path      "-" is standard input. It and pipes are first copied to a temporary file.
+//   source    Standard input and pipes are first copied to a temporary file.
 //   Audio     (WAV, W64, RF64, AIFF, FLAC, known by its first bytes) is scaled to 1.0 at full
 //             scale; floating-point samples stay as they are.
 //   Text      is columns of numbers separated by tabs, semicolons, commas or blanks, after lines of
 //             comment (#) and at most one header line. A first column that the header calls a time
 //             or an axis gives rate and axis; the other columns are channels.
 //   Failure   unreadable, empty or cut off, not a number, uneven axis, NaN or infinity.
-std::unique_ptr<SignalReader> openSignal(const std::string& path, const ReadOptions& options);
+std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options);
 
 // The file of that path as a source: it is opened, with these options, when it is needed.
 SignalSource fileSource(const std::string& path, const ReadOptions& options);

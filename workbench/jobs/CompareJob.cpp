@@ -56,15 +56,13 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
                   JobObserver& observer) {
     MethodOutcome compared;
     compared.method = &method;
-    FoldJob deconvolution{.first = sourceOf(job.signal),
-                          .second = sourceOf(job.kernel),
-                          .settings = job.settings,
-                          .cutting = {.block = 0, .pad = job.pad && method.equalLengths},
-                          .rate = 0.0,
-                          .truth = job.truth,
-                          .allowNonfinite = job.allowNonfinite,
-                          .words = "",
-                          .graph = ""};
+    FoldJob deconvolution;
+    deconvolution.first = sourceOf(job.signal);
+    deconvolution.second = sourceOf(job.kernel);
+    deconvolution.settings = job.settings;
+    deconvolution.cutting.pad = job.pad && method.equalLengths;
+    deconvolution.truth = job.truth;
+    deconvolution.allowNonfinite = job.allowNonfinite;
     deconvolution.settings.direction = method.direction;
     deconvolution.settings.method = method.code;
     try {

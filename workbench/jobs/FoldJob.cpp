@@ -145,8 +145,7 @@ void FoldRun::refuseNonfinite(const double* interleaved, std::int64_t samples) c
         throw Failure(fmt::format(
             "the result is {} at sample {}{}: {}; --allow-nonfinite lets it through", *odd,
             taken + index / record.channels + 1,
-            record.channels == 1 ? ""
-                                 : fmt::format(" of channel {}", index % record.channels + 1),
+            record.channels == 1 ? "" : fmt::format(" of channel {}", index % record.channels + 1),
             method.onOverflow));
     }
 }

@@ -16,8 +16,8 @@ class ModuleLibrary;
 // How the signals of a job are cut.
 struct Cutting {
     std::int64_t block = 0;  // samples in a block; 0: the whole signal is one block
-    bool pad = false;        // zeros appended: see ModuleRun, padding linear; where the method needs
-                             // equal lengths, padding equal
+    bool pad = false;  // zeros appended: see ModuleRun, padding linear; where the method needs
+                       // equal lengths, padding equal
 };
 
 // A run as a value: two signals, the settings of the module, how they are cut, and what is to be

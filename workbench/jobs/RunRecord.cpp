@@ -49,10 +49,9 @@ std::vector<std::string> RunRecord::closingNotes() const {
 }
 
 std::string RunRecord::summary() const {
-    std::string text =
-        fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}{}\n", output.shown,
-                    describe(channels, samples, rate), minimum, maximum, work(),
-                    stopped ? ", stopped: the estimate so far" : "");
+    std::string text = fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}{}\n", output.shown,
+                                   describe(channels, samples, rate), minimum, maximum, work(),
+                                   stopped ? ", stopped: the estimate so far" : "");
     for (const ReportedNumbers& entry : numbers) {
         text += fmt::format("block {}{}:", entry.round + 1,
                             channels == 1 ? "" : fmt::format(", channel {}", entry.channel + 1));
@@ -99,14 +98,10 @@ static void addNumbers(const RunRecord& record, Json& result) {
 }
 
 static Json resultOf(const RunRecord& record) {
-    Json result = {{"file", record.output.recorded()},
-                   {"samples", record.samples},
-                   {"channels", record.channels},
-                   {"rate", known(record.rate)},
-                   {"blocks", record.rounds},
-                   {"minimum", record.minimum},
-                   {"maximum", record.maximum},
-                   {"sha256", record.digest}};
+    Json result = {{"file", record.output.recorded()}, {"samples", record.samples},
+                   {"channels", record.channels},      {"rate", known(record.rate)},
+                   {"blocks", record.rounds},          {"minimum", record.minimum},
+                   {"maximum", record.maximum},        {"sha256", record.digest}};
     if (record.error) {
         result["truth"] = record.error->truth.recorded();
         result["relativeError"] = record.error->relativeError;

@@ -19,9 +19,9 @@ struct TruthError {
 
 // What a run did, enough to judge its result and to run it again.
 struct RunRecord {
-    std::string words;         // the command line
-    FendraSettings settings;   // with which the module ran
-    std::int64_t block = 0;    // 0: the whole signal is one block
+    std::string words;        // the command line
+    FendraSettings settings;  // with which the module ran
+    std::int64_t block = 0;   // 0: the whole signal is one block
     bool pad = false;
     std::string graph;  // stored, from which the settings are; empty: none
     std::string module, moduleVersion, moduleFile;

@@ -38,7 +38,8 @@ std::vector<std::string> remarksOnAmplification(const Evidence& evidence) {
     if (!(factor * evidence.kernel.largest > tooStrong)) {
         return {};
     }
-    return {fmt::format("the result is {:.2g} times as strong as the signal, which the kernel does "
-                        "not explain: amplified noise; try van-cittert with few iterations",
-                        factor)};
+    return {
+        fmt::format("the result is {:.2g} times as strong as the signal, which the kernel does "
+                    "not explain: amplified noise; try van-cittert with few iterations",
+                    factor)};
 }

@@ -14,7 +14,8 @@ struct KernelGain {
     double deepest = 1.0;                // smallest magnitude over the largest
 };
 
-// What is known of one channel after a run; whether a method could carry the answer is judged by it.
+// What is known of one channel after a run; whether a method could carry the answer is judged by
+// it.
 struct Evidence {
     FendraSettings settings;
     KernelGain kernel;
@@ -37,7 +38,7 @@ struct Method {
     // Of one channel of one round, at most. length: of the result; shorter: of the shorter signal.
     double (*multiplyAdds)(double length, double shorter, const FendraSettings& settings);
     double (*bytes)(double length);  // beyond a few arrays of that length
-    const char* onOverflow;  // what to do where the result is not finite
+    const char* onOverflow;          // what to do where the result is not finite
     // Why it cannot carry the answer, for people; empty: nothing speaks against it.
     std::vector<std::string> (*remarks)(const Evidence& evidence);
 

@@ -28,7 +28,8 @@ const std::vector<Setting>& Setting::all() {
         {.key = "direction",
          .needs = "",
          .about = "whether to convolve or to deconvolve",
-         .words = {{"convolution", S::convolution, 1025}, {"deconvolution", S::deconvolution, 1026}},
+         .words = {{"convolution", S::convolution, 1025},
+                   {"deconvolution", S::deconvolution, 1026}},
          .control = 0,
          .field = &S::direction},
         {.key = "per",
@@ -107,8 +108,8 @@ std::vector<const Setting*> Setting::applyingTo(const FendraSettings& settings) 
 }
 
 const Setting::Word* Setting::find(const std::string& word) const {
-    const auto found = std::find_if(words.begin(), words.end(),
-                                    [&](const Word& row) { return row.word == word; });
+    const auto found =
+        std::find_if(words.begin(), words.end(), [&](const Word& row) { return row.word == word; });
     return found == words.end() ? nullptr : &*found;
 }
 
@@ -193,9 +194,10 @@ std::string Setting::problemWith(const std::string& given) const {
     }
     const bool whole = std::holds_alternative<std::uint32_t FendraSettings::*>(field);
     const std::string number =
-        whole ? fmt::format("a whole number from 1 to {}", std::numeric_limits<std::uint32_t>::max())
-              : std::string(range == Range::aboveZero ? "a number above 0" : "a finite number");
-    return fmt::format("\"{}\" is out of range; give {}{}", given,
+        whole
+            ? fmt::format("a whole number from 1 to {}", std::numeric_limits<std::uint32_t>::max())
+            : std::string(range == Range::aboveZero ? "a number above 0" : "a finite number");
+    return fmt::format("\"{}\" is not valid; give {}{}", given,
                        enabledBy != nullptr ? "off or " : "", number);
 }
 

@@ -16,8 +16,9 @@ static std::vector<std::string> remarks(const Evidence& evidence) {
 
 extern const Method spectralMethod = {
     .word = "spectral",
-    .about = "divides the spectra: exact where the kernel's spectrum stays well away from zero; "
-             "elsewhere it amplifies noise",
+    .about =
+        "divides the spectra: exact where the kernel's spectrum stays well away from zero; "
+        "elsewhere it amplifies noise",
     .direction = FendraSettings::deconvolution,
     .code = FendraSettings::frequencyDomain,
     .control = 1024,

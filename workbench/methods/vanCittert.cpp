@@ -9,12 +9,14 @@ static double work(double length, double /*shorter*/, const FendraSettings& sett
 static std::vector<std::string> remarks(const Evidence& evidence) {
     const double lastError = evidence.numbers[0], loopCount = evidence.numbers[1];
     if (loopCount == 1.0 && evidence.settings.maxIterations > 1) {
-        return {"the iteration stopped at once: its first step raised the error, and the result is "
-                "all zero; try a smaller --convergence, or a smoother kernel"};
+        return {
+            "the iteration stopped at once: its first step raised the error, and the result is "
+            "all zero; try a smaller --convergence, or a smoother kernel"};
     }
     if (!(lastError <= evidence.signalEnergy)) {
-        return {"the iteration diverged: its error is larger than at the start; try a smaller "
-                "--convergence, or --stop-at-minimum on"};
+        return {
+            "the iteration diverged: its error is larger than at the start; try a smaller "
+            "--convergence, or --stop-at-minimum on"};
     }
     return {};
 }

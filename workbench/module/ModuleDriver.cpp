@@ -111,8 +111,8 @@ std::vector<double> ModuleDriver::takeSignal(std::int64_t length) {
     std::vector<double> signal;
     int marker = 0;
     if (!outputs[0]->readBlock(marker, signal) || std::ssize(signal) != length) {
-        throw Failure(fmt::format("the module gave {} samples where {} were due", signal.size(),
-                                  length));
+        throw Failure(
+            fmt::format("the module gave {} samples where {} were due", signal.size(), length));
     }
     return signal;
 }

@@ -23,7 +23,8 @@ std::string moduleVersion(const B_BasisModule& module) {
 // The loader's own word on a file that is not there would be long and unclear.
 static const std::filesystem::path& existing(const std::filesystem::path& file) {
     if (!std::filesystem::is_regular_file(file)) {
-        throw Failure(fmt::format("{}: no such module file; name one with --module", nameOf(file)));
+        throw Failure(fmt::format("{}: no such module file; name one with --module",
+                                  printable(nameOf(file))));
     }
     return file;
 }
@@ -32,12 +33,12 @@ ModuleLibrary::ModuleLibrary(std::filesystem::path libraryFile)
     : file(std::move(libraryFile)), library(existing(file)) {
     for (const char* name : exportNames) {
         if (library.symbol(name) == nullptr) {
-            throw Failure(
-                fmt::format("{} is not a module: it lacks the export {}", nameOf(file), name));
+            throw Failure(fmt::format("{} is not a module: it lacks the export {}",
+                                      printable(nameOf(file)), name));
         }
     }
     if (function<int()>("InitDLL")() != 1) {
-        throw Failure(fmt::format("{} refuses to start (InitDLL)", nameOf(file)));
+        throw Failure(fmt::format("{} refuses to start (InitDLL)", printable(nameOf(file))));
     }
 }
 
@@ -53,8 +54,8 @@ Function* ModuleLibrary::function(const char* name) const {
 ModuleObject ModuleLibrary::makeModule() const {
     B_BasisModule* module = function<B_BasisModule*()>("GetModuleInstance")();
     if (module == nullptr) {
-        throw Failure(
-            fmt::format("{} makes no module (GetModuleInstance gave null)", nameOf(file)));
+        throw Failure(fmt::format("{} makes no module (GetModuleInstance gave null)",
+                                  printable(nameOf(file))));
     }
     return {module, function<void(B_BasisModule*)>("DeleteModuleInstance")};
 }

@@ -94,8 +94,7 @@ void ModuleRun::drive(const Listener& listener) {
         second.advance();
         checkKernel(round);
         for (std::size_t c = 0; c < width; ++c) {
-            const std::vector<double> result =
-                runChannel(round, static_cast<int>(c), listener);
+            const std::vector<double> result = runChannel(round, static_cast<int>(c), listener);
             interleaved.resize(valueCount(std::ssize(result), channels()));
             for (std::size_t i = 0; i < result.size(); ++i) {
                 interleaved[i * width + c] = result[i];

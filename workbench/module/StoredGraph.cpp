@@ -3,6 +3,7 @@
 #include "host/B_BasisModule.h"
 #include "platform/CArchiveException.h"
 #include "platform/Desktop.h"
+#include "platform/DialogResource.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
@@ -16,11 +17,11 @@
 static constexpr std::size_t longestGraph = 4096;
 
 static std::string readStart(const std::string& path) {
-    const FileHandle file = openInput(path);
+    const FileHandle file = openInput(SourceName(path));
     std::string bytes(longestGraph + 1, '\0');
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
     if (std::ferror(file.get()) != 0) {
-        throw Failure(fmt::format("cannot read {}: {}", inputName(path), errorText()));
+        throw Failure(fmt::format("cannot read {}: {}", SourceName(path).shown, errorText()));
     }
     return bytes;
 }
@@ -31,7 +32,8 @@ static std::string problem(CArchiveException::Cause cause) {
             return "holds settings of another version of the module, which this one does not read; "
                    "the file is unchanged: store new settings under another name";
         case CArchiveException::endOfFile:
-            return "is not a stored graph, or is truncated: it ends within the settings; make one with "
+            return "is not a stored graph, or is truncated: it ends within the settings; make one "
+                   "with "
                    "fendra settings";
         case CArchiveException::badIndex:
             return "is damaged: its number of outputs does not go with its settings; make another "
@@ -65,7 +67,7 @@ private:
 }  // namespace
 
 void loadGraph(B_BasisModule& module, const std::string& path) {
-    const std::string name = inputName(path);
+    const std::string name = SourceName(path).shown;
     std::stringstream stream(readStart(path));
     CArchive archive(stream, CArchive::load);
     const SilentDesktop silent;
@@ -75,9 +77,10 @@ void loadGraph(B_BasisModule& module, const std::string& path) {
         throw Failure(fmt::format("{} {}", name, problem(exception.cause)));
     }
     if (stream.rdbuf()->in_avail() > 0) {
-        throw Failure(fmt::format(
-            "{} has trailing data; a stored graph holds the settings of one module and nothing else",
-            name));
+        throw Failure(
+            fmt::format("{} has trailing data; a stored graph holds the settings of one module and "
+                        "nothing else",
+                        name));
     }
 }
 
@@ -85,7 +88,7 @@ void storeGraph(B_BasisModule& module, const std::string& path, bool replace) {
     std::stringstream stream;
     CArchive archive(stream, CArchive::store);
     module.Serialize(archive);
-    OutputFile file(path, replace);
+    OutputFile file(SourceName::ofOutput(path), replace);
     file.write(stream.str());
     file.commit();
 }

@@ -23,7 +23,7 @@ BlockSource::BlockSource(SignalReader& signalReader, std::int64_t blockLength, b
         throw Failure(
             fmt::format("{} has {} samples, and a module takes at most {} at once; cut it with "
                         "--per block --block N",
-                        reader.info().path, samples, longestSignal));
+                        reader.info().source.shown, samples, longestSignal));
     }
 }
 
@@ -52,7 +52,7 @@ void BlockSource::advance() {
             reader.read(interleaved.data(), std::min(samples - done, pieceLength));
         if (got == 0) {
             throw Failure(fmt::format("{} ended early: it has changed since it was opened",
-                                      reader.info().path));
+                                      reader.info().source.shown));
         }
         for (std::size_t c = 0; c < shares.size(); ++c) {
             for (std::int64_t i = 0; i < got; ++i) {

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "workbench/signals/SignalReader.h"
+
 #include <cstdint>
 #include <vector>
-
-class SignalReader;
 
 // A signal cut into blocks, one channel beside the other. One round's share is in memory at a time:
 // a block, or in a packet all of them.
@@ -13,6 +13,7 @@ public:
     // takes.
     BlockSource(SignalReader& reader, std::int64_t blockLength, bool packet);
 
+    [[nodiscard]] const SignalInfo& info() const { return reader.info(); }
     [[nodiscard]] int channels() const;
     [[nodiscard]] std::int64_t rounds() const { return roundCount; }
     // Samples of the share of a round, counted from 0. The only share serves every round.
@@ -25,9 +26,8 @@ public:
     // Samples in a block of the share; only the last block may be shorter.
     [[nodiscard]] std::int64_t blockLength() const { return block; }
 
-    SignalReader& reader;
-
 private:
+    SignalReader& reader;
     std::int64_t block, shareLength, roundCount;
     std::int64_t position = 0;  // round that advance reads next
     std::vector<std::vector<double>> shares;

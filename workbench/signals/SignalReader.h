@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/signals/SignalAxis.h"
+#include "workbench/signals/SourceName.h"
 
 #include <cstdint>
 #include <memory>
@@ -9,7 +10,7 @@
 #include <vector>
 
 struct SignalInfo {
-    std::string path;                // "standard input" for "-"
+    SourceName source;
     std::string format;              // "WAV, 16-bit PCM", "text"
     int channels = 0;                // at least 1
     std::int64_t samples = 0;        // per channel, at least 1

@@ -41,9 +41,10 @@ std::string complaintOnFirst(const CLI::App& program, const std::vector<std::str
         return "";
     }
     const std::string option = printable(words.front());
-    return fmt::format("\"{}\" stands before the command; options come after it, as in fendra "
-                       "COMMAND {}; see fendra --help",
-                       option, option);
+    return fmt::format(
+        "\"{}\" stands before the command; options come after it, as in fendra "
+        "COMMAND {}; see fendra --help",
+        option, option);
 }
 
 static std::string complaintOnSurplus(const CLI::App& command, const std::string& word) {
@@ -51,10 +52,10 @@ static std::string complaintOnSurplus(const CLI::App& command, const std::string
     if (word.empty() || word.front() != '-') {
         return fmt::format("\"{}\" is one word too many", shown);
     }
-    const auto* const former =
-        std::find_if(formerOptions.begin(), formerOptions.end(),
-                     [&](const auto& row) { return word == row.first; });
-    if (former != formerOptions.end() && command.get_option_no_throw("--stop-at-minimum") != nullptr) {
+    const auto* const former = std::find_if(formerOptions.begin(), formerOptions.end(),
+                                            [&](const auto& row) { return word == row.first; });
+    if (former != formerOptions.end() &&
+        command.get_option_no_throw("--stop-at-minimum") != nullptr) {
         return fmt::format("\"{}\" is not used any more; give {}", shown, former->second);
     }
     return fmt::format("\"{}\" is not an option of {}{}", shown, command.get_name(),

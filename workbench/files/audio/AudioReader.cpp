@@ -43,15 +43,15 @@ static bool isPcm(int format) {
     }
 }
 
-AudioReader::AudioReader(FileHandle audio, const std::string& path, const ReadOptions& options)
+AudioReader::AudioReader(FileHandle audio, const SourceName& source, const ReadOptions& options)
     : file(std::move(audio)) {
-    facts.path = path;
+    facts.source = source;
     const std::optional<AudioExtent> extent = findAudioExtent(file.get());
     const SF_INFO header = openFromStart();
     if (extent && extent->promised > extent->present) {
         throw Failure(fmt::format(
             "{} is cut off: its header promises {} bytes of samples, {} are there; copy it again",
-            printable(path), extent->promised, extent->present));
+            source.shown, extent->promised, extent->present));
     }
     facts.format = formatName(header.format);
     facts.channels = header.channels;
@@ -79,7 +79,7 @@ void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
                 fmt::format("{}, sample {}, channel {}: {} is not a finite number; use "
                             "--allow-nonfinite to let "
                             "it through",
-                            printable(facts.path), facts.samples + index / channels + 1,
+                            facts.source.shown, facts.samples + index / channels + 1,
                             index % channels + 1, *odd));
         }
         facts.samples += got;
@@ -87,11 +87,10 @@ void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
     if (facts.samples < promised && promised != SF_COUNT_MAX) {
         throw Failure(fmt::format(
             "{} is cut off: its header promises {} samples, {} can be read; copy it again",
-            printable(facts.path), promised, facts.samples));
+            facts.source.shown, promised, facts.samples));
     }
     if (facts.samples == 0) {
-        throw Failure(
-            fmt::format("{} holds no samples; choose another file", printable(facts.path)));
+        throw Failure(fmt::format("{} holds no samples; choose another file", facts.source.shown));
     }
     openFromStart();
 }
@@ -104,7 +103,7 @@ SF_INFO AudioReader::openFromStart() {
     sound = openSound(file.get(), SFM_READ, header);
     if (sound == nullptr) {
         throw Failure(fmt::format("{}: the audio cannot be read ({}); save it anew as WAV or FLAC",
-                                  printable(facts.path), printable(sf_strerror(nullptr), 100)));
+                                  facts.source.shown, printable(sf_strerror(nullptr), 100)));
     }
     return header;
 }
@@ -113,7 +112,7 @@ std::int64_t AudioReader::read(double* interleaved, std::int64_t count) {
     count = std::min(count, facts.samples - position);
     if (sf_readf_double(sound.get(), interleaved, count) != count) {
         throw Failure(
-            fmt::format("{} has changed while it was read; start again", printable(facts.path)));
+            fmt::format("{} has changed while it was read; start again", facts.source.shown));
     }
     position += count;
     return count;

@@ -8,7 +8,7 @@
 class AudioReader final : public SignalReader {
 public:
     // Decodes the whole file once: the header alone does not tell how much can be read.
-    AudioReader(FileHandle audio, const std::string& path, const ReadOptions& options);
+    AudioReader(FileHandle audio, const SourceName& source, const ReadOptions& options);
 
     std::int64_t read(double* interleaved, std::int64_t count) override;
 

@@ -79,12 +79,12 @@ AudioFormat::AudioFormat(const std::string& name, AudioContainer container, Enco
     narrow = row.format == SF_FORMAT_FLOAT;
 }
 
-AudioWriter::AudioWriter(const std::string& path, bool replace, AudioContainer container,
+AudioWriter::AudioWriter(const SourceName& target, bool replace, AudioContainer container,
                          Encoding encoding, const ResultInfo& info)
-    : name(printable(path)),
+    : name(target.shown),
       format(name, container, encoding, info),
       fullScale(std::ldexp(1.0, format.integerBits - 1)),
-      output(path, replace) {
+      output(target, replace) {
     if (!output.seekable()) {
         spool = openTemporary();
     }

@@ -19,7 +19,7 @@ struct AudioFormat {
 // Audio through libsndfile. The notes of the result have no place in it.
 class AudioWriter final : public SignalWriter {
 public:
-    AudioWriter(const std::string& path, bool replace, AudioContainer container, Encoding encoding,
+    AudioWriter(const SourceName& target, bool replace, AudioContainer container, Encoding encoding,
                 const ResultInfo& info);
 
     void write(const double* interleaved, std::int64_t count) override;

@@ -5,13 +5,13 @@
 
 #include <utility>
 
-std::unique_ptr<SignalReader> openAudio(FileHandle audio, const std::string& path,
+std::unique_ptr<SignalReader> openAudio(FileHandle audio, const SourceName& source,
                                         const ReadOptions& options) {
-    return std::make_unique<AudioReader>(std::move(audio), path, options);
+    return std::make_unique<AudioReader>(std::move(audio), source, options);
 }
 
-std::unique_ptr<SignalWriter> createAudio(const std::string& path, bool replace,
+std::unique_ptr<SignalWriter> createAudio(const SourceName& output, bool replace,
                                           AudioContainer container, Encoding encoding,
                                           const ResultInfo& info) {
-    return std::make_unique<AudioWriter>(path, replace, container, encoding, info);
+    return std::make_unique<AudioWriter>(output, replace, container, encoding, info);
 }

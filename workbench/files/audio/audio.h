@@ -12,8 +12,8 @@
 enum class AudioContainer { wav, w64, rf64, aiff, flac };
 
 // As openSignal and createSignal, which tell audio from text.
-std::unique_ptr<SignalReader> openAudio(FileHandle audio, const std::string& path,
+std::unique_ptr<SignalReader> openAudio(FileHandle audio, const SourceName& source,
                                         const ReadOptions& options);
-std::unique_ptr<SignalWriter> createAudio(const std::string& path, bool replace,
+std::unique_ptr<SignalWriter> createAudio(const SourceName& output, bool replace,
                                           AudioContainer container, Encoding encoding,
                                           const ResultInfo& info);

@@ -1,23 +1,22 @@
 #include "workbench/files/audio/audio.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
 
-[[noreturn]] static void refuse(const std::string& path) {
+[[noreturn]] static void refuse(const SourceName& name) {
     throw Failure(fmt::format(
         "{} is audio, which fendra for this system cannot read or write; use columns of text, "
         "say .csv",
-        printable(path)));
+        name.shown));
 }
 
-std::unique_ptr<SignalReader> openAudio(FileHandle /*audio*/, const std::string& path,
+std::unique_ptr<SignalReader> openAudio(FileHandle /*audio*/, const SourceName& source,
                                         const ReadOptions& /*options*/) {
-    refuse(path);
+    refuse(source);
 }
 
-std::unique_ptr<SignalWriter> createAudio(const std::string& path, bool /*replace*/,
+std::unique_ptr<SignalWriter> createAudio(const SourceName& output, bool /*replace*/,
                                           AudioContainer /*container*/, Encoding /*encoding*/,
                                           const ResultInfo& /*info*/) {
-    refuse(path);
+    refuse(output);
 }

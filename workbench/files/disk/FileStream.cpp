@@ -1,7 +1,6 @@
 #include "workbench/files/disk/FileStream.h"
 
 #include "workbench/messages/Failure.h"
-#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -43,21 +42,18 @@ static FileHandle spool(std::FILE* source, const std::string& name) {
     return copy;
 }
 
-std::string inputName(const std::string& path) {
-    return path == "-" ? "standard input" : printable(path);
-}
-
-FileHandle openInput(const std::string& path) {
-    const std::string name = inputName(path);
-    if (path == "-") {
+FileHandle openInput(const SourceName& source) {
+    const std::string& name = source.shown;
+    if (source.isStandardStream()) {
         return spool(stdin, name);
     }
+    const std::filesystem::path path = pathOf(source.path);
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(pathOf(path), ignored);
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
     if (std::filesystem::is_directory(status)) {
         throw Failure(fmt::format("{} is a folder; name a file in it", name));
     }
-    FileHandle file = openFile(pathOf(path), "rb");
+    FileHandle file = openFile(path, "rb");
     if (file == nullptr) {
         throw Failure(fmt::format("cannot open {}: {}; check the name and the right to read it",
                                   name, errorText()));

@@ -1,7 +1,6 @@
 #include "workbench/files/disk/OutputFile.h"
 
 #include "workbench/messages/Failure.h"
-#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -53,12 +52,12 @@ static fs::path followLinks(fs::path path) {
                               name, errorText()));
 }
 
-OutputFile::OutputFile(const std::string& path, bool replace)
-    : name(path == "-" ? "standard output" : printable(path)), replaces(replace) {
-    if (path == "-") {
+OutputFile::OutputFile(const SourceName& output, bool replace)
+    : name(output.shown), replaces(replace) {
+    if (output.isStandardStream()) {
         return;
     }
-    target = followLinks(pathOf(path));
+    target = followLinks(pathOf(output.path));
     std::error_code ignored;
     const fs::file_status status = fs::status(target, ignored);
     if (fs::is_directory(status)) {

@@ -11,9 +11,9 @@
 // pipe, is written directly. Every Failure names the file.
 class OutputFile {
 public:
-    // path "-" is standard output. Of a symbolic link, the file that it leads to is written.
+    // Of a symbolic link, the file that it leads to is written.
     // Failure if a file of that name exists, unless replace; or if it cannot be written.
-    OutputFile(const std::string& path, bool replace);
+    OutputFile(const SourceName& output, bool replace);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 

@@ -13,9 +13,9 @@
 static constexpr std::size_t mostColumns = 4096;
 static constexpr std::size_t shownLength = 24;
 
-TextReader::TextReader(FileHandle text, const std::string& path, const ReadOptions& options)
-    : file(std::move(text)), lines(file.get(), printable(path)), allowed(options) {
-    facts.path = path;
+TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& options)
+    : file(std::move(text)), lines(file.get(), source.shown), allowed(options) {
+    facts.source = source;
     facts.format = "text";
     readLayout();
     scan();
@@ -23,32 +23,32 @@ TextReader::TextReader(FileHandle text, const std::string& path, const ReadOptio
 }
 
 void TextReader::refuse(const std::string& what) const {
-    throw Failure(fmt::format("{}, line {}: {}", printable(facts.path), lines.number(), what));
+    throw Failure(fmt::format("{}, line {}: {}", facts.source.shown, lines.number(), what));
 }
 
 void TextReader::refuseCell(std::size_t column, const std::string& what) const {
     const std::string name =
         layout.header ? fmt::format(" \"{}\"", printable(layout.names[column], shownLength)) : "";
-    throw Failure(fmt::format("{}, line {}, column {}{}: {}", printable(facts.path), lines.number(),
+    throw Failure(fmt::format("{}, line {}, column {}{}: {}", facts.source.shown, lines.number(),
                               column + 1, name, what));
 }
 
 void TextReader::readLayout() {
     std::string_view line;
     if (!lines.next(line)) {
-        throw Failure(fmt::format("{}: no data lines; columns of numbers are expected",
-                                  printable(facts.path)));
+        throw Failure(
+            fmt::format("{}: no data lines; columns of numbers are expected", facts.source.shown));
     }
     const std::string first(line);
     const bool more = lines.next(line);
     layout = findLayout(first, more ? std::optional<std::string>(line) : std::nullopt);
     if (layout.header && !more) {
         throw Failure(fmt::format("{}: no data lines after \"{}\"; columns of numbers are expected",
-                                  printable(facts.path), printable(first, shownLength)));
+                                  facts.source.shown, printable(first, shownLength)));
     }
     if (layout.columns > mostColumns) {
         throw Failure(fmt::format("{}: {} columns, but {} are the most; write one line per sample",
-                                  printable(facts.path), layout.columns, mostColumns));
+                                  facts.source.shown, layout.columns, mostColumns));
     }
     row.resize(layout.columns);
     if (allowed.axis) {
@@ -149,8 +149,8 @@ std::int64_t TextReader::read(double* interleaved, std::int64_t count) {
     const std::ptrdiff_t axes = axisColumn ? 1 : 0;
     for (std::int64_t i = 0; i < count; ++i) {
         if (!nextRow()) {
-            throw Failure(fmt::format("{} has changed while it was read; start again",
-                                      printable(facts.path)));
+            throw Failure(
+                fmt::format("{} has changed while it was read; start again", facts.source.shown));
         }
         interleaved = std::copy(row.begin() + axes, row.end(), interleaved);
     }

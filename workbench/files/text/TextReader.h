@@ -9,7 +9,7 @@
 // Text columns. The file is parsed once on opening, to check every line, and again as it is read.
 class TextReader final : public SignalReader {
 public:
-    TextReader(FileHandle text, const std::string& path, const ReadOptions& options);
+    TextReader(FileHandle text, const SourceName& source, const ReadOptions& options);
 
     std::int64_t read(double* interleaved, std::int64_t count) override;
 

@@ -44,9 +44,9 @@ static std::vector<std::string> columnNames(const ResultInfo& info) {
     return names;
 }
 
-TextWriter::TextWriter(const std::string& path, bool replace, char columnSeparator,
+TextWriter::TextWriter(const SourceName& target, bool replace, char columnSeparator,
                        const ResultInfo& info)
-    : output(path, replace),
+    : output(target, replace),
       separator(columnSeparator),
       channels(info.channels),
       rate(info.rate),

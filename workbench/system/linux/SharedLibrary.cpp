@@ -1,6 +1,7 @@
 #include "workbench/system/SharedLibrary.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -13,9 +14,10 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& file)
     if (handle == nullptr) {
         const std::string reason = dlerror();  // begins with the path and a colon
         const std::size_t colon = reason.rfind(": ");
-        throw Failure(fmt::format(
-            "{} is not a module that can be loaded ({}); name one with --module", nameOf(file),
-            colon == std::string::npos ? reason : reason.substr(colon + 2)));
+        throw Failure(
+            fmt::format("{} is not a module that can be loaded ({}); name one with --module",
+                        printable(nameOf(file)),
+                        colon == std::string::npos ? reason : reason.substr(colon + 2)));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "workbench/system/SharedLibrary.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -23,7 +24,7 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& file)
         const std::string reason = reasonOf(GetLastError());
         throw Failure(
             fmt::format("{} is not a module that can be loaded ({}); name one with --module",
-                        nameOf(file), reason));
+                        printable(nameOf(file)), printable(reason)));
     }
 }
 
