@@ -53,11 +53,12 @@ endfunction()
 
 # fendra_rows(TARGET TYPE HEADER ROW...): a table whose rows are constants, each named as the source
 # that defines it, in their order. The header declares TYPE with its static operation all(), which gives
-# pointers to them. So a row is added by its source and its name here.
+# pointers to them. So a row is added by its source and its name here, or its path without the ending.
 function(fendra_rows target type header)
   list(TRANSFORM ARGN APPEND ".cpp" OUTPUT_VARIABLE sources)
-  list(TRANSFORM ARGN PREPEND "extern const ${type} " OUTPUT_VARIABLE declarations)
-  list(TRANSFORM ARGN PREPEND "&" OUTPUT_VARIABLE rows)
+  list(TRANSFORM ARGN REPLACE "^.*/" "" OUTPUT_VARIABLE names)
+  list(TRANSFORM names PREPEND "extern const ${type} " OUTPUT_VARIABLE declarations)
+  list(TRANSFORM names PREPEND "&" OUTPUT_VARIABLE rows)
   list(JOIN declarations ";\n" declarations)
   list(JOIN rows ", " rows)
   set(table ${CMAKE_CURRENT_BINARY_DIR}/${type}Rows.cpp)

@@ -47,7 +47,8 @@ TEST_P(AudioRoundTrip, GivesTheSameSamplesBack) {
         << "a time stamp: equal results, unequal files";
 
     const std::string cut = folder.write("cut" + ending, bytes.substr(0, bytes.size() / 2));
-    EXPECT_EQ(failureOf([&] { openSignal(SourceName(cut), {}); }).find(cut + " is cut off: "), 0U);
+    EXPECT_EQ(failureOf([&] { openSignal(SourceName(cut), {}); }).find(cut + " is truncated: "),
+              0U);
 }
 INSTANTIATE_TEST_SUITE_P(
     Formats, AudioRoundTrip,
@@ -76,9 +77,9 @@ TEST(Audio, IsWrittenLongerThanFourGigabytes) {
     const TemporaryFolder folder;
     ResultInfo info = resultInfo();
     info.samples = std::int64_t{1} << 29;
-    createSignal(folder.path("s.wav"), false, Encoding::automatic, info)->finish({});
+    createSignal({SourceName::ofOutput(folder.path("s.wav"))}, info)->finish({});
     EXPECT_EQ(folder.read("s.wav").substr(0, 4), "RF64");
     const std::string path = folder.path("s.aif");
-    EXPECT_EQ(failureOf([&] { createSignal(path, false, Encoding::automatic, info); }),
-              path + ": AIFF holds 4 GiB at the most; use the ending .wav, .w64 or .rf64");
+    EXPECT_EQ(failureOf([&] { createSignal({SourceName::ofOutput(path)}, info); }),
+              path + ": AIFF holds at most 4 GiB; use the ending .wav, .w64 or .rf64");
 }

@@ -25,20 +25,6 @@
 #include <memory>
 #include <utility>
 
-static constexpr std::array<std::pair<const char*, Encoding>, 6> encodings = {
-    {{"auto", Encoding::automatic},
-     {"pcm16", Encoding::pcm16},
-     {"pcm24", Encoding::pcm24},
-     {"pcm32", Encoding::pcm32},
-     {"float32", Encoding::float32},
-     {"float64", Encoding::float64}}};
-
-static Encoding encodingOf(const std::string& word) {
-    return std::find_if(encodings.begin(), encodings.end(),
-                        [&](const auto& row) { return word == row.first; })
-        ->second;
-}
-
 void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
                              const std::string& secondName) {
     command.add_option(firstName, first, signalFileText)->required()->type_name("FILE");
@@ -67,8 +53,9 @@ void FoldCommand::addOptions(CLI::App& command, const std::string& firstName,
         ->type_name("FILE");
     command.add_flag("--force", replace, "replace the output if it exists");
     std::vector<std::string> words;
-    std::transform(encodings.begin(), encodings.end(), std::back_inserter(words),
-                   [](const auto& row) { return row.first; });
+    for (const EncodingRow& row : EncodingRow::all()) {
+        words.emplace_back(row.word);
+    }
     command
         .add_option("--encoding", encoding,
                     "samples of an audio output; auto is float64, for FLAC pcm24")
@@ -250,10 +237,10 @@ void FoldCommand::run() {
     if (!truth.empty()) {
         comparison = std::make_unique<Comparison>(truth, reading, record.channels);
     }
-    const auto writer =
-        createSignal(output, replace, encodingOf(encoding),
-                     {record.channels, record.samples, record.rate, a.axis,
-                      a.channels == record.channels ? a.names : b.names, record.openingNotes()});
+    const auto writer = createSignal(
+        {SourceName::ofOutput(output), replace, EncodingRow::named(encoding)->encoding},
+        {record.channels, record.samples, record.rate, a.axis,
+         a.channels == record.channels ? a.names : b.names, record.openingNotes()});
     ResultSink sink(record, *writer, comparison.get(), input.allowNonfinite);
     tellEstimate(moduleRun);
     {

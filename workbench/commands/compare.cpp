@@ -167,7 +167,7 @@ static void writeResults(const std::vector<MethodOutcome>& outcomes, const Signa
             interleaved.insert(interleaved.end(), first, first + channels);
         }
     }
-    const auto writer = createSignal(path, replace, Encoding::automatic, file);
+    const auto writer = createSignal({SourceName::ofOutput(path), replace}, file);
     writer->write(interleaved.data(), info.samples);
     writer->finish({});
 }
