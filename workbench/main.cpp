@@ -1,7 +1,8 @@
 #include "workbench/commands/Command.h"
-#include "workbench/files/disk/OutputFile.h"
+#include "workbench/files/disk/PartialFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/system/Console.h"
+#include "workbench/system/endings.h"
 #include "workbench/terminal/help.h"
 #include "workbench/terminal/suggestion.h"
 #include "workbench/terminal/texts.h"
@@ -11,7 +12,6 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
-#include <csignal>
 #include <exception>
 #include <new>
 #include <stdexcept>
@@ -69,16 +69,13 @@ static int report(const std::string& message, int status) {
     return status;
 }
 
-// Leaves at once, without a half-written file.
-static void leave(int signal) {
-    removePartialOutput();
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+static void noteLeftover(const std::string& name) {
+    fmt::print(stderr, "note: {} is left from a run that was cut off; remove it\n", name);
 }
 
 int main(int argc, char** argv) {
-    std::signal(SIGINT, leave);
-    std::signal(SIGTERM, leave);
+    catchEndings(PartialFile::removeAll);
+    PartialFile::onLeftover(noteLeftover);
     const Console console;
     try {
         CLI::App program(fmt::format("{}\n{}", programSummary, lagText), "fendra");

@@ -1,6 +1,7 @@
 #include "workbench/files/audio/AudioWriter.h"
 
 #include "workbench/files/audio/ChunkReader.h"
+#include "workbench/files/disk/FileStream.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
