@@ -63,7 +63,7 @@ std::unique_ptr<SignalReader> writtenAndOpened(const std::string& ending,
         (std::filesystem::temp_directory_path() / ("fendra-fuzz-" + std::to_string(getpid())))
             .string();
     const std::string path = scratch + ending;
-    const auto writer = createSignal(path, true, Encoding::automatic, info);
+    const auto writer = createSignal({SourceName::ofOutput(path), true}, info);
     writer->write(samples.data(), static_cast<std::int64_t>(samples.size()) / info.channels);
     writer->finish({});
     auto reader = openSignal(SourceName(path), options);

@@ -1,7 +1,8 @@
 #include "workbench/commands/Command.h"
-#include "workbench/files/disk/OutputFile.h"
+#include "workbench/files/disk/PartialFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/system/Console.h"
+#include "workbench/system/endings.h"
 #include "workbench/terminal/complaint.h"
 #include "workbench/terminal/help.h"
 #include "workbench/terminal/texts.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -29,11 +29,8 @@ static int report(const std::string& message, int status) {
     return status;
 }
 
-// Leaves at once, without a half-written file.
-static void leave(int signal) {
-    removePartialOutput();
-    std::signal(signal, SIG_DFL);
-    std::raise(signal);
+static void noteLeftover(const std::string& name) {
+    fmt::print(stderr, "note: {} is left from a run that was cut off; remove it\n", name);
 }
 
 static int runCommand(std::vector<std::string> words) {
@@ -75,8 +72,8 @@ static int statusOfOutput(int status) {
 }
 
 int main(int argc, char** argv) {
-    std::signal(SIGINT, leave);
-    std::signal(SIGTERM, leave);
+    catchEndings(PartialFile::removeAll);
+    PartialFile::onLeftover(noteLeftover);
     const Console console;
     try {
         return statusOfOutput(runCommand(Console::words(argc, argv)));

@@ -36,7 +36,7 @@ inline ResultInfo resultInfo(int channels = 1, double rate = 8000) {
 inline void writeSignal(const std::string& path, const std::vector<double>& samples,
                         ResultInfo info = resultInfo(), Encoding encoding = Encoding::automatic) {
     info.samples = static_cast<std::int64_t>(samples.size()) / info.channels;
-    const auto writer = createSignal(path, true, encoding, info);
+    const auto writer = createSignal({SourceName::ofOutput(path), true, encoding}, info);
     const std::int64_t half = info.samples / 2;
     writer->write(samples.data(), half);
     writer->write(samples.data() + half * info.channels, info.samples - half);

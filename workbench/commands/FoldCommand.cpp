@@ -14,24 +14,11 @@
 #include <array>
 #include <limits>
 
-static constexpr std::array<std::pair<const char*, Encoding>, 6> encodings = {
-    {{"auto", Encoding::automatic},
-     {"pcm16", Encoding::pcm16},
-     {"pcm24", Encoding::pcm24},
-     {"pcm32", Encoding::pcm32},
-     {"float32", Encoding::float32},
-     {"float64", Encoding::float64}}};
-
-static Encoding encodingOf(const std::string& word) {
-    return std::find_if(encodings.begin(), encodings.end(),
-                        [&](const auto& row) { return word == row.first; })
-        ->second;
-}
-
 static std::vector<std::string> encodingWords() {
     std::vector<std::string> words;
-    std::transform(encodings.begin(), encodings.end(), std::back_inserter(words),
-                   [](const auto& row) { return row.first; });
+    for (const EncodingRow& row : EncodingRow::all()) {
+        words.emplace_back(row.word);
+    }
     return words;
 }
 
@@ -80,12 +67,12 @@ void FoldCommand::addCutting(CLI::App& command) {
 void FoldCommand::addOutput(CLI::App& command) {
     command
         .add_option(
-            "-o,--output", target.path,
+            "-o,--output", output,
             "write the result here; the ending chooses the format. Default: text on standard "
             "output")
         ->type_name("FILE")
         ->group("Result");
-    command.add_flag("--force", target.replace, forceText)->group("Result");
+    command.add_flag("--force", replace, forceText)->group("Result");
     command
         .add_option("--encoding", encoding,
                     "samples of an audio output; auto is float64, for FLAC pcm24")
@@ -107,7 +94,7 @@ void FoldCommand::addOutput(CLI::App& command) {
 }
 
 void FoldCommand::checkStreams() const {
-    if (json && target.path == "-") {
+    if (json && output == "-") {
         throw CLI::ValidationError(
             "--json", "it prints on standard output; send the result elsewhere with -o FILE");
     }
@@ -147,7 +134,7 @@ std::string FoldCommand::commandLine(const FendraSettings& used) const {
     add(encoding != "auto", "--encoding " + encoding);
     add(rate != 0.0, fmt::format("--rate {}", rate));
     line += input.words();
-    add(target.path != "-", "-o " + quoted(target.path));
+    add(output != "-", "-o " + quoted(output));
     return line;
 }
 
@@ -167,14 +154,14 @@ void FoldCommand::run() const {
     if (!truth.empty()) {
         job.truth = fileSource(truth, reading);
     }
-    Target where = target;
-    where.encoding = encodingOf(encoding);
+    const SignalTarget target{SourceName::ofOutput(output), replace,
+                              EncodingRow::named(encoding)->encoding};
     Progress progress("", quiet);
-    const RunRecord record = ::run(job, library, where, progress);
+    const RunRecord record = ::run(job, library, target, progress);
     progress.end();
     if (json) {
         fmt::print("{}", record.json());
     } else if (!quiet) {
-        fmt::print(target.path == "-" ? stderr : stdout, "{}", record.summary());
+        fmt::print(output == "-" ? stderr : stdout, "{}", record.summary());
     }
 }

@@ -34,9 +34,8 @@ private:
     std::string first, second, graph, truth;
     SettingOptions options;
     Cutting cutting;
-    Target target;
-    std::string encoding = "auto";
+    std::string output = "-", encoding = "auto";
     double rate = 0.0;  // 0: from the files
-    bool json = false, quiet = false;
+    bool replace = false, json = false, quiet = false;
     InputOptions input;
 };

@@ -123,7 +123,7 @@ static void writeResults(const std::vector<MethodOutcome>& outcomes, const std::
             interleaved.insert(interleaved.end(), first, first + channels);
         }
     }
-    const auto writer = createSignal(path, replace, Encoding::automatic, file);
+    const auto writer = createSignal({SourceName::ofOutput(path), replace}, file);
     writer->write(interleaved.data(), file.samples);
     writer->finish({});
 }

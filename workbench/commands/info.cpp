@@ -109,15 +109,14 @@ static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
     for (const unsigned language : ResourceChain::stringLanguages(library.labelId())) {
         languages.push_back(languageName(language));
     }
-    std::vector<Fact> facts = {
-        {"module", "module", library.longLabel()},
-        {"shortName", "short name", library.shortLabel()},
-        {"version", "version of its settings", moduleVersion(*module)},
-        {"file", "file", nameOf(library.file)},
-        {"exports", "exports", ModuleLibrary::exportNames},
-        {"languages", "languages", languages},
-        {"bitmap", "bitmap", library.bitmapId()},
-        {"icon", "icon", module->GetIconID()}};
+    std::vector<Fact> facts = {{"module", "module", library.longLabel()},
+                               {"shortName", "short name", library.shortLabel()},
+                               {"version", "version of its settings", moduleVersion(*module)},
+                               {"file", "file", nameOf(library.file)},
+                               {"exports", "exports", ModuleLibrary::exportNames},
+                               {"languages", "languages", languages},
+                               {"bitmap", "bitmap", library.bitmapId()},
+                               {"icon", "icon", module->GetIconID()}};
     addPorts(*module, facts);
     return facts;
 }

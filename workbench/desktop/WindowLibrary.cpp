@@ -3,6 +3,7 @@
 #include "workbench/desktop/display.h"
 #include "workbench/desktop/windowExports.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -12,13 +13,14 @@ static SharedLibrary loadWindow() {
     if (!std::filesystem::is_regular_file(file)) {
         throw Failure(fmt::format(
             "{} is not there: fendra was built without Qt 6, which it takes; set values with --set",
-            nameOf(file)));
+            printable(nameOf(file))));
     }
     try {
         return SharedLibrary(file);
-    } catch (const Failure&) {  // speaks of modules
+    } catch (const Failure& reason) {
         throw Failure(fmt::format(
-            "{} cannot be loaded: install libqt6widgets6, or set values with --set", nameOf(file)));
+            "{} cannot be loaded ({}): install libqt6widgets6, or set values with --set",
+            printable(nameOf(file)), reason.what()));
     }
 }
 

@@ -1,7 +1,6 @@
-#include "workbench/files/audio/audio.h"
+#include "workbench/files/Format.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/files/signalFiles.h"
-#include "workbench/files/text/TextReader.h"
 #include "workbench/messages/Failure.h"
 
 #include <fmt/format.h>
@@ -10,33 +9,6 @@
 #include <array>
 #include <string_view>
 #include <utility>
-
-// What stands at bytes 0 and 8 of the audio files that are read.
-struct AudioMark {
-    std::string_view atStart, atEight;
-};
-
-static bool looksLikeAudio(std::string_view head) {
-    static constexpr std::array marks = {AudioMark{"RIFF", "WAVE"},
-                                         AudioMark{"RIFX", "WAVE"},
-                                         AudioMark{"RF64", "WAVE"},
-                                         AudioMark{"FORM", "AIFF"},
-                                         AudioMark{"FORM", "AIFC"},
-                                         AudioMark{"fLaC", ""},
-                                         AudioMark{"riff\x2e\x91\xcf\x11", "\xa5\xd6\x28\xdb"}};
-    return std::any_of(marks.begin(), marks.end(), [head](const AudioMark& mark) {
-        return head.starts_with(mark.atStart) &&
-               (mark.atEight.empty() ||
-                (head.size() >= 12 && head.substr(8).starts_with(mark.atEight)));
-    });
-}
-
-static bool looksLikeText(std::string_view head) {
-    return std::none_of(head.begin(), head.end(), [](char letter) {
-        const auto code = static_cast<unsigned char>(letter);
-        return code < ' ' && letter != '\t' && letter != '\n' && letter != '\r';
-    });
-}
 
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options) {
     FileHandle file = openInput(source);
@@ -50,16 +22,14 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
     if (head.empty()) {
         throw Failure(fmt::format("{} is empty; choose another file", source.shown));
     }
-    if (looksLikeAudio(head)) {
-        return openAudio(std::move(file), source, options);
+    const auto& formats = Format::all();
+    const auto format = std::find_if(formats.begin(), formats.end(),
+                                     [head](const Format* row) { return row->recognises(head); });
+    if (format == formats.end()) {
+        throw Failure(fmt::format("{} is neither {}; save it as one of these", source.shown,
+                                  Format::names("nor")));
     }
-    if (!looksLikeText(head)) {
-        throw Failure(
-            fmt::format("{} is neither UTF-8 text nor WAV, W64, RF64, AIFF or FLAC audio; "
-                        "save it as one of these",
-                        source.shown));
-    }
-    return std::make_unique<TextReader>(std::move(file), source, options);
+    return (*format)->open(std::move(file), source, options);
 }
 
 SignalSource fileSource(const std::string& path, const ReadOptions& options) {

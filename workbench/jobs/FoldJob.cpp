@@ -229,14 +229,11 @@ Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& obser
     return outcome;
 }
 
-RunRecord run(const FoldJob& job, const ModuleLibrary& library, const Target& target,
+RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
               JobObserver& observer) {
     FoldRun foldRun(job, library);
-    RunRecord record = foldRun.run(
-        [&](const ResultInfo& info) {
-            return createSignal(target.path, target.replace, target.encoding, info);
-        },
-        observer);
-    record.output = SourceName::ofOutput(target.path);
+    RunRecord record =
+        foldRun.run([&](const ResultInfo& info) { return createSignal(target, info); }, observer);
+    record.output = target.name;
     return record;
 }

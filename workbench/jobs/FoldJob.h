@@ -34,13 +34,6 @@ struct FoldJob {
     std::string graph;                  // where the settings were stored; empty: they were given
 };
 
-// Where a result goes.
-struct Target {
-    std::string path = "-";  // standard output, as text
-    bool replace = false;
-    Encoding encoding = Encoding::automatic;
-};
-
 // Result and record of a job that was run in memory.
 struct Outcome {
     Signal result;
@@ -53,5 +46,5 @@ struct Outcome {
 //             that cannot be written; stopped by the observer before the end. Nothing is written
 //             then.
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer);
-RunRecord run(const FoldJob& job, const ModuleLibrary& library, const Target& target,
+RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
               JobObserver& observer);

@@ -20,17 +20,23 @@ std::string moduleVersion(const B_BasisModule& module) {
     return printable(toUtf8(module.moduleVersion));
 }
 
-// The loader's own word on a file that is not there would be long and unclear.
-static const std::filesystem::path& existing(const std::filesystem::path& file) {
+// The loader's own message on a file that does not exist would be long and unclear.
+static SharedLibrary loadModule(const std::filesystem::path& file) {
     if (!std::filesystem::is_regular_file(file)) {
         throw Failure(fmt::format("{}: no such module file; name one with --module",
                                   printable(nameOf(file))));
     }
-    return file;
+    try {
+        return SharedLibrary(file);
+    } catch (const Failure& reason) {
+        throw Failure(
+            fmt::format("{} is not a module that can be loaded ({}); name one with --module",
+                        printable(nameOf(file)), reason.what()));
+    }
 }
 
 ModuleLibrary::ModuleLibrary(std::filesystem::path libraryFile)
-    : file(std::move(libraryFile)), library(existing(file)) {
+    : file(std::move(libraryFile)), library(loadModule(file)) {
     for (const char* name : exportNames) {
         if (library.symbol(name) == nullptr) {
             throw Failure(fmt::format("{} is not a module: it lacks the export {}",

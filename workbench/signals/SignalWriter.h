@@ -1,6 +1,8 @@
 #pragma once
 
+#include "workbench/signals/Encoding.h"
 #include "workbench/signals/SignalAxis.h"
+#include "workbench/signals/SourceName.h"
 
 #include <cstdint>
 #include <memory>
@@ -8,9 +10,12 @@
 #include <string>
 #include <vector>
 
-// How an audio file holds its samples. Integers have their full scale at 1.0. automatic is float64,
-// in FLAC pcm24.
-enum class Encoding { automatic, pcm16, pcm24, pcm32, float32, float64 };
+// Where a signal is to be written.
+struct SignalTarget {
+    SourceName name;                          // made by SourceName::ofOutput
+    bool replace = false;                     // an existing file may be replaced
+    Encoding encoding = Encoding::automatic;  // a text has no other
+};
 
 struct ResultInfo {
     int channels = 1;

@@ -17,7 +17,10 @@ FileHandle openFile(const std::filesystem::path& path, const char* mode);
 // if there is a file of that name.
 FileHandle createFile(const std::filesystem::path& path);
 
-// A file that has no name and goes with its handle. Null with errno set.
+// Whether a program has the file open that came from createFile. True if that is not known.
+bool isInUse(const std::filesystem::path& path);
+
+// An unnamed temporary file, deleted when its handle closes. Null with errno set.
 FileHandle createUnnamedFile();
 
 // Removes a file if it can. Touches nothing else: signal handlers may call it.

@@ -6,7 +6,8 @@
 // A library loaded at run time.
 class SharedLibrary {
 public:
-    // Failure, with the system's reason, if the file cannot be loaded.
+    // Failure if the file cannot be loaded. Its text is the reason alone; the caller knows what the
+    // library is for.
     explicit SharedLibrary(const std::filesystem::path& file);
     SharedLibrary(const SharedLibrary&) = delete;
     SharedLibrary& operator=(const SharedLibrary&) = delete;

@@ -12,22 +12,16 @@
 #include <utility>
 
 static std::string formatName(int format) {
-    static constexpr std::array containers = {
-        std::pair{SF_FORMAT_WAV, "WAV"},   std::pair{SF_FORMAT_WAVEX, "WAV"},
-        std::pair{SF_FORMAT_W64, "W64"},   std::pair{SF_FORMAT_RF64, "RF64"},
-        std::pair{SF_FORMAT_AIFF, "AIFF"}, std::pair{SF_FORMAT_FLAC, "FLAC"}};
     static constexpr std::array encodings = {
         std::pair{SF_FORMAT_PCM_S8, "8-bit PCM"},   std::pair{SF_FORMAT_PCM_U8, "8-bit PCM"},
         std::pair{SF_FORMAT_PCM_16, "16-bit PCM"},  std::pair{SF_FORMAT_PCM_24, "24-bit PCM"},
         std::pair{SF_FORMAT_PCM_32, "32-bit PCM"},  std::pair{SF_FORMAT_FLOAT, "32-bit float"},
         std::pair{SF_FORMAT_DOUBLE, "64-bit float"}};
-    const auto nameIn = [](const auto& table, int key) {
-        const auto* found = std::find_if(table.begin(), table.end(),
-                                         [key](const auto& entry) { return entry.first == key; });
-        return found == table.end() ? "compressed" : found->second;
-    };
-    return fmt::format("{}, {}", nameIn(containers, format & SF_FORMAT_TYPEMASK),
-                       nameIn(encodings, format & SF_FORMAT_SUBMASK));
+    const auto* found = std::find_if(encodings.begin(), encodings.end(), [format](const auto& row) {
+        return row.first == (format & SF_FORMAT_SUBMASK);
+    });
+    return fmt::format("{}, {}", containerName(format),
+                       found == encodings.end() ? "compressed" : found->second);
 }
 
 static bool isPcm(int format) {
@@ -48,10 +42,11 @@ AudioReader::AudioReader(FileHandle audio, const SourceName& source, const ReadO
     facts.source = source;
     const std::optional<AudioExtent> extent = findAudioExtent(file.get());
     const SF_INFO header = openFromStart();
-    if (extent && extent->promised > extent->present) {
-        throw Failure(fmt::format(
-            "{} is cut off: its header promises {} bytes of samples, {} are there; copy it again",
-            source.shown, extent->promised, extent->present));
+    if (extent && extent->declared > extent->present) {
+        throw Failure(
+            fmt::format("{} is truncated: its header declares {} bytes of samples, but only {} are "
+                        "present; copy it again",
+                        source.shown, extent->declared, extent->present));
     }
     facts.format = formatName(header.format);
     facts.channels = header.channels;
@@ -64,8 +59,8 @@ AudioReader::AudioReader(FileHandle audio, const SourceName& source, const ReadO
     }
 }
 
-// Counts the samples and looks at every value; promised may be SF_COUNT_MAX, for not known.
-void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
+// Counts the samples and looks at every value; declared may be SF_COUNT_MAX, for not known.
+void AudioReader::scan(std::int64_t declared, bool allowNonfinite) {
     const std::int64_t channels = facts.channels;
     const std::int64_t capacity = std::max<std::int64_t>(1, 16384 / channels);
     std::vector<double> block(static_cast<std::size_t>(capacity * channels));
@@ -84,10 +79,11 @@ void AudioReader::scan(std::int64_t promised, bool allowNonfinite) {
         }
         facts.samples += got;
     }
-    if (facts.samples < promised && promised != SF_COUNT_MAX) {
-        throw Failure(fmt::format(
-            "{} is cut off: its header promises {} samples, {} can be read; copy it again",
-            facts.source.shown, promised, facts.samples));
+    if (facts.samples < declared && declared != SF_COUNT_MAX) {
+        throw Failure(
+            fmt::format("{} is truncated: its header declares {} samples, but only {} can be read; "
+                        "copy it again",
+                        facts.source.shown, declared, facts.samples));
     }
     if (facts.samples == 0) {
         throw Failure(fmt::format("{} holds no samples; choose another file", facts.source.shown));

@@ -7,14 +7,14 @@
 // Audio through libsndfile, in its normalised scale: the full scale of integers is 1.0.
 class AudioReader final : public SignalReader {
 public:
-    // Decodes the whole file once: the header alone does not tell how much can be read.
+    // Decodes the whole file once, unless header and size show how much can be read.
     AudioReader(FileHandle audio, const SourceName& source, const ReadOptions& options);
 
     std::int64_t read(double* interleaved, std::int64_t count) override;
 
 private:
     SF_INFO openFromStart();
-    void scan(std::int64_t promised, bool allowNonfinite);
+    void scan(std::int64_t declared, bool allowNonfinite);
 
     FileHandle file;
     SoundHandle sound;

@@ -1,5 +1,7 @@
 #include "workbench/files/audio/AudioWriter.h"
 
+#include "workbench/files/audio/ChunkReader.h"
+#include "workbench/files/disk/FileStream.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
@@ -17,28 +19,6 @@ static constexpr std::size_t blockLength = 16384;
 // Sizes in a header of 32 bits reach so far; what is left is for the header itself.
 static constexpr std::int64_t longestShortChunk = 0xffffffff - 0xffff;
 
-struct ContainerRow {
-    std::string_view name;
-    int format;
-};
-static constexpr std::array containerRows = {  // in the order of AudioContainer
-    ContainerRow{"WAV", SF_FORMAT_WAV}, ContainerRow{"W64", SF_FORMAT_W64},
-    ContainerRow{"RF64", SF_FORMAT_RF64}, ContainerRow{"AIFF", SF_FORMAT_AIFF},
-    ContainerRow{"FLAC", SF_FORMAT_FLAC}};
-
-struct EncodingRow {
-    std::string_view name;
-    int format;
-    int bytes;
-    bool integer;
-};
-static constexpr std::array encodingRows = {  // in the order of Encoding, without automatic
-    EncodingRow{"pcm16", SF_FORMAT_PCM_16, 2, true},
-    EncodingRow{"pcm24", SF_FORMAT_PCM_24, 3, true},
-    EncodingRow{"pcm32", SF_FORMAT_PCM_32, 4, true},
-    EncodingRow{"float32", SF_FORMAT_FLOAT, 4, false},
-    EncodingRow{"float64", SF_FORMAT_DOUBLE, 8, false}};
-
 static int wholeRate(double rate, const std::string& name) {
     if (rate == 0.0) {
         throw Failure(fmt::format(
@@ -51,51 +31,66 @@ static int wholeRate(double rate, const std::string& name) {
     return static_cast<int>(rate);
 }
 
-AudioFormat::AudioFormat(const std::string& name, AudioContainer container, Encoding encoding,
+static int codeOf(const EncodingRow& row) {
+    if (!row.integer) {
+        return row.bytes == 4 ? SF_FORMAT_FLOAT : SF_FORMAT_DOUBLE;
+    }
+    return row.bytes == 2 ? SF_FORMAT_PCM_16 : row.bytes == 3 ? SF_FORMAT_PCM_24 : SF_FORMAT_PCM_32;
+}
+
+static SF_INFO headerOf(std::string_view container, const EncodingRow& row, int channels,
+                        int rate) {
+    SF_INFO header = {};
+    header.samplerate = rate;
+    header.channels = channels;
+    header.format = containerCode(container) | codeOf(row);
+    return header;
+}
+
+AudioFormat::AudioFormat(const AudioContainer& container, const SignalTarget& target,
                          const ResultInfo& info) {
-    if (encoding == Encoding::automatic) {
-        encoding = container == AudioContainer::flac ? Encoding::pcm24 : Encoding::float64;
+    const std::string& name = target.name.shown;
+    const int rate = wholeRate(info.rate, name);
+    const auto rowOf = [](Encoding encoding) { return &EncodingRow::of(encoding); };
+    const EncodingRow* row = rowOf(target.encoding);
+    if (target.encoding == Encoding::automatic) {
+        row = rowOf(Encoding::float64);
+        header = headerOf(container.name, *row, 1, rate);
+        row = sf_format_check(&header) != 0 ? row : rowOf(Encoding::pcm24);
     }
-    const EncodingRow& row = encodingRows[static_cast<std::size_t>(encoding) - 1];
-    if (info.samples > longestShortChunk / row.bytes / info.channels) {
-        if (container == AudioContainer::aiff) {
-            throw Failure(fmt::format(
-                "{}: AIFF holds 4 GiB at the most; use the ending .wav, .w64 or .rf64", name));
-        }
-        if (container == AudioContainer::wav) {
-            container = AudioContainer::rf64;
-        }
+    const bool isLong =
+        container.shortSizes && info.samples > longestShortChunk / row->bytes / info.channels;
+    if (isLong && container.longForm.empty()) {
+        throw Failure(fmt::format("{}: {} holds at most 4 GiB; use the ending .wav, .w64 or .rf64",
+                                  name, container.name));
     }
-    const ContainerRow& holder = containerRows[static_cast<std::size_t>(container)];
-    header.samplerate = wholeRate(info.rate, name);
-    header.channels = info.channels;
-    header.format = holder.format | row.format;
+    header = headerOf(isLong ? container.longForm : container.name, *row, info.channels, rate);
     if (sf_format_check(&header) == 0) {
         throw Failure(fmt::format(
             "{}: {} cannot hold {} of {} channel(s); use another encoding, or the ending .wav",
-            name, holder.name, row.name, info.channels));
+            name, container.name, row->word, info.channels));
     }
-    integerBits = row.integer ? 8 * row.bytes : 0;
-    narrow = row.format == SF_FORMAT_FLOAT;
+    integerBits = row->integer ? 8 * row->bytes : 0;
+    narrow = row->encoding == Encoding::float32;
 }
 
-AudioWriter::AudioWriter(const SourceName& target, bool replace, AudioContainer container,
-                         Encoding encoding, const ResultInfo& info)
-    : name(target.shown),
-      format(name, container, encoding, info),
+AudioWriter::AudioWriter(const AudioContainer& container, const SignalTarget& target,
+                         const ResultInfo& info)
+    : name(target.name.shown),
+      format(container, target, info),
       fullScale(std::ldexp(1.0, format.integerBits - 1)),
-      output(target, replace) {
+      output(target.name, target.replace) {
     if (!output.seekable()) {
         spool = openTemporary();
     }
     errno = 0;
-    sound = openSound(spool != nullptr ? spool.get() : output.stream(), SFM_WRITE, format.header);
+    sound = openSound(stream(), SFM_WRITE, format.header);
     checkStream(true);
     if (sound == nullptr) {
         throw Failure(fmt::format("cannot write {}: {} Use another ending, say .wav", name,
                                   printable(sf_strerror(nullptr), 100)));
     }
-    // The chunk of peaks has the time of writing in it: equal results are to be equal files.
+    // The chunk of peaks holds the time of writing. It is left out where the library allows that.
     sf_command(sound.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
 }
 
@@ -151,14 +146,29 @@ void AudioWriter::writeBlock(const double* values, std::size_t count) {
 
 // The library loses some errors of the stream below it; the stream remembers them.
 void AudioWriter::checkStream(bool allDone) {
-    if (!allDone || std::ferror(spool != nullptr ? spool.get() : output.stream()) != 0) {
+    if (!allDone || std::ferror(stream()) != 0) {
         output.fail();
+    }
+}
+
+// Sets the time in the chunk of peaks, after its version, to 0: libsndfile writes one into every
+// RF64 of floating point.
+static void clearPeakTime(std::FILE* file) {
+    ChunkReader chunks(file);
+    while (chunks.next()) {
+        if (chunks.id() == "PEAK" && seekFile(file, chunks.position() + 4, SEEK_SET)) {
+            constexpr std::array<char, 4> never = {};
+            std::fwrite(never.data(), 1, never.size(), file);
+            return;
+        }
     }
 }
 
 void AudioWriter::finish(const std::vector<std::string>& /*closingNotes*/) {
     errno = 0;
     checkStream(sf_close(sound.release()) == 0);
+    clearPeakTime(stream());
+    checkStream(true);
     if (spool != nullptr) {
         std::rewind(spool.get());
         std::array<char, blockLength> block = {};

@@ -5,10 +5,14 @@
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/signals/SignalWriter.h"
 
-// How the samples of an audio file are laid down.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// How the samples of an audio file are stored.
 struct AudioFormat {
-    // Failure if the container cannot hold the signal in this encoding, or its rate.
-    AudioFormat(const std::string& name, AudioContainer container, Encoding encoding,
+    // Failure if the container cannot hold the signal in the target's encoding, or its rate.
+    AudioFormat(const AudioContainer& container, const SignalTarget& target,
                 const ResultInfo& info);
 
     SF_INFO header = {};
@@ -16,10 +20,11 @@ struct AudioFormat {
     bool narrow = false;  // floating point of 32 bits
 };
 
-// Audio through libsndfile. The notes of the result have no place in it.
+// Audio through libsndfile. The notes of the result have no place in it. The same samples give the
+// same bytes, whenever they are written.
 class AudioWriter final : public SignalWriter {
 public:
-    AudioWriter(const SourceName& target, bool replace, AudioContainer container, Encoding encoding,
+    AudioWriter(const AudioContainer& container, const SignalTarget& target,
                 const ResultInfo& info);
 
     void write(const double* interleaved, std::int64_t count) override;
@@ -29,6 +34,7 @@ private:
     bool fits(double value) const;
     void writeBlock(const double* values, std::size_t count);
     void checkStream(bool allDone);
+    std::FILE* stream() const { return spool != nullptr ? spool.get() : output.stream(); }
 
     std::string name;          // for messages
     AudioFormat format;        // made, and found possible, before the file
@@ -36,6 +42,6 @@ private:
     std::int64_t written = 0;  // values
     std::vector<int> integers;
     OutputFile output;
-    FileHandle spool;   // takes the audio for an output that cannot be sought in
+    FileHandle spool;   // holds the audio for an output that cannot be sought in
     SoundHandle sound;  // ends before the file that it writes to
 };

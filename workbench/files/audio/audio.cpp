@@ -5,13 +5,12 @@
 
 #include <utility>
 
-std::unique_ptr<SignalReader> openAudio(FileHandle audio, const SourceName& source,
+std::unique_ptr<SignalReader> openAudio(FileHandle file, const SourceName& source,
                                         const ReadOptions& options) {
-    return std::make_unique<AudioReader>(std::move(audio), source, options);
+    return std::make_unique<AudioReader>(std::move(file), source, options);
 }
 
-std::unique_ptr<SignalWriter> createAudio(const SourceName& output, bool replace,
-                                          AudioContainer container, Encoding encoding,
-                                          const ResultInfo& info) {
-    return std::make_unique<AudioWriter>(output, replace, container, encoding, info);
+std::unique_ptr<SignalWriter> createAudio(const AudioContainer& container,
+                                          const SignalTarget& target, const ResultInfo& info) {
+    return std::make_unique<AudioWriter>(container, target, info);
 }

@@ -1,19 +1,31 @@
 #pragma once
 
-#include "workbench/files/disk/FileStream.h"
 #include "workbench/signals/SignalReader.h"
 #include "workbench/signals/SignalWriter.h"
+#include "workbench/system/FileHandle.h"
 
 #include <memory>
-#include <string>
+#include <string_view>
 
-// Audio files. Where the library of audio is not to be had, both are a Failure that says so.
+// Audio files. Where the library for them is not available, opening and creating one is a Failure
+// that says so.
 
-enum class AudioContainer { wav, w64, rf64, aiff, flac };
+// A kind of audio file.
+struct AudioContainer {
+    std::string_view name;           // the library's usual ending of a file name, in capitals
+    bool shortSizes = false;         // of 32 bits in its header: it holds at most 4 GiB
+    std::string_view longForm = "";  // the container that takes its place beyond that; empty: none
+};
 
-// As openSignal and createSignal, which tell audio from text.
-std::unique_ptr<SignalReader> openAudio(FileHandle audio, const SourceName& source,
+// Whether a file with these first bytes has those marks at bytes 0 and 8.
+inline bool hasMark(std::string_view head, std::string_view atStart, std::string_view atEight) {
+    return head.size() >= 12 && head.starts_with(atStart) && head.substr(8).starts_with(atEight);
+}
+
+// The file is at its start. Failure as openSignal, whatever the container.
+std::unique_ptr<SignalReader> openAudio(FileHandle file, const SourceName& source,
                                         const ReadOptions& options);
-std::unique_ptr<SignalWriter> createAudio(const SourceName& output, bool replace,
-                                          AudioContainer container, Encoding encoding,
-                                          const ResultInfo& info);
+
+// Failure as createSignal.
+std::unique_ptr<SignalWriter> createAudio(const AudioContainer& container,
+                                          const SignalTarget& target, const ResultInfo& info);

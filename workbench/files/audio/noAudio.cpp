@@ -10,13 +10,12 @@
         name.shown));
 }
 
-std::unique_ptr<SignalReader> openAudio(FileHandle /*audio*/, const SourceName& source,
+std::unique_ptr<SignalReader> openAudio(FileHandle /*file*/, const SourceName& source,
                                         const ReadOptions& /*options*/) {
     refuse(source);
 }
 
-std::unique_ptr<SignalWriter> createAudio(const SourceName& output, bool /*replace*/,
-                                          AudioContainer /*container*/, Encoding /*encoding*/,
-                                          const ResultInfo& /*info*/) {
-    refuse(output);
+std::unique_ptr<SignalWriter> createAudio(const AudioContainer& /*container*/,
+                                          const SignalTarget& target, const ResultInfo& /*info*/) {
+    refuse(target.name);
 }

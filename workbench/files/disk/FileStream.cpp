@@ -18,7 +18,7 @@ FileHandle openTemporary() {
     FileHandle file = createUnnamedFile();
     if (file == nullptr) {
         throw Failure(
-            fmt::format("cannot make a temporary file: {}; make room for it", errorText()));
+            fmt::format("cannot create a temporary file: {}; make room for it", errorText()));
     }
     return file;
 }

@@ -5,10 +5,10 @@
 
 #include <string>
 
-// What the C library says about its latest error.
+// The latest error of the C library, in words.
 std::string errorText();
 
-// A file that has no name and goes with its handle. Failure if there is no room for one.
+// An unnamed temporary file, deleted when its handle closes. Failure if there is no room for one.
 FileHandle openTemporary();
 
 // A file for reading, at its start and ready to be sought in: what cannot be, a pipe or standard

@@ -1,40 +1,19 @@
 #include "workbench/files/disk/OutputFile.h"
 
+#include "workbench/files/disk/FileStream.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-#include <atomic>
 #include <cerrno>
-#include <random>
 #include <system_error>
 #include <utility>
 
 namespace fs = std::filesystem;
 
-// The path that removePartialOutput takes away. The flag is up while the path is complete.
-static std::array<fs::path::value_type, 4096> watchedPath;
-static std::atomic<bool> watching = false;
-
-static void watch(const fs::path& path) {
-    watching = false;
-    const std::size_t length = path.native().size();
-    if (length < watchedPath.size()) {
-        std::copy_n(path.c_str(), length + 1, watchedPath.begin());
-        watching = true;
-    }
-}
-
-void removePartialOutput() {
-    if (watching) {
-        removeFile(watchedPath.data());
-    }
-}
-
-// Where writing to path ends up. Unlike fs::canonical it takes a link that leads to no file yet.
+// Where writing to path ends up. Unlike fs::canonical it accepts a link to a file that does not
+// exist yet.
 static fs::path followLinks(fs::path path) {
     std::error_code ignored;
     for (int depth = 0; depth < 40 && fs::is_symlink(path, ignored); ++depth) {
@@ -66,44 +45,25 @@ OutputFile::OutputFile(const SourceName& output, bool replace)
     if (fs::is_regular_file(status) && !replace) {
         refuseExisting(name);
     }
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        file = openFile(target, "wb");
-        if (file == nullptr) {
-            failToCreate(name);
-        }
-        return;
+    const bool isDevice = fs::exists(status) && !fs::is_regular_file(status);
+    if (isDevice) {
+        device = openFile(target, "wb");
+    } else {
+        partial = std::make_unique<PartialFile>(target);
     }
-    createPartial();
-    if (fs::exists(status)) {
-        fs::permissions(partial, status.permissions(), ignored);  // those of the file it replaces
-    }
-}
-
-void OutputFile::createPartial() {
-    std::random_device random;
-    fs::path partialName = ".";
-    partialName += target.filename().native().substr(0, 200);  // room for the rest
-    partialName += fmt::format(".{:08x}.part", random());
-    partial = target.parent_path() / partialName;
-    file = createFile(partial);
-    if (file == nullptr) {
+    if (stream() == nullptr) {
         failToCreate(name);
     }
-    watch(partial);
-}
-
-OutputFile::~OutputFile() {
-    removePartial();
-}
-
-void OutputFile::removePartial() {
-    file.reset();
-    if (!partial.empty()) {
-        std::error_code ignored;
-        fs::remove(partial, ignored);
-        partial.clear();
-        watching = false;
+    if (fs::is_regular_file(status)) {
+        fs::permissions(partial->path, status.permissions(), ignored);  // of the file it replaces
     }
+}
+
+std::FILE* OutputFile::stream() const {
+    if (target.empty()) {
+        return stdout;
+    }
+    return partial != nullptr ? partial->file.get() : device.get();
 }
 
 void OutputFile::fail() {
@@ -123,30 +83,31 @@ void OutputFile::commit() {
     if (std::fflush(stream()) != 0 || std::ferror(stream()) != 0) {
         fail();
     }
+    FileHandle& file = partial != nullptr ? partial->file : device;
     if (file != nullptr && std::fclose(file.release()) != 0) {
         fail();
     }
-    if (!partial.empty()) {
+    if (partial != nullptr) {
         moveIntoPlace();
     }
 }
 
-// A new link fails where a rename would silently replace what has come up in the meantime. Not
-// every file system has links.
+// A new link fails where a rename would silently replace a file that has appeared in the meantime.
+// Not every file system has links.
 void OutputFile::moveIntoPlace() {
     std::error_code error, ignored;
     if (!replaces) {
-        fs::create_hard_link(partial, target, error);
+        fs::create_hard_link(partial->path, target, error);
         if (error == std::errc::file_exists || (error && fs::exists(target, ignored))) {
             refuseExisting(name);
         }
     }
     if (replaces || error) {
-        fs::rename(partial, target, error);
+        fs::rename(partial->path, target, error);
     }
     if (error) {
         throw Failure(
             fmt::format("cannot put {} in its place: {}; check the folder", name, error.message()));
     }
-    removePartial();
+    partial.reset();
 }

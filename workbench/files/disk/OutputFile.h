@@ -1,50 +1,49 @@
 #pragma once
 
-#include "workbench/files/disk/FileStream.h"
+#include "workbench/files/disk/PartialFile.h"
+#include "workbench/signals/SourceName.h"
+#include "workbench/system/FileHandle.h"
 
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
-// A file being written. The name it is to have belongs to the old file, or to none, until commit:
-// the bytes go to .NAME.RANDOM.part beside it. Whatever else the name stands for, a device or a
-// pipe, is written directly. Every Failure names the file.
+// A file being written. Until commit, the target name still refers to the old file, if any: the
+// bytes go to a partial file beside it. A device or a pipe is written directly. Every Failure names
+// the file.
 class OutputFile {
 public:
-    // Of a symbolic link, the file that it leads to is written.
-    // Failure if a file of that name exists, unless replace; or if it cannot be written.
+    // The name is made by SourceName::ofOutput. Of a symbolic link, the file that it leads to is
+    // written. Failure if a file of that name exists, unless replace; or if it cannot be written.
     OutputFile(const SourceName& output, bool replace);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
     // Without commit nothing is left.
-    ~OutputFile();
+    ~OutputFile() = default;
 
     // Whether stream can be sought in.
-    bool seekable() const { return !partial.empty(); }
-    std::FILE* stream() const { return file != nullptr ? file.get() : stdout; }
+    bool seekable() const { return partial != nullptr; }
+    std::FILE* stream() const;
 
     void write(std::string_view bytes);
 
-    // Closes the file and gives it its name. Failure if not all could be written, or if, unless
-    // replace, there is a file of that name by now: then that one stays.
+    // Closes the file and gives it its name. Failure if not all of it could be written, or if,
+    // unless replace, a file of that name exists by now: then that one stays.
     void commit();
 
-    // The Failure for the C library's latest error. The file is no good any more, but stays open
-    // for whoever writes through stream.
+    // The Failure for the C library's latest error. The file is unusable from then on, but stays
+    // open for whoever writes through stream.
     [[noreturn]] void fail();
 
 private:
-    void createPartial();
-    void removePartial();
     void moveIntoPlace();
 
     std::string name;  // for messages
-    std::filesystem::path target, partial;
+    std::filesystem::path target;
     bool replaces;
-    FileHandle file;  // null: standard output
+    FileHandle device;                     // null: standard output, unless
+    std::unique_ptr<PartialFile> partial;  // it is a file of its own
 };
-
-// Removes the partial file of the OutputFile made last, if it is still there. For signal handlers:
-// it touches nothing but a fixed buffer and removeFile.
-void removePartialOutput();

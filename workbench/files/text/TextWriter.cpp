@@ -1,6 +1,7 @@
 #include "workbench/files/text/TextWriter.h"
 
 #include "workbench/files/text/NumberText.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
@@ -44,9 +45,18 @@ static std::vector<std::string> columnNames(const ResultInfo& info) {
     return names;
 }
 
-TextWriter::TextWriter(const SourceName& target, bool replace, char columnSeparator,
-                       const ResultInfo& info)
-    : output(target, replace),
+static const SourceName& nameOfText(const SignalTarget& target) {
+    if (target.encoding != Encoding::automatic) {
+        throw Failure(fmt::format(
+            "{} is text, which has no encoding of samples; leave the encoding out, or use the "
+            "ending of an audio file",
+            target.name.shown));
+    }
+    return target.name;
+}
+
+TextWriter::TextWriter(const SignalTarget& target, char columnSeparator, const ResultInfo& info)
+    : output(nameOfText(target), target.replace),
       separator(columnSeparator),
       channels(info.channels),
       rate(info.rate),

@@ -6,8 +6,8 @@
 // Text columns, as TextReader reads them: every double comes back as it was.
 class TextWriter final : public SignalWriter {
 public:
-    TextWriter(const SourceName& target, bool replace, char columnSeparator,
-               const ResultInfo& info);
+    // Failure if the target has an encoding of samples, or cannot be written.
+    TextWriter(const SignalTarget& target, char columnSeparator, const ResultInfo& info);
 
     void write(const double* interleaved, std::int64_t count) override;
     void finish(const std::vector<std::string>& closingNotes) override;

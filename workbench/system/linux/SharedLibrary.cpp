@@ -2,22 +2,76 @@
 
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
-#include "workbench/system/fileNames.h"
+#include "workbench/system/FileHandle.h"
 
-#include <fmt/format.h>
-
+#include <cstdint>
+#include <cstring>
 #include <dlfcn.h>
+#include <link.h>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+// A file of the kind that the loader takes: headers at its start say what else is in it.
+class ElfFile {
+public:
+    explicit ElfFile(const std::filesystem::path& path)
+        : file(openFile(path, "rb")), size(std::filesystem::file_size(path, ignored)) {}
+
+    // Whether it is one of this system, and less is there than its headers declare.
+    [[nodiscard]] bool isTruncated() const;
+
+private:
+    template <typename Header>
+    bool read(std::uint64_t offset, Header& header) const {
+        return seekFile(file.get(), static_cast<std::int64_t>(offset), SEEK_SET) &&
+               std::fread(&header, sizeof header, 1, file.get()) == 1;
+    }
+    [[nodiscard]] bool holds(std::uint64_t offset, std::uint64_t length) const {
+        return offset <= size && length <= size - offset;
+    }
+
+    std::error_code ignored;
+    FileHandle file;
+    std::uint64_t size;
+};
+
+bool ElfFile::isTruncated() const {
+    ElfW(Ehdr) header = {};
+    constexpr unsigned char width = sizeof(void*) == 8 ? ELFCLASS64 : ELFCLASS32;
+    if (file == nullptr || !read(0, header) || std::memcmp(header.e_ident, ELFMAG, SELFMAG) != 0 ||
+        header.e_ident[EI_CLASS] != width) {
+        return false;
+    }
+    for (unsigned i = 0; i < header.e_phnum; ++i) {
+        ElfW(Phdr) segment = {};
+        if (!read(header.e_phoff + std::uint64_t{i} * header.e_phentsize, segment) ||
+            !holds(segment.p_offset, segment.p_filesz)) {
+            return true;
+        }
+    }
+    return !holds(header.e_shoff, std::uint64_t{header.e_shnum} * header.e_shentsize);
+}
+
+}  // namespace
+
+// The loader maps what the headers declare, and where the file has ended the process dies of it.
+static const std::filesystem::path& whole(const std::filesystem::path& file) {
+    if (ElfFile(file).isTruncated()) {
+        throw Failure("the file is truncated");
+    }
+    return file;
+}
 
 SharedLibrary::SharedLibrary(const std::filesystem::path& file)
     // An absolute path, or the loader would look for a bare name in the system's folders.
-    : handle(dlopen(std::filesystem::absolute(file).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : handle(dlopen(std::filesystem::absolute(whole(file)).c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (handle == nullptr) {
         const std::string reason = dlerror();  // begins with the path and a colon
         const std::size_t colon = reason.rfind(": ");
-        throw Failure(
-            fmt::format("{} is not a module that can be loaded ({}); name one with --module",
-                        printable(nameOf(file)),
-                        colon == std::string::npos ? reason : reason.substr(colon + 2)));
+        throw Failure(printable(colon == std::string::npos ? reason : reason.substr(colon + 2)));
     }
 }
 

@@ -57,6 +57,16 @@ FileHandle createFile(const std::filesystem::path& path) {
     return createShared(path, FILE_ATTRIBUTE_NORMAL);
 }
 
+bool isInUse(const std::filesystem::path& path) {
+    const HANDLE alone = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (alone == INVALID_HANDLE_VALUE) {
+        return true;
+    }
+    CloseHandle(alone);
+    return false;
+}
+
 FileHandle createUnnamedFile() {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::temp_directory_path(error);

@@ -8,7 +8,7 @@
 
 #include <windows.h>
 
-// The system's words for an error, without the full stop and the line end behind them.
+// The system's words for an error, without the full stop and the line end after them.
 static std::string reasonOf(DWORD error) {
     std::wstring text(1024, L'\0');
     text.resize(FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
@@ -21,10 +21,7 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& file)
     // An absolute path, or the loader would look for a bare name in the system's folders.
     : handle(LoadLibraryW(std::filesystem::absolute(file).c_str())) {
     if (handle == nullptr) {
-        const std::string reason = reasonOf(GetLastError());
-        throw Failure(
-            fmt::format("{} is not a module that can be loaded ({}); name one with --module",
-                        printable(nameOf(file)), printable(reason)));
+        throw Failure(printable(reasonOf(GetLastError())));
     }
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "workbench/signals/SignalReader.h"
+#include "workbench/signals/SignalWriter.h"
+#include "workbench/system/FileHandle.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// A format of signal files: a constant in a source of its own in formats/, and a word in
+// CMakeLists.txt. Whatever else is said of formats is made from these rows.
+struct Format {
+    const char* name;                  // "WAV"
+    std::vector<const char*> endings;  // of file names, in lower case: ".aif", ".aiff"
+
+    // Whether a file with these first bytes, at most 256, is of this format.
+    bool (*recognises)(std::string_view head);
+
+    // What openSignal and createSignal do for the format. The file is at its start.
+    std::unique_ptr<SignalReader> (*open)(FileHandle file, const SourceName& source,
+                                          const ReadOptions& options);
+    std::unique_ptr<SignalWriter> (*create)(const SignalTarget& target, const ResultInfo& info);
+
+    // In the order in which they are tried on a file.
+    static const std::vector<const Format*>& all();
+
+    // All names, with that word before the last: "WAV, W64, RF64, AIFF, FLAC and UTF-8 text".
+    static std::string names(std::string_view lastWord);
+
+    // All endings: ".wav .w64 .rf64 .aif .aiff .flac .csv .tsv .txt .dat".
+    static std::string allEndings();
+};

@@ -1,0 +1,13 @@
+#include "workbench/files/Format.h"
+#include "workbench/files/audio/audio.h"
+
+static bool recognises(std::string_view head) {
+    return hasMark(head, "FORM", "AIFF") || hasMark(head, "FORM", "AIFC");
+}
+
+static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+    return createAudio({.name = "AIFF", .shortSizes = true}, target, info);
+}
+
+// AIFC holds what plain AIFF cannot, floating point among it.
+extern const Format aiffFormat = {"AIFF", {".aif", ".aiff"}, recognises, openAudio, create};

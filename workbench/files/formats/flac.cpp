@@ -1,0 +1,13 @@
+#include "workbench/files/Format.h"
+#include "workbench/files/audio/audio.h"
+
+static bool recognises(std::string_view head) {
+    return head.starts_with("fLaC");
+}
+
+static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+    return createAudio({.name = "FLAC"}, target, info);
+}
+
+// Integers, compressed without loss.
+extern const Format flacFormat = {"FLAC", {".flac"}, recognises, openAudio, create};

@@ -1,0 +1,33 @@
+#include "workbench/files/Format.h"
+#include "workbench/files/text/TextReader.h"
+#include "workbench/files/text/TextWriter.h"
+#include "workbench/system/fileNames.h"
+
+#include <algorithm>
+#include <utility>
+
+static bool recognises(std::string_view head) {
+    return std::none_of(head.begin(), head.end(), [](char letter) {
+        const auto code = static_cast<unsigned char>(letter);
+        return code < ' ' && letter != '\t' && letter != '\n' && letter != '\r';
+    });
+}
+
+static char separatorFor(const SignalTarget& target) {
+    const std::string ending = lowerCaseEnding(target.name.path);
+    return ending == ".tsv" ? '\t' : ending == ".txt" || ending == ".dat" ? ' ' : ',';
+}
+
+static std::unique_ptr<SignalReader> open(FileHandle file, const SourceName& source,
+                                          const ReadOptions& options) {
+    return std::make_unique<TextReader>(std::move(file), source, options);
+}
+
+static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+    return std::make_unique<TextWriter>(target, separatorFor(target), info);
+}
+
+// Columns of numbers. What separates them is found when they are read; when they are written, the
+// ending of the name decides.
+extern const Format textFormat = {
+    "UTF-8 text", {".csv", ".tsv", ".txt", ".dat"}, recognises, open, create};
