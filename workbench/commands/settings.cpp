@@ -117,7 +117,7 @@ void SettingsCommand::run() const {
             quoted(graph)));
     }
     const WindowLibrary windows;
-    edit(*windows.windowDesktop());
+    edit(*windows.windowDesktop(printable(nameOf(pathOf(graph).filename()))));
 }
 
 static std::string checkAssignment(const std::string& word) {
