@@ -119,10 +119,13 @@ const char* FoldModule::loadPortName(PORTTYPE side, int port) {
         return reportPortConflict();
     }
     const CString text = LoadStrResFromDll(name->text);
+    // Within the object: the name outlives the call, and the buffer is not the caller's to free.
     std::snprintf(nameBuffer, sizeof nameBuffer, "%s", static_cast<const char*>(text));
     return nameBuffer;
 }
 
+// The text speaks of versions, since only a file of another one could hold such settings. The
+// source tells several modules of a graph apart by their numbers.
 const char* FoldModule::reportPortConflict() {
     const CString text = LoadStrResFromDll(stringPortConflict);
     const CString* source = &moduleName;
@@ -130,7 +133,8 @@ const char* FoldModule::reportPortConflict() {
         instanceName.Format("%s%d", static_cast<const char*>(moduleName), instanceNumber);
         source = &instanceName;
     }
-    const TCError report(*source, text, 100);
+    constexpr int portConflict = 100;
+    const TCError report(*source, text, portConflict);
     return "";
 }
 

@@ -32,7 +32,7 @@ public:
     // pair of blocks, blocks without a partner keep waiting; per packet once, on all blocks of each
     // port joined. A result is as long as the longer of its two signals, and NaN where the
     // algorithm could not write it. Only the last block written carries the marker 2.
-    //   returns    0: done, also where no pair waits.
+    //   returns    0: done, also if no pair waits.
     //             -5: the method asks for signals of equal length.
     //             -1: the run failed, no such method, or memory exhausted.
     // A run that fails writes nothing to any output, and its blocks are gone from both inputs, so

@@ -18,8 +18,9 @@
 // Done. An object is used by one thread at a time. It ends where it began: the destructor is not
 // virtual, and only the library that made an object may delete it.
 //
-// The order of the virtual operations is fixed: append, never insert or sort. So are the slots that
-// no host is known to use: the three zero queries, ignorePortEvent, and the two reserved values.
+// The order of the virtual operations is fixed: append, never insert or sort. The three zero
+// queries and ignorePortEvent have no known use and stay all the same: the slots after them would
+// move.
 class B_BasisModule : public PortTables {
 public:
     B_BasisModule(const B_BasisModule&) = delete;
