@@ -1,5 +1,6 @@
 #include "frame/Algorithm.h"
 
+#include "host/RunObserver.h"
 #include "signal/FoldEngine.h"
 #include "signal/PseudoInverseUnfolder.h"
 #include "signal/SpectralUnfolder.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 
 // Runs an algorithm object on the signals of a pass.
 template <typename Unfolder>
@@ -15,7 +17,20 @@ static int unfold(Unfolder& unfolder, Pass& pass) {
                            pass.second.length, pass.result.samples.get(), pass.result.length);
 }
 
+static bool refusesNothing(const FoldSettings& /*settings*/, const Pass& /*pass*/) {
+    return false;
+}
+
+// Of the methods the engine has the first two, whose numbers are its modes.
+static bool isNoFoldMode(const FoldSettings& settings, const Pass& /*pass*/) {
+    return settings.method != FoldSettings::timeDomain &&
+           settings.method != FoldSettings::frequencyDomain;
+}
+
 static int fold(const FoldSettings& settings, Pass& pass) {
+    if (isNoFoldMode(settings, pass)) {
+        return 0;
+    }
     return FoldEngine().fold(pass.first.samples.get(), pass.first.length, pass.second.samples.get(),
                              pass.second.length, pass.result.samples.get(), pass.result.length,
                              settings.method);
@@ -29,6 +44,12 @@ static int unfoldSpectrally(const FoldSettings& /*settings*/, Pass& pass) {
 static int unfoldByIteration(const FoldSettings& settings, Pass& pass) {
     VanCittertUnfolder unfolder(settings.convergence, settings.maxIterations, settings.abortAtError,
                                 settings.errorValue, settings.abortAtMinError);
+    if (RunObserver* const observer = RunObserver::current()) {
+        unfolder.keepGoing = [observer, most = settings.maxIterations](std::uint32_t loop,
+                                                                       double error) {
+            return observer->afterStep({loop, most, error});
+        };
+    }
     const int outcome = unfold(unfolder, pass);
     if (outcome > 0) {
         pass.extraValues[0] = unfolder.lastError;
@@ -37,9 +58,16 @@ static int unfoldByIteration(const FoldSettings& settings, Pass& pass) {
     return outcome;
 }
 
-// The dialog's list has "no scaling" last, the filter has it first.
+// The dialog's list has "no scaling" last, the filter has it first. Numbers beyond the list, which
+// only a file can hold, scale nothing either.
 static int scalingKind(std::int32_t scaling) {
     return scaling >= 0 && scaling <= 3 ? scaling + 1 : 0;
+}
+
+// Then its autocorrelation is all zero, or not a number.
+static bool hasKernelWithoutEnergy(const FoldSettings& /*settings*/, const Pass& pass) {
+    const double* const h = pass.second.samples.get();
+    return !(std::inner_product(h, h + pass.second.length, h, 0.0) > 0.0);
 }
 
 static int unfoldByFilter(const FoldSettings& settings, Pass& pass) {
@@ -52,20 +80,26 @@ static int unfoldByFilter(const FoldSettings& settings, Pass& pass) {
     return outcome;
 }
 
+namespace {
+
 struct Deconvolution {
-    int method;
+    std::int32_t method;
     Algorithm algorithm;
 };
 
-static constexpr Algorithm convolution = {false, false, fold};
+}  // namespace
+
+// Where results do not count, a run that fails leaves a block of NaN, and the step goes on: there
+// is one block on the output for each pair on the inputs.
+static constexpr Algorithm convolution = {false, false, fold, isNoFoldMode};
 static constexpr Deconvolution deconvolutions[] = {
-    {1, {false, false, unfoldSpectrally}},
-    {2, {true, true, unfoldByIteration}},
-    {3, {true, true, unfoldByFilter}},
+    {FoldSettings::frequencyDomain, {false, false, unfoldSpectrally, refusesNothing}},
+    {FoldSettings::vanCittert, {true, true, unfoldByIteration, refusesNothing}},
+    {FoldSettings::pseudoInverse, {true, true, unfoldByFilter, hasKernelWithoutEnergy}},
 };
 
 const Algorithm* selectAlgorithm(const FoldSettings& settings) {
-    if (settings.direction == 0) {
+    if (settings.direction == FoldSettings::convolution) {
         return &convolution;
     }
     const auto* const row = std::find_if(

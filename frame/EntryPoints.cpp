@@ -4,7 +4,6 @@
 #include "platform/ResourceChain.h"
 #include "resources/resources.h"
 
-#include <exception>
 #include <new>
 
 // In the resource chain while the library is loaded.
@@ -14,8 +13,8 @@ FoldApp theApp;
 
 B_BasisModule* GetModuleInstance() {
     try {
-        return new (std::nothrow) FoldModule;
-    } catch (const std::exception&) {  // memory that the construction asks for
+        return new FoldModule;
+    } catch (const std::bad_alloc&) {
         return nullptr;
     }
 }

@@ -9,8 +9,8 @@ extern "C" {
 // Makes a module object; null if memory is exhausted.
 B_BasisModule* GetModuleInstance();
 
-// Destroys an object that GetModuleInstance made; null is passed over. Nobody else may: the
-// destructor is not virtual.
+// Destroys an object that GetModuleInstance made; null is ignored. It is the only way to destroy
+// one: the destructor is not virtual, and memory goes back to the library that gave it.
 void DeleteModuleInstance(B_BasisModule* module);
 
 int InitDLL();                       // 1: ready

@@ -13,17 +13,21 @@ static std::atomic<std::int32_t> instanceCount = 0;
 FoldModule::FoldModule() {
     instanceNumber = ++instanceCount;
     moduleName = "Fendra";
+    // The version of the stored record, not that of the module, whose label says V2.00. Stored
+    // graphs carry it and are refused under any other, so it changes only with the record.
     moduleVersion = "V1.91";
     reservedNumber = 0;
     iconId = static_cast<int>(iconModule);
     inputCount = 2;
     outputCount = 1;
-    reservedFlag = true;
+    reservedFlag = true;  // of no meaning here; a host that looks at it finds this value
     InitInputAndOutput();
-    FoldModule::initToken();
+    FoldModule::initToken();  // named: within a constructor no override is called
     ComputeValidationData();
 }
 
+// The three zero queries have no known meaning. Each has its own slot among the virtual operations,
+// where a host finds it, so they are not one.
 int FoldModule::firstZeroQuery() {
     return 0;
 }
@@ -69,25 +73,32 @@ void FoldModule::initToken() {
 
 static constexpr int anyMethod = -1;
 
+namespace {
+
 struct PortName {
     PORTTYPE side;
     int port;
-    int direction;
-    int method;
+    std::int32_t direction;
+    std::int32_t method;
     unsigned text;
 };
 
+}  // namespace
+
+using enum FoldSettings::Direction;
+using enum FoldSettings::Method;
+
 static constexpr PortName portNames[] = {
-    {inputPort, 0, 0, anyMethod, stringSignal1},
-    {inputPort, 1, 0, anyMethod, stringSignal2},
-    {inputPort, 0, 1, anyMethod, stringFoldedSignal},
-    {inputPort, 1, 1, anyMethod, stringKernel},
-    {outputPort, 0, 0, anyMethod, stringFoldedSignal},
-    {outputPort, 0, 1, anyMethod, stringUnfoldedSignal},
-    {outputPort, 1, 1, 2, stringLastError},
-    {outputPort, 2, 1, 2, stringLoopCount},
-    {outputPort, 1, 1, 3, stringZeroElementDeviation},
-    {outputPort, 2, 1, 3, stringOneElementDeviation},
+    {inputPort, 0, convolution, anyMethod, stringSignal1},
+    {inputPort, 1, convolution, anyMethod, stringSignal2},
+    {inputPort, 0, deconvolution, anyMethod, stringFoldedSignal},
+    {inputPort, 1, deconvolution, anyMethod, stringKernel},
+    {outputPort, 0, convolution, anyMethod, stringFoldedSignal},
+    {outputPort, 0, deconvolution, anyMethod, stringUnfoldedSignal},
+    {outputPort, 1, deconvolution, vanCittert, stringLastError},
+    {outputPort, 2, deconvolution, vanCittert, stringLoopCount},
+    {outputPort, 1, deconvolution, pseudoInverse, stringZeroElementDeviation},
+    {outputPort, 2, deconvolution, pseudoInverse, stringOneElementDeviation},
 };
 
 const char* FoldModule::getInportName(int port) {
@@ -108,10 +119,13 @@ const char* FoldModule::loadPortName(PORTTYPE side, int port) {
         return reportPortConflict();
     }
     const CString text = LoadStrResFromDll(name->text);
+    // Within the object: the name outlives the call, and the buffer is not the caller's to free.
     std::snprintf(nameBuffer, sizeof nameBuffer, "%s", static_cast<const char*>(text));
     return nameBuffer;
 }
 
+// The text speaks of versions, since only a file of another one could hold such settings. The
+// source tells several modules of a graph apart by their numbers.
 const char* FoldModule::reportPortConflict() {
     const CString text = LoadStrResFromDll(stringPortConflict);
     const CString* source = &moduleName;
@@ -119,7 +133,8 @@ const char* FoldModule::reportPortConflict() {
         instanceName.Format("%s%d", static_cast<const char*>(moduleName), instanceNumber);
         source = &instanceName;
     }
-    const TCError report(*source, text, 100);
+    constexpr int portConflict = 100;
+    const TCError report(*source, text, portConflict);
     return "";
 }
 

@@ -14,8 +14,8 @@
 // Signals are "DOUBLE[]" in "TIME_DOMAIN", the numbers "DOUBLE" in "SCALAR".
 class FoldModule final : public B_BasisModule {
 public:
-    // Objects of the loaded library are numbered from 1, in the order of construction; a number is
-    // not given again. Memory that runs out leaves by std::bad_alloc.
+    // Objects of the loaded library are numbered from 1, in the order of construction; no number is
+    // used twice. Memory that runs out leaves by std::bad_alloc.
     FoldModule();
 
 protected:
@@ -31,11 +31,15 @@ public:
     // Runs the algorithm that the settings select on what waits on the inputs: per block on each
     // pair of blocks, blocks without a partner keep waiting; per packet once, on all blocks of each
     // port joined. A result is as long as the longer of its two signals, and NaN where the
-    // algorithm could not write it. Of the blocks written only the last carries the marker 2.
-    //   returns    0: done, also where no pair waits.
+    // algorithm could not write it. Only the last block written carries the marker 2.
+    //   returns    0: done, also if no pair waits.
     //             -5: the method asks for signals of equal length.
     //             -1: the run failed, no such method, or memory exhausted.
-    // A run that fails writes nothing, and its blocks are gone; earlier results stay.
+    // A run that fails writes nothing to any output, and its blocks are gone from both inputs, so
+    // that the next call finds them in step; earlier results stay. The thread's RunObserver is
+    // asked after each step of the iteration and told of each run without a result.
+    // Results are those of the standard arithmetic, whatever mode the host computes in; the host
+    // has its mode back on return.
     int Process() override;
 
 protected:
@@ -48,15 +52,17 @@ protected:
 
     int thirdZeroQuery() override;
 
-    // Shows the settings dialog and, where it is answered by OK, takes the settings over. If the
+    // Shows the settings dialog and, if it is answered by OK, takes the settings over. If the
     // method gives its two numbers now and did not before, or the other way round, the ports are
-    // rebuilt and the host is told to connect outputs 1 and 2 anew.
-    //   changed   gets the flag 1 and the ports 1 and 2 then, and is left alone else
+    // rebuilt and the host is told to connect outputs 1 and 2 anew. So they are if the outputs did
+    // not fit the settings: what the dialog leaves, stored, loads again.
+    //   changed   gets the flag 1 and the ports 1 and 2 then, and is left alone otherwise
     //   returns   outputPort then, else noPort
     // Memory that runs out leaves by std::bad_alloc, with all as it was.
     PORTTYPE setupDlgPorts(RET_PORT& changed) override;
 
-    // The settings as twelve lines of German text in Windows-1252, ended by CR LF.
+    // The settings as twelve lines in Windows-1252, ended by CR LF. They are in German whatever the
+    // user's language: the report has no other text.
     void writeReport(CArchive& archive) override;
 
     // The settings as a record of 44 bytes: executionMode, method, direction, convergence,
@@ -65,7 +71,8 @@ protected:
 
     // Reads that record, unchecked, and rebuilds the ports; outputCount must fit already. Another
     // version is shown to the user and leaves by an archive exception, cause badSchema, with
-    // nothing read. In a record that ends early the values before the end are taken.
+    // nothing read. Of a record that ends early the values before the end are taken, and the ports
+    // stay as they were; the dialog, answered by OK, fits them to those values.
     void loadSettings(CArchive& archive, CString version) override;
 
 private:
@@ -75,9 +82,12 @@ private:
     int processPacket();
     int processBlocks();
     int runPass(Pass& pass, int marker);
+    // The signals of a pass: what take takes from inputs 0 and 1. If memory runs out on the way,
+    // the rest of the pass is discarded, until no more blocks than those wait on the inputs.
+    Pass takePass(SampleArray (FoldModule::*take)(int port), int firstLeft, int secondLeft);
     SampleArray takeBlock(int port);
     SampleArray takePacket(int port);
-    void writeScalar(int port, double value, int marker);
+    void writeWithScalars(const Pass& pass, int marker);
 
     FoldSettings settings;
 

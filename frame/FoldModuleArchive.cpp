@@ -16,6 +16,7 @@ void FoldModule::loadSettings(CArchive& archive, CString version) {
                                     exclamationWithOk);
         AfxThrowArchiveException(CArchiveException::badSchema);
     }
+    // Straight into the fields, of which those before an early end stay.
     archive >> settings.executionMode >> settings.method >> settings.direction >>
         settings.convergence >> settings.maxIterations >> settings.abortAtError >>
         settings.errorValue >> settings.abortAtMinError >> settings.scaling;

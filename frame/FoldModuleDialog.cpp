@@ -3,10 +3,11 @@
 
 #include <utility>
 
-// Whether the settings that the dialog deals in ask for outputs 1 and 2. It knows the directions 0
-// and 1 alone; under another one, which only a file can hold, it leaves the outputs as they are.
-static bool hasNumberPorts(const FoldSettings& settings) {
-    return settings.direction == 1 && settings.givesScalars();
+// Whether outputs 1 and 2 are there for what the dialog offers. Under a direction that only a file
+// can hold they are not, even if a method gives its numbers: choosing deconvolution connects them
+// anew.
+static bool offersNumbers(const FoldSettings& settings) {
+    return settings.direction == FoldSettings::deconvolution && settings.givesScalars();
 }
 
 PORTTYPE FoldModule::setupDlgPorts(RET_PORT& changed) {
@@ -17,8 +18,10 @@ PORTTYPE FoldModule::setupDlgPorts(RET_PORT& changed) {
     if (dialog.DoModal() != IDOK) {
         return noPort;
     }
-    const bool numbers = hasNumberPorts(dialog.settings);
-    if (hasNumberPorts(settings) == numbers) {
+    // The outputs need not be those of the settings: a load that broke off within the record has
+    // left them behind, or only a file holds such a direction.
+    const int outputs = dialog.settings.outputs();
+    if (offersNumbers(settings) == offersNumbers(dialog.settings) && outputCount == outputs) {
         settings = dialog.settings;
         return noPort;
     }
@@ -31,7 +34,7 @@ PORTTYPE FoldModule::setupDlgPorts(RET_PORT& changed) {
     PortTables tablesBefore = tables;
     const FoldSettings settingsBefore = std::exchange(settings, dialog.settings);
     try {
-        outputCount = numbers ? 3 : 1;
+        outputCount = outputs;
         InitInputAndOutput();
         initToken();
         ComputeValidationData();

@@ -1,42 +1,40 @@
 #include "frame/Algorithm.h"
 #include "frame/FoldModule.h"
+#include "host/ProcessCode.h"
+#include "host/RunObserver.h"
+#include "platform/ArithmeticMode.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <limits>
 #include <new>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
-static constexpr int done = 0;
-static constexpr int failed = -1;
-static constexpr int lengthsDiffer = -5;
-
-static constexpr int lastBlock = 2;
-static constexpr int innerBlock = 1;
-
 int FoldModule::Process() {
+    const StandardArithmetic resultsDoNotDependOnTheHost;
     try {
         clearAllOutportStreams();
-        return settings.executionMode == 1 ? processPacket() : processBlocks();
-    } catch (const std::exception&) {  // memory exhausted
-        return failed;
+        return settings.executionMode == FoldSettings::perPacket ? processPacket()
+                                                                 : processBlocks();
+    } catch (const std::bad_alloc&) {
+    } catch (const std::length_error&) {  // of a container: more than any memory
     }
+    RunObserver::reportFailure(RunFailure::memoryExhausted);
+    return ProcessCode::failed;
 }
 
 int FoldModule::processPacket() {
     const int marker = typeInfo.Read(*inportStreams[0]);
-    SampleArray first = takePacket(0);
-    typeInfo.Read(*inportStreams[1]);
-    SampleArray second = takePacket(1);
-    Pass pass(std::move(first), std::move(second));
+    Pass pass = takePass(&FoldModule::takePacket, 0, 0);
     return runPass(pass, marker);
 }
 
-// An execution mode other than 0, which only a file can hold, runs its passes on empty signals.
+// An execution mode beyond the two, which only a file can hold, runs its passes on empty signals.
 int FoldModule::processBlocks() {
+    // That of the first block holds for the whole call, whatever the later ones carry.
     const int blockMarker = typeInfo.Read(*inportStreams[0]);
     typeInfo.Read(*inportStreams[1]);
     const int firstWaiting = typeInfo.GetFillSize(*inportStreams[0]);
@@ -44,51 +42,79 @@ int FoldModule::processBlocks() {
     const int passCount = std::min(firstWaiting, secondWaiting);
 
     for (int index = 0; index < passCount; ++index) {
-        SampleArray first, second;
-        if (settings.executionMode == 0) {
-            first = takeBlock(0);
-            second = takeBlock(1);
-        }
-        Pass pass(std::move(first), std::move(second));
+        Pass pass = settings.executionMode == FoldSettings::perBlock
+                        ? takePass(&FoldModule::takeBlock, firstWaiting - 1 - index,
+                                   secondWaiting - 1 - index)
+                        : Pass({}, {});
         const bool last = index == passCount - 1;
         const int code =
-            runPass(pass, blockMarker == lastBlock && !last ? innerBlock : blockMarker);
-        if (code != done) {
+            runPass(pass, blockMarker == BlockHeader::last && !last ? BlockHeader::moreFollow
+                                                                    : blockMarker);
+        if (code != ProcessCode::done) {
             return code;
         }
     }
-    return done;
+    return ProcessCode::done;
+}
+
+Pass FoldModule::takePass(SampleArray (FoldModule::*take)(int port), int firstLeft,
+                          int secondLeft) {
+    try {
+        SampleArray first = (this->*take)(0);
+        SampleArray second = (this->*take)(1);
+        return {std::move(first), std::move(second)};
+    } catch (...) {
+        discardFromInport(0, firstLeft);
+        discardFromInport(1, secondLeft);
+        throw;
+    }
 }
 
 static int runAlgorithm(const FoldSettings& settings, Pass& pass) {
-    const Algorithm* algorithm = selectAlgorithm(settings);
+    const Algorithm* const algorithm = selectAlgorithm(settings);
     if (algorithm == nullptr) {
-        return failed;
+        RunObserver::reportFailure(RunFailure::refused);
+        return ProcessCode::failed;
     }
     if (algorithm->equalLengths && pass.first.length != pass.second.length) {
-        return lengthsDiffer;
+        RunObserver::reportFailure(RunFailure::refused);
+        return ProcessCode::lengthsDiffer;
     }
-    const int outcome = algorithm->run(settings, pass);
-    return algorithm->resultCounts && outcome <= 0 ? failed : done;
+    if (algorithm->run(settings, pass) > 0) {
+        return ProcessCode::done;
+    }
+    RunObserver::reportFailure(algorithm->refuses(settings, pass) ? RunFailure::refused
+                                                                  : RunFailure::memoryExhausted);
+    return algorithm->resultCounts ? ProcessCode::failed : ProcessCode::done;
 }
 
 int FoldModule::runPass(Pass& pass, int marker) {
     const int code = runAlgorithm(settings, pass);
-    if (code != done) {
+    if (code != ProcessCode::done) {
         return code;
     }
-    writeArrayToOutport(0, pass.result.samples.get(), pass.result.length, marker, true, nullptr,
-                        nullptr);
     if (settings.givesScalars()) {
-        scalarStep = 1.0;
-        writeScalar(1, pass.extraValues[0], marker);
-        writeScalar(2, pass.extraValues[1], marker);
+        writeWithScalars(pass, marker);
+    } else {
+        writeArrayToOutport(0, pass.result.samples.get(), pass.result.length, marker, true, nullptr,
+                            nullptr);
     }
-    return done;
+    return ProcessCode::done;
 }
 
-void FoldModule::writeScalar(int port, double value, int marker) {
-    writeScalarToOutport(port, value, marker, true, GetOutputName(port), nullptr);
+// What asks for memory comes first, so that all three outputs are written or none.
+void FoldModule::writeWithScalars(const Pass& pass, int marker) {
+    // Copies: each call for a name overwrites the name before.
+    const CString firstName = GetOutputName(1), secondName = GetOutputName(2);
+    reserveOnOutport(0, pass.result.length);
+    reserveOnOutport(1, 1);
+    reserveOnOutport(2, 1);
+
+    scalarStep = 1.0;
+    writeArrayToOutport(0, pass.result.samples.get(), pass.result.length, marker, true, nullptr,
+                        nullptr);
+    writeScalarToOutport(1, pass.extraValues[0], marker, true, firstName, nullptr);
+    writeScalarToOutport(2, pass.extraValues[1], marker, true, secondName, nullptr);
 }
 
 SampleArray FoldModule::takeBlock(int port) {
@@ -98,9 +124,10 @@ SampleArray FoldModule::takeBlock(int port) {
     return {std::unique_ptr<double[]>(samples), length};
 }
 
-// Each block is freed as soon as it is copied. A packet whose length goes beyond 32 bits does not
-// fit in memory.
+// Each block is freed as soon as it is copied: the peak is twice the packet. One whose length goes
+// beyond 32 bits counts as one that does not fit in memory.
 SampleArray FoldModule::takePacket(int port) {
+    typeInfo.Read(*inportStreams[port]);
     const int waiting = typeInfo.GetFillSize(*inportStreams[port]);
     std::vector<SampleArray> blocks(static_cast<std::size_t>(waiting));
     std::int64_t total = 0;

@@ -19,14 +19,19 @@ static std::string general(double value) {
     return {text, written.ptr};
 }
 
+// The texts are fixed, trailing blanks and "Abbruch minimalem" included: programs read them. Every
+// method but the time domain counts as the frequency domain in the second line, the iteration too.
 void FoldModule::writeReport(CArchive& archive) {
     const FoldSettings& s = settings;
-    writeLine(archive, s.executionMode == 0 ? "      Abarbeitung erfolgt blockweise"
-                                            : "      Abarbeitung erfolgt paketweise");
-    writeLine(archive, s.method == 0 ? "      Faltung wird im Zeitbereich ausgef\xfchrt"
-                                     : "      Faltung wird im Frequenzbereich ausgef\xfchrt");
-    writeLine(archive, s.direction == 0 ? "      Es ist Faltung eingestellt"
-                                        : "      Es ist Entfaltung eingestellt");
+    writeLine(archive, s.executionMode == FoldSettings::perBlock
+                           ? "      Abarbeitung erfolgt blockweise"
+                           : "      Abarbeitung erfolgt paketweise");
+    writeLine(archive, s.method == FoldSettings::timeDomain
+                           ? "      Faltung wird im Zeitbereich ausgef\xfchrt"
+                           : "      Faltung wird im Frequenzbereich ausgef\xfchrt");
+    writeLine(archive, s.direction == FoldSettings::convolution
+                           ? "      Es ist Faltung eingestellt"
+                           : "      Es ist Entfaltung eingestellt");
     writeLine(archive, "      Parameter f\xfcr Entfaltung nach van Cittert : ");
     writeLine(archive, "          Konvergenzparameter : ", general(s.convergence));
     // Signed, unlike the setting itself: beyond 2^31 - 1 the report counts from -2^31.

@@ -2,13 +2,17 @@
 
 #include <cstdint>
 
-// What the user chooses, with the values of a new module. The settings dialog offers method 0 and 1
-// for convolution and 1 to 3 for deconvolution; a file may hold any combination.
+// What the user chooses, with the values of a new module. The settings dialog offers the first two
+// methods for convolution and all but the first for deconvolution; a file may hold any numbers, so
+// the fields are numbers, and the names below those of the numbers that mean something.
 struct FoldSettings {
-    std::int32_t executionMode = 0;  // 0: per block, 1: per packet
-    std::int32_t direction = 0;      // 0: convolution, 1: deconvolution
-    // 0: time domain, 1: frequency domain, 2: van Cittert iteration, 3: pseudo-inverse filter
-    std::int32_t method = 1;
+    enum ExecutionMode : std::int32_t { perBlock, perPacket };
+    enum Direction : std::int32_t { convolution, deconvolution };
+    enum Method : std::int32_t { timeDomain, frequencyDomain, vanCittert, pseudoInverse };
+
+    std::int32_t executionMode = perBlock;
+    std::int32_t direction = convolution;  // any number but convolution deconvolves
+    std::int32_t method = frequencyDomain;
 
     // The iteration
     std::uint32_t maxIterations = 100;
@@ -21,5 +25,9 @@ struct FoldSettings {
     std::int32_t scaling = 4;  // position in the dialog's list, 0 to 4; 4: none
 
     // Whether the method gives two numbers beside its signal, on outputs 1 and 2.
-    bool givesScalars() const { return direction != 0 && (method == 2 || method == 3); }
+    bool givesScalars() const {
+        return direction != convolution && (method == vanCittert || method == pseudoInverse);
+    }
+    // The outputs that the ports then need.
+    int outputs() const { return givesScalars() ? 3 : 1; }
 };

@@ -27,7 +27,7 @@ FoldSettingsDialog::FoldSettingsDialog(CString helpPage, std::int32_t executionM
 
 void FoldSettingsDialog::OnInitDialog() {
     CDialog::OnInitDialog();
-    enableMethodsOf(settings.direction == 0);
+    enableMethodsOf(settings.direction == FoldSettings::convolution);
 }
 
 // The order decides which of several wrong fields is reported.
@@ -62,6 +62,18 @@ void FoldSettingsDialog::OnCommand(unsigned id) {
             break;
         default:
             CDialog::OnCommand(id);
+    }
+}
+
+std::vector<unsigned> FoldSettingsDialog::choicesFor(unsigned id) const {
+    switch (id) {
+        case editConvergence:
+        case editMaxIterations:
+            return {radioDeconvolution, radioVanCittert};
+        case editErrorValue:
+            return {radioDeconvolution, radioVanCittert, checkAbortAtError};
+        default:
+            return {};
     }
 }
 

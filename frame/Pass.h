@@ -8,8 +8,8 @@ struct SampleArray {
     int length = 0;
 };
 
-// One run of an algorithm: what it works on and what it gives. The arrays are declared so that they
-// end as first, second, result.
+// One run of an algorithm: its operands and its results. The order of declaration is that in which
+// they end, read backwards: first, second, result.
 struct Pass {
     // Makes the result array, as long as the longer signal, all NaN. Memory that runs out leaves by
     // std::bad_alloc.

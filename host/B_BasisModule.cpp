@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-// Port numbers are bytes.
+// Port numbers are bytes: RET_PORT lists them in a CByteArray.
 static constexpr int maxPorts = 256;
 
 CString B_BasisModule::GetTypeOfModule() const {
@@ -240,11 +240,23 @@ void B_BasisModule::clearAllOutportStreams() {
     }
 }
 
+// The stream of an input; null if there is none, or one that does not carry blocks.
+static BlockStream* blocksOf(const PortTables& ports, int port) {
+    return ports.inportStreams.has(port) ? dynamic_cast<BlockStream*>(ports.inportStreams[port])
+                                         : nullptr;
+}
+
+void B_BasisModule::discardFromInport(int port, int left) {
+    BlockStream* const stream = blocksOf(*this, port);
+    for (int i = stream != nullptr ? stream->waitingBlocks() : 0; i > left; --i) {
+        stream->discardBlock();
+    }
+}
+
 int B_BasisModule::newAndReadArrayFromInport(int port, double*& array, int& count, bool /*flag*/) {
     array = nullptr;
     count = 0;
-    auto* const stream =
-        inportStreams.has(port) ? dynamic_cast<BlockStream*>(inportStreams[port]) : nullptr;
+    BlockStream* const stream = blocksOf(*this, port);
     const auto header = stream != nullptr ? stream->nextBlock() : std::nullopt;
     if (!header) {
         return 0;
@@ -255,15 +267,20 @@ int B_BasisModule::newAndReadArrayFromInport(int port, double*& array, int& coun
     return 1;
 }
 
+void B_BasisModule::reserveOnOutport(int port, int count) {
+    if (outportStreams.has(port)) {
+        for (BlockStream* stream : outportStreams[port]) {
+            stream->reserveBlock(count);
+        }
+    }
+}
+
 int B_BasisModule::writeArrayToOutport(int port, const double* array, int count, int marker,
                                        bool /*flag*/, const char* /*name*/, const char* /*type*/) {
     if (!outportStreams.has(port) || count < 0) {
         return 0;
     }
-    // Room on all streams first: either each of them gets the block, or none.
-    for (BlockStream* stream : outportStreams[port]) {
-        stream->reserveBlock(count);
-    }
+    reserveOnOutport(port, count);  // first: either each stream gets the block, or none
     for (BlockStream* stream : outportStreams[port]) {
         stream->writeBlock(marker, array, count);
     }

@@ -18,7 +18,9 @@
 // Done. An object is used by one thread at a time. It ends where it began: the destructor is not
 // virtual, and only the library that made an object may delete it.
 //
-// The order of the virtual operations is fixed: append, never insert or sort.
+// The order of the virtual operations is fixed: append, never insert or sort. The three zero
+// queries and ignorePortEvent have no known use and stay all the same: the slots after them would
+// move.
 class B_BasisModule : public PortTables {
 public:
     B_BasisModule(const B_BasisModule&) = delete;
@@ -43,11 +45,11 @@ protected:
 
 public:
     // The node has been double-clicked: shows the settings that may change ports, or those that do
-    // not. Answer as setupDlgPorts and setupDlg do.
+    // not. Results are those of setupDlgPorts and setupDlg.
     virtual PORTTYPE OnLeftDblClk(RET_PORT& changed);
     virtual int OnLeftDblClk();
 
-    // What the module has to tell beside its results. The base has nothing: empty.
+    // A message of the module beside its results. The base has none: empty.
     virtual CString GetMessageA() const;
 
 protected:
@@ -64,29 +66,30 @@ public:
     virtual const char* GetOutputName(int port);
 
     // The kinds of signal of a port, "TYPE DOMAIN", separated by ", " where there are several.
-    // Empty for a port that is not there.
+    // Empty for a port that does not exist.
     virtual CString GetPortType(PORTTYPE side, int port) const;
 
-    // 1 if the port is there and type and domain are one of its kinds, else 0.
+    // 1 if the port exists and type and domain are one of its kinds, else 0.
     virtual int ValidatePortType(PORTTYPE side, int port, const CString& type,
                                  const CString& domain) const;
 
-    // The run of a graph. All answer 0 for success and a negative code for failure; in the base
-    // there is nothing to do, and they answer 0.
+    // The run of a graph. All return 0 for success and a negative code for failure; the base has
+    // nothing to do and returns 0.
     virtual int Init();     // before the first step
     virtual int Fetch();    // before each Process
-    virtual int Process();  // works on what waits on the inputs and writes the outputs
+    virtual int Process();  // works on what waits on the inputs and writes the outputs: ProcessCode
     virtual int Done();     // after each Process
 
     // Connects an input with a stream, null for none. The stream stays the caller's and outlives
-    // the connection. A port that is not there is passed over.
+    // the connection. A port that does not exist is ignored.
     virtual void SetInputStream(int port, std::istream* stream);
 
-    // Adds a stream to an output: each of its streams gets each block. Ownership and ports as for
+    // Adds a stream to an output: each of its streams gets each block. A stream is on one output,
+    // once: room for a block is made on each stream by itself. Ownership and ports as for
     // SetInputStream; null adds nothing.
     virtual void AddOutputStream(int port, BlockStream* stream);
 
-    // Ends all connections.
+    // Disconnects all ports.
     virtual void DeleteStreams();
 
     // Fixes what GetPortType and ValidatePortType answer, from the tokens as they stand.
@@ -111,8 +114,8 @@ public:
 protected:
     virtual int thirdZeroQuery();  // 0
 
-    // Settings dialog that may change ports. Where it does, it answers the side that changed and
-    // lists the ports. The base has no dialog: noPort, and changed as it was.
+    // Settings dialog that may change ports. If it does, the result is the side that changed, and
+    // changed lists the ports. The base has no dialog: noPort, and changed as it was.
     virtual PORTTYPE setupDlgPorts(RET_PORT& changed);
 
     // Settings dialog that changes no port: 1 if it was answered with OK. The base has none: 0.
@@ -129,7 +132,7 @@ protected:
     virtual void loadSettings(CArchive& archive, CString version);
 
 public:
-    // Has the module write its report.
+    // The report of the module, through writeReport.
     void WriteReport(CArchive& archive);
 
     CString instanceName;
@@ -152,16 +155,23 @@ protected:
     // Empties the streams of all outputs.
     void clearAllOutportStreams();
 
+    // Removes blocks of an input, unread, until no more than left wait on it. Needs no memory.
+    void discardFromInport(int port, int left);
+
     // Takes the next block of an input. The caller deletes the array with delete[].
-    //   array, count   the samples; null and 0 where none waits or the port is not there
+    //   array, count   the samples; null and 0 where no block waits or the port does not exist
     //   returns        1: taken. 0: nothing waits. Memory that runs out leaves by std::bad_alloc,
     //                  with the block where it was, array null and count 0.
     // The flag has no meaning to this library.
     int newAndReadArrayFromInport(int port, double*& array, int& count, bool flag);
 
+    // Makes room on all streams of an output, so that the next block of at most count samples is
+    // written to them without fail. Memory that runs out leaves by std::bad_alloc.
+    void reserveOnOutport(int port, int count);
+
     // Writes a block of count samples, or of one, to all streams of an output. Name and type do not
     // travel with the block, and the flag has no meaning to this library.
-    //   returns   1: written, or nothing hangs on the output. 0: no such port, or a negative count.
+    //   returns   1: written, or no stream is on the output. 0: no such port, or a negative count.
     //             Memory that runs out leaves by std::bad_alloc, with nothing written.
     int writeArrayToOutport(int port, const double* array, int count, int marker, bool flag,
                             const char* name, const char* type);
@@ -172,7 +182,6 @@ protected:
     static CString LoadStrResFromDll(unsigned id);
 
 private:
-    void store(CArchive& archive);
     void load(CArchive& archive);
 
     BlockStream emptyStream;  // stands on inputs without a stream

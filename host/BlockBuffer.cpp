@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+// Small beside a long signal, so that one being read soon gives memory back; large beside the cost
+// of an allocation.
 static constexpr std::uint64_t chunkSize = 65536;
 
 std::uint64_t BlockBuffer::capacity() const {
@@ -13,6 +15,7 @@ char* BlockBuffer::at(std::uint64_t position) const {
     return chunks[static_cast<std::size_t>(position / chunkSize)].get() + position % chunkSize;
 }
 
+// Frees the chunks that lie wholly after the bytes.
 void BlockBuffer::releaseSpareChunks() {
     while (capacity() >= writePosition + chunkSize) {
         chunks.pop_back();

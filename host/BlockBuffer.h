@@ -5,19 +5,19 @@
 #include <memory>
 #include <streambuf>
 
-// Bytes in the order of their writing, whole in memory, in chunks: what has been read is given
-// back chunk by chunk. There are no get and put areas, so every access ends in a virtual function
-// below; the bulk ones copy whole runs.
+// Bytes in the order of their writing, all in memory, in chunks: each chunk is freed once it has
+// been read. There are no get and put areas, so every access ends in a virtual function below; the
+// bulk ones copy whole runs.
 class BlockBuffer : public std::streambuf {
 public:
-    // Bytes that wait.
+    // Number of bytes that wait.
     std::uint64_t size() const { return writePosition - readPosition; }
 
-    // Makes room for count bytes more, so that writing them cannot fail. Memory that runs out
+    // Makes room for count more bytes, so that writing them cannot fail. Memory that runs out
     // leaves by std::bad_alloc, with the buffer as it was.
     void reserve(std::uint64_t count);
 
-    // Writes count bytes behind the last one, all of them: memory that runs out leaves by
+    // Writes count bytes after the last one, all of them: memory that runs out leaves by
     // std::bad_alloc, with the buffer as it was.
     void append(const void* bytes, std::uint64_t count);
 
@@ -25,7 +25,7 @@ public:
     // offset + count is at most size().
     void copy(std::uint64_t offset, void* bytes, std::uint64_t count) const;
 
-    // Takes the next count bytes, at most size(), unseen.
+    // Removes the next count bytes, at most size(), unread.
     void drop(std::uint64_t count);
 
 protected:
@@ -42,6 +42,6 @@ private:
     void releaseSpareChunks();
 
     std::deque<std::unique_ptr<char[]>> chunks;
-    std::uint64_t readPosition = 0;   // from the start of the first chunk, inside which it lies
-    std::uint64_t writePosition = 0;  // from there too
+    std::uint64_t readPosition = 0;   // from the start of the first chunk, within which it lies
+    std::uint64_t writePosition = 0;  // likewise from there
 };

@@ -3,7 +3,7 @@
 #include <bit>
 #include <limits>
 
-// Blocks go over the wire as they lie in memory.
+// Blocks go over the wire in the form that they have in memory.
 static_assert(std::endian::native == std::endian::little);
 static_assert(sizeof(BlockHeader) == 8 && sizeof(double) == 8);
 
@@ -63,6 +63,13 @@ void BlockStream::takeBlock(double* samples) {
     const std::optional<BlockHeader> header = nextBlock();
     if (header) {
         buffer.copy(sizeof *header, samples, blockSize(header->count) - sizeof *header);
+        discardBlock();
+    }
+}
+
+void BlockStream::discardBlock() {
+    const std::optional<BlockHeader> header = nextBlock();
+    if (header) {
         buffer.drop(blockSize(header->count));
     }
 }

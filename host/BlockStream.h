@@ -20,9 +20,9 @@ struct BlockHeader {
 // The stream between two ports: blocks of samples, first in, first out. It is an ordinary stream of
 // bytes; a block is, little-endian,
 //     int32 marker, int32 count, count doubles.
-// The operations below work on whole blocks and pay no heed to the state flags of the stream.
-// Where the bytes that come next are no whole block (a negative count, fewer bytes than the count
-// says), no block waits.
+// The operations below work on whole blocks and ignore the state flags of the stream. Where the
+// bytes that come next are not a whole block (a negative count, fewer bytes than the count says),
+// no block waits.
 class BlockStream : public std::iostream {
 public:
     BlockStream();
@@ -45,10 +45,13 @@ public:
     // Takes the block that nextBlock has shown; samples has room for its count.
     void takeBlock(double* samples);
 
-    // Whole blocks that wait, in steps of a block each.
+    // Removes the next block unread; nothing happens where none waits.
+    void discardBlock();
+
+    // Number of whole blocks that wait. Walks over them, in time proportional to that number.
     int waitingBlocks() const;
 
-    // Takes out everything that waits.
+    // Removes everything that waits, bytes that are not a block included.
     void discardAll();
 
 private:

@@ -6,7 +6,7 @@
 #include <vector>
 
 // One entry per port, numbered from 0. Port counts come out of archives, so every access is
-// checked, and a port that is not there ends the load: an archive exception, cause badIndex.
+// checked, and a port that does not exist ends the load: an archive exception, cause badIndex.
 template <typename T>
 class PortList {
 public:

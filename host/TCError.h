@@ -4,7 +4,7 @@
 
 #include <functional>
 
-// A failure that the host is to know. Constructing one reports it; it is never thrown.
+// A failure reported to the host. Constructing one reports it; it is never thrown.
 class TCError {
 public:
     // Called with each error as it is constructed.

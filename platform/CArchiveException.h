@@ -14,7 +14,7 @@ public:
         readOnly = 2,          // a write to an archive that loads
         endOfFile = 3,         // the stream ended before the value did
         writeOnly = 4,         // a read from an archive that stores
-        badIndex = 5,          // a number of something that is not there
+        badIndex = 5,          // a number of something that does not exist
         badClass = 6,
         badSchema = 7  // the data are those of another version
     };

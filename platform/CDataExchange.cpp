@@ -102,7 +102,8 @@ static bool parse(std::string_view text, std::uint32_t& value) {
     return error == std::errc() && rest == end;
 }
 
-// The characters are tested first: words and hexadecimal digits are no numbers here.
+// The characters are tested first: words and hexadecimal digits are not numbers here. By a stream,
+// since std::from_chars refuses a plus sign.
 static bool parse(std::string_view text, double& value) {
     if (text.find_first_not_of("+-.0123456789Ee") != std::string_view::npos) {
         return false;

@@ -19,11 +19,11 @@ public:
     CDataExchange(std::span<DialogControl> dialogControls, bool saving)
         : m_bSaveAndValidate(saving), controls(dialogControls) {}
 
-    // The control with that id and all after it, in tab order; empty if it is not there. What fails
-    // from here on is this control.
+    // The control with that id and all after it, in tab order; empty if there is none. A failure
+    // from here on is one of this control.
     std::span<DialogControl> PrepareCtrl(unsigned id);
 
-    // Ends the exchange, with what the user is to be told about the control prepared last.
+    // Ends the exchange, with a message to the user about the control prepared last.
     [[noreturn]] void Fail(CString message) const;
 
     bool m_bSaveAndValidate;  // NOLINT(readability-identifier-naming): the framework's name
@@ -33,7 +33,7 @@ private:
     unsigned prepared = 0;
 };
 
-// The exchange of one control with one value. A control that is not there leaves its value alone.
+// The exchange of one control with one value. If the control does not exist, the value stays.
 // Disabled controls take part like the others.
 // NOLINTBEGIN(readability-identifier-naming): the framework's names.
 
@@ -41,16 +41,16 @@ private:
 // is checked. Any other value checks none.
 void DDX_Radio(CDataExchange* exchange, unsigned id, std::int32_t& position);
 
-// 1: checked, 0: not. Any value but 0 checks.
+// 1: checked, 0: not. Any value except 0 checks.
 void DDX_Check(CDataExchange* exchange, unsigned id, std::int32_t& checked);
 
 // Position of the chosen entry; -1: none is chosen. Any other value chooses none.
 void DDX_CBIndex(CDataExchange* exchange, unsigned id, std::int32_t& position);
 
-// Text of an edit, read whole; blanks may stand around the number. Whole numbers have digits alone.
-// Others are written with a decimal point, whatever the locale; digits and exponent, no infinity.
-// Into the edit goes what a person would type: at least 15 digits, less trailing zeros, and as many
-// more as it takes to read back the same value.
+// Text of an edit, read as a whole; blanks may stand around the number. Whole numbers consist of
+// digits. Others have a decimal point, whatever the locale, digits and an exponent; infinity is
+// refused. A value is written as a person would type it: 15 digits, less trailing zeros, and up to
+// two more where it takes them to read back the same value.
 void DDX_Text(CDataExchange* exchange, unsigned id, std::uint32_t& value);
 void DDX_Text(CDataExchange* exchange, unsigned id, double& value);
 

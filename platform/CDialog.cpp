@@ -6,6 +6,19 @@
 #include "platform/Windows1252.h"
 
 #include <algorithm>
+#include <string>
+
+// The framework's own text, like those of CDataExchange. %1 stands for the choices.
+static constexpr unsigned messageDisabled = 61715;
+static constexpr StringResource messages[] = {
+    {messageDisabled, languageGerman,
+     " Das Feld ist gesperrt; wählen Sie zuerst: %1. Danach können Sie es ändern."},
+    {messageDisabled, languageEnglish,
+     " The field is disabled; choose first: %1. Then you can change it."},
+    {messageDisabled, languageFrench,
+     " Le champ est désactivé ; choisissez d'abord : %1. Vous pourrez ensuite le modifier."},
+};
+static const ResourceLibrary library(messages, {}, {}, {});
 
 static std::vector<DialogControl> makeControls(const DialogResource& resource) {
     std::vector<DialogControl> controls;
@@ -78,6 +91,7 @@ bool CDialog::click(unsigned id) {
             control->checked = !control->checked;
             break;
         case ControlKind::defaultButton:
+        case ControlKind::helpButton:
         case ControlKind::button:
             break;
         default:
@@ -137,6 +151,50 @@ void CDialog::OnCancel() {
     EndDialog(IDCANCEL);
 }
 
+std::vector<unsigned> CDialog::choicesFor(unsigned /*id*/) const {
+    return {};
+}
+
+std::vector<unsigned> CDialog::missingChoices(unsigned id) const {
+    std::vector<unsigned> missing;
+    const DialogControl* const disabled = control(id);
+    if (disabled != nullptr && !disabled->enabled) {
+        missing = choicesFor(id);
+        std::erase_if(missing, [this](unsigned choice) { return IsDlgButtonChecked(choice); });
+    }
+    return missing;
+}
+
+unsigned CDialog::focusAfterFailure() const {
+    const std::vector<unsigned> missing = missingChoices(failed);
+    return missing.empty() ? failed : missing.front();
+}
+
+// A label as a sentence quotes it: without mnemonic, in one line, without the colon at its end.
+static std::string quoted(const CString& label) {
+    std::string text(label);
+    std::erase(text, '&');
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    const auto bothBlank = [](char left, char right) { return left == ' ' && right == ' '; };
+    text.erase(std::unique(text.begin(), text.end(), bothBlank), text.end());
+    text.erase(text.find_last_not_of(" :") + 1);
+    return '"' + text + '"';
+}
+
+// What to choose for the failed control to be enabled; empty if it is.
+CString CDialog::reachability() const {
+    std::string choices;
+    for (const unsigned choice : missingChoices(failed)) {
+        choices += (choices.empty() ? "" : ", ") + quoted(control(choice)->text);
+    }
+    if (choices.empty()) {
+        return {};
+    }
+    std::string text(ResourceChain::string(messageDisabled));
+    text.replace(text.find("%1"), 2, choices);
+    return text.c_str();
+}
+
 bool CDialog::UpdateData(bool saving) {
     failed = 0;
     try {
@@ -145,7 +203,8 @@ bool CDialog::UpdateData(bool saving) {
         return true;
     } catch (const CDataExchange::Failure& failure) {
         failed = failure.control;
-        MessageBox(failure.message, fromUtf8(dialogResource->title), exclamationWithOk);
+        MessageBox(failure.message + reachability(), fromUtf8(dialogResource->title),
+                   exclamationWithOk);
         return false;
     }
 }

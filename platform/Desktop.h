@@ -23,7 +23,7 @@ public:
     // Returns the one before, null where there was none.
     static Desktop* install(Desktop* desktop);
 
-    // The installed desktop, else one that writes "caption: text" to standard error, in UTF-8,
-    // answers a message box by IDOK and a dialog not at all.
+    // The installed desktop; without one, a desktop that writes "caption: text" to standard error,
+    // in UTF-8, answers message boxes with IDOK and leaves dialogs unanswered.
     static Desktop& current();
 };

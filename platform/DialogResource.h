@@ -10,11 +10,12 @@ enum class ControlKind {
     frame,          // a box with a title, around controls that belong together
     label,          // text; its mnemonic goes to the next control that takes the focus
     line,           // sunken, across the dialog
-    radio,          // the person's click checks it and unchecks the others of its group
-    checkBox,       // the person's click turns it over
+    radio,          // a click checks it and unchecks the others of its group
+    checkBox,       // a click checks or unchecks it
     edit,           // one line of text, which scrolls sideways
     dropDown,       // a list, of which one entry is chosen
     defaultButton,  // what the Enter key presses
+    helpButton,     // what the F1 key presses
     button
 };
 

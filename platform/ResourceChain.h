@@ -45,19 +45,19 @@ private:
 };
 
 // Lookup over all loaded libraries. The library loaded last that has the id in any language
-// answers, with its entry for the user's language, else for English, else the first.
+// is asked: its entry for the user's language, else for English, else its first.
 // The chain is guarded: lookups may run in several threads, and while libraries come and go. What
 // lookups of bytes and dialogs return is not: it belongs to the library, and ends with it.
 class ResourceChain {
 public:
-    // The text in Windows-1252, a copy; empty if nobody has the id.
+    // The text in Windows-1252, a copy; empty if no library has the id.
     static CString string(unsigned id);
 
-    // The bytes of a whole BMP or ICO file; empty if nobody has the id.
+    // The bytes of a whole BMP or ICO file; empty if no library has the id.
     static std::span<const unsigned char> bitmap(unsigned id);
     static std::span<const unsigned char> icon(unsigned id);
 
-    // Null if nobody has the id.
+    // Null if no library has the id.
     static const DialogResource* dialog(unsigned id);
 
     // Languages that the answering library has the string in, in the order of its table.

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// Windows-1252 and Unicode agree but for the bytes 0x80 to 0x9F. Of these, 27 have characters of
+// Windows-1252 and Unicode agree except for the bytes 0x80 to 0x9F. Of these, 27 have characters of
 // their own; the five others (81, 8D, 8F, 90, 9D) stand for the control characters of the same
 // number, so that every text comes back from UTF-8 as it was.
 std::string toUtf8(const CString& text);

@@ -2,6 +2,10 @@
 
 using enum ControlKind;
 
+// The texts are fixed as they stand: "Algoritmus", "Deconvolusion", "Diréction du algorithme", the
+// blanks at the end of some, and mnemonics that differ from language to language. So is the tab
+// order, in which the error value comes before the second check box.
+
 // Places keep a margin of 7 units and, between frames and between buttons, 6. A label has 4 units
 // for each character, a fifth more than a proportional font takes on average; radios and check
 // boxes have 12 more for their mark. A frame holds the rows that follow it.
@@ -32,7 +36,7 @@ static constexpr ControlResource germanControls[] = {
     {0, line, false, 7, 182, 398, 1, ""},
     {IDOK, defaultButton, false, 243, 189, 50, 14, "OK"},
     {IDCANCEL, button, false, 299, 189, 50, 14, "Abbrechen"},
-    {buttonHelp, button, false, 355, 189, 50, 14, "Hi&lfe"},
+    {buttonHelp, helpButton, false, 355, 189, 50, 14, "Hi&lfe"},
 };
 static constexpr ListEntryResource germanEntries[] = {
     {listScaling, "Zentr. Element des Pseudo-Identitätsfilters auf 1"},
@@ -70,7 +74,7 @@ static constexpr ControlResource englishControls[] = {
     {0, line, false, 7, 202, 409, 1, ""},
     {IDOK, defaultButton, false, 254, 210, 50, 14, "OK"},
     {IDCANCEL, button, false, 310, 210, 50, 14, "Cancel"},
-    {buttonHelp, button, false, 366, 210, 50, 14, "&Help"},
+    {buttonHelp, helpButton, false, 366, 210, 50, 14, "&Help"},
 };
 static constexpr ListEntryResource englishEntries[] = {
     {listScaling, "set central element of the pseudo identity filter to 1"},
@@ -108,7 +112,7 @@ static constexpr ControlResource frenchControls[] = {
     {0, line, false, 7, 202, 409, 1, ""},
     {IDOK, defaultButton, false, 254, 210, 50, 14, "OK"},
     {IDCANCEL, button, false, 310, 210, 50, 14, "Annuler"},
-    {buttonHelp, button, false, 366, 210, 50, 14, "&Aide"},
+    {buttonHelp, helpButton, false, 366, 210, 50, 14, "&Aide"},
 };
 static constexpr ListEntryResource frenchEntries[] = {
     {listScaling, "mis l'élément céntrale du filtre pseudo identity à 1"},

@@ -5,7 +5,7 @@
 #include <span>
 
 // What the module shows. All tables are constant-initialised: they are complete before the first
-// constructor of the library runs.
+// constructor of the library runs. The numbers are fixed: hosts ask for bitmap and label by theirs.
 
 // Ids of strings, which exist in German and English.
 constexpr unsigned stringModuleLabel = 53278;  // long text, line feed, short name

@@ -1,5 +1,7 @@
 #include "resources/resources.h"
 
+// The texts are fixed as they stand, "convolution core" and the capitals included. The label's
+// V2.00 is the version of the module; a load compares that of the record, in FoldModule.
 static constexpr StringResource strings[] = {
     {stringModuleLabel, languageGerman, "Fendra V2.00 (kmz/5510762)\nFendra"},
     {stringModuleLabel, languageEnglish, "Fendra V2.00 (kmz/5510762)\nFendra"},

@@ -6,7 +6,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <exception>
+#include <new>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -53,7 +54,9 @@ int FoldEngine::fold(const double* first, int firstLength, const double* second,
         } else if (mode == 1) {
             foldInFrequency(first, firstLength, second, secondLength, result, resultLength);
         }
-    } catch (const std::exception&) {  // no memory, or a size beyond what vectors hold
+    } catch (const std::bad_alloc&) {
+        return 0;
+    } catch (const std::length_error&) {  // a size beyond what vectors hold
         return 0;
     }
     return 1;

@@ -8,8 +8,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <exception>
 #include <iterator>
+#include <new>
+#include <stdexcept>
 #include <vector>
 
 // Row 0: the autocorrelation of the kernel h, without wrapping round, which is what h and h
@@ -113,7 +114,9 @@ int PseudoInverseUnfolder::unfold(const double* signal, int signalLength, const 
         }
         zeroDeviation = deviationOfZeros(c, N);
         oneDeviation = 1.0 - c[static_cast<std::size_t>(N) - 1];
-    } catch (const std::exception&) {  // no memory, or a size beyond what vectors hold
+    } catch (const std::bad_alloc&) {
+        return 0;
+    } catch (const std::length_error&) {  // a size beyond what vectors hold
         return 0;
     }
     return 1;

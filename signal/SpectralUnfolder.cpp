@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <exception>
+#include <new>
+#include <stdexcept>
 #include <vector>
 
 // Y becomes Y conj(H) / |H|^2. Where H is 0 the stand-in denominator leaves 0: the numerator is 0
@@ -43,7 +44,9 @@ int SpectralUnfolder::unfold(const double* signal, int signalLength, const doubl
                              int kernelLength, double* result, int resultLength) {
     try {
         divideSpectra(signal, signalLength, kernel, kernelLength, result, resultLength);
-    } catch (const std::exception&) {  // no memory, or a size beyond what vectors hold
+    } catch (const std::bad_alloc&) {
+        return 0;
+    } catch (const std::length_error&) {  // a size beyond what vectors hold
         return 0;
     }
     return 1;

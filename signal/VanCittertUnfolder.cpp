@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <exception>
 #include <new>
+#include <stdexcept>
 #include <vector>
+
+namespace {
 
 // The arrays of a run, on the signal y (n samples) and the kernel h (m samples).
 class VanCittertRun {
@@ -64,6 +66,8 @@ private:
     FoldEngine engine;
 };
 
+}  // namespace
+
 VanCittertUnfolder::VanCittertUnfolder(double stepFactor, std::uint32_t largestLoopCount,
                                        std::int32_t stopAtError, double smallEnoughError,
                                        std::int32_t stopAtMinError)
@@ -72,6 +76,18 @@ VanCittertUnfolder::VanCittertUnfolder(double stepFactor, std::uint32_t largestL
       abortAtError(stopAtError),
       errorValue(smallEnoughError),
       abortAtMinError(stopAtMinError) {}
+
+// Whoever watches may throw: a run that has an estimate is not lost by that.
+static bool isToStop(const VanCittertUnfolder& settings, std::uint32_t loop, double error) {
+    if (!settings.keepGoing) {
+        return false;
+    }
+    try {
+        return !settings.keepGoing(loop, error);
+    } catch (...) {
+        return true;
+    }
+}
 
 // Comparisons are turned so that an error that is not a number is not greater than anything.
 static void iterate(const VanCittertUnfolder& settings, VanCittertRun& run, double& lastError,
@@ -88,7 +104,8 @@ static void iterate(const VanCittertUnfolder& settings, VanCittertRun& run, doub
             lastError = error;
         }
         const bool reached = settings.abortAtError != 0 && !(error > settings.errorValue);
-        stop = reached || raised || loopCount >= settings.maxIterations;
+        stop = raised || isToStop(settings, loopCount, error) || reached ||
+               loopCount >= settings.maxIterations;
     }
 }
 
@@ -105,7 +122,9 @@ int VanCittertUnfolder::unfold(const double* signal, int signalLength, const dou
         std::copy(run.result().begin(), run.result().end(), result);
         lastError = error;
         loopCount = loops;
-    } catch (const std::exception&) {  // no memory, or a size beyond what vectors hold
+    } catch (const std::bad_alloc&) {
+        return 0;
+    } catch (const std::length_error&) {  // a size beyond what vectors hold
         return 0;
     }
     return 1;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 // Deconvolution by the modified van Cittert iteration (P. H. van Cittert, "Zum Einfluss der
 // Spaltbreite auf die Intensitaetsverteilung in Spektrallinien II", Z. Phys. 69 (1931) 298-308).
@@ -21,12 +22,17 @@ public:
     std::uint32_t maxIterations;  // bound on loopCount
     std::int32_t abortAtError;    // not 0: stop once the error is at or below errorValue
     double errorValue;
-    std::int32_t
-        abortAtMinError;  // not 0: stop at the first step that raises the error, and drop it
+    // not 0: stop at the first step that raises the error, and drop it
+    std::int32_t abortAtMinError;
 
     // Results of a run that returned 1.
     double lastError;         // error of the estimate that is the result
     std::uint32_t loopCount;  // 1 and the steps that were not dropped
+
+    // Asked after each step that is kept, with its loop count and error, whether to go on; empty:
+    // always. Where the answer is false, or the question throws, the run ends with that step's
+    // estimate, as an ordinary success. The fields above keep their places: append only.
+    std::function<bool(std::uint32_t loop, double error)> keepGoing;
 
     // The results are not set.
     VanCittertUnfolder(double stepFactor, std::uint32_t largestLoopCount, std::int32_t stopAtError,

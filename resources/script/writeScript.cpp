@@ -70,6 +70,7 @@ static std::string_view windowOf(ControlKind kind) {
             return "\"ComboBox\", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP";
         case ControlKind::defaultButton:
             return "\"Button\", BS_DEFPUSHBUTTON | WS_TABSTOP";
+        case ControlKind::helpButton:
         case ControlKind::button:
             return "\"Button\", BS_PUSHBUTTON | WS_TABSTOP";
     }

@@ -126,6 +126,15 @@ static const std::string noNumber =
     "Please enter a number with a decimal point, such as 0.01 or 1e-6.|";
 static const std::string outOfRange = "Please enter a number from 0 to 1e+308.|";
 
+static const std::string vanCittertLabel =
+    "\"Modified algorithm according to the van Cittert algorithm\"";
+
+static std::string disabled(std::string message, const std::string& choices) {
+    message.pop_back();
+    return message + " The field is disabled; choose first: " + choices +
+           ". Then you can change it.|";
+}
+
 static std::string sixTimes(const std::string& message) {
     const std::string thrice = message + message + message;
     return thrice + thrice;
@@ -159,6 +168,25 @@ TEST_P(SettingsDialogOutcome, ReachesTheModuleByOkAlone) {
     EXPECT_EQ(changed.flag, side == outputPort ? 1 : 0);
     EXPECT_EQ(rig.module.ValidatePortType(outputPort, 2, "DOUBLE", "SCALAR"), told[0] == '3');
     EXPECT_EQ(person.messages, messages);
+    const ModuleRig other;
+    EXPECT_EQ(load(other.module, stored(rig.module)), CArchiveException::none);
+}
+
+// A load that breaks off within the record leaves settings that its ports do not fit.
+TEST(SettingsDialog, FitsPortsToWhatABrokenLoadHasLeft) {
+    for (const char method : {'\1', '\2'}) {
+        const bool iterated = method == 1;
+        const ModuleRig rig({.direction = 1, .method = static_cast<char>(iterated ? 2 : 1)},
+                            iterated ? 3 : 1);
+        const std::string settings = record({.direction = 1, .method = method});
+        EXPECT_EQ(load(rig.module, graph("V1.91", 1, settings.substr(0, 12))),
+                  CArchiveException::endOfFile);
+        const Person person("1");
+        RET_PORT changed;
+        EXPECT_EQ(rig.module.OnLeftDblClk(changed), outputPort);
+        const ModuleRig other;
+        EXPECT_EQ(load(other.module, stored(rig.module)), CArchiveException::none);
+    }
 }
 
 static constexpr const char* fresh = "0 0 1  100 1 0 0.01 1  4";
@@ -191,16 +219,25 @@ INSTANTIATE_TEST_SUITE_P(
                 iterating, "3:", sixTimes(noWholeNumber)},
         Outcome{iterating, "1030= 1 1030=1,5 1 1030=0x1p3 1 1030=inf 1 1030=1_2 1 1030=1e 1",
                 iterating, "3:", sixTimes(noNumber)},
-        // The first in the order of exchange is told, whether it is enabled or not.
+        // The first in the order of exchange is reported, whether it is enabled or not.
         Outcome{iterating, "1032 1030=x 1031=x 1034=-1 1", iterating, "3:", noWholeNumber},
-        Outcome{iterating, "1032 1030=x 1034=-1 1024 1", iterating, "3:", noNumber}));
+        Outcome{iterating, "1032 1030=x 1034=-1 1024 1", iterating,
+                "3:", disabled(noNumber, vanCittertLabel)}));
 INSTANTIATE_TEST_SUITE_P(
     WhatOnlyAFileHolds, SettingsDialogOutcome,
     testing::Values(
         Outcome{"0 0 2  100 1 5 0.01 7  4", "1", "0 0 1  100 1 1 0.01 1  4"},
         Outcome{"8 1 0  100 1 0 0.01 1  9", "1", "-1 1 1  100 1 0 0.01 1  -1"},
         Outcome{"0 7 3  100 1 0 0.01 1  4", "1026 1", "0 1 3  100 1 0 0.01 1  4", "3:12"},
-        Outcome{"0 0 1  100 1 0 -1 1  4", "1", "0 0 1  100 1 0 -1 1  4", "1:", outOfRange}));
+        Outcome{"0 7 3  100 1 0 0.01 1  4", "1025 1", fresh, "1:12"},
+        Outcome{"0 7 3  100 1 0 0.01 1  4", "1", "0 -1 3  100 1 0 0.01 1  4", "3:"},
+        Outcome{"0 7 3  100 1 0 0.01 1  4", "1024 1", "0 -1 1  100 1 0 0.01 1  4", "1:12"},
+        Outcome{"0 7 1  100 1 0 0.01 1  4", "1027 1", "0 -1 2  100 1 0 0.01 1  4", "3:12"},
+        // What nobody can reach stops OK all the same. The message says how to get there.
+        Outcome{"0 0 1  100 1 0 -1 1  4", "1 1026 1027 1032 1034=0 1025 1", "0 0 1  100 1 1 0 1  4",
+                "1:",
+                disabled(outOfRange,
+                         "\"Deconvolution\", " + vanCittertLabel + ", \"Abort at error value\"")}));
 
 TEST(SettingsDialog, HelpsAndStaysOpen) {
     std::string told;

@@ -1,7 +1,10 @@
 #include "host/LaunchHelp.h"
 #include "host/TCError.h"
+#include "tests/support/RunWatcher.h"
 
 #include <gtest/gtest.h>
+
+#include <thread>
 
 // Reports go to what the process installed, and to standard error in UTF-8 when that is gone.
 TEST(Reporting, GoesToWhatIsInstalledElseToStandardError) {
@@ -20,4 +23,21 @@ TEST(Reporting, GoesToWhatIsInstalledElseToStandardError) {
     LaunchHelp("fendra.hlp", "fold");
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "Fendra: gegenw\u00e4rtig (-5)\n:  (0)\nhelp: page \"fold\" of \"fendra.hlp\"\n");
+}
+
+// An observer is that of the thread that installed it, and of no other.
+TEST(Reporting, OfRunsGoesToTheObserverOfTheThread) {
+    RunWatcher watcher;
+    std::thread other([] {
+        EXPECT_EQ(RunObserver::current(), nullptr);
+        RunObserver::reportFailure(RunFailure::refused);  // to nobody
+    });
+    other.join();
+    {
+        RunWatcher inner;
+        RunObserver::reportFailure(RunFailure::memoryExhausted);
+        EXPECT_EQ(inner.failures, "memory ");
+    }
+    RunObserver::reportFailure(RunFailure::refused);
+    EXPECT_EQ(watcher.failures, "refused ");
 }

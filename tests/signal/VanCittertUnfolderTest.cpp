@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 static constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
@@ -111,6 +112,32 @@ TEST(VanCittertUnfolder, DoesThePlainLoopsOperations) {
             }
         }
     }
+}
+
+// Each kept step is shown. Where the answer is to stop, or the question throws, the run is the one
+// that the bound on the loop count would have ended there, bit for bit.
+TEST(VanCittertUnfolder, IsWatchedAndStopped) {
+    const Signal y = noise(20, 1), kernel(20, 0.05);
+    const auto watch = [&](const std::function<bool(std::uint32_t loop)>& answer) {
+        VanCittertUnfolder unfolder(1.0, 9, 0, 0.0, 0);
+        std::uint32_t due = 2;
+        double error = 0.0;
+        unfolder.keepGoing = [&](std::uint32_t loop, double stepError) {
+            EXPECT_EQ(loop, due++);
+            error = stepError;
+            return answer(loop);
+        };
+        Signal result(20);
+        EXPECT_EQ(1, unfolder.unfold(y.data(), 20, kernel.data(), 20, result.data(), 20));
+        EXPECT_EQ(bits({unfolder.lastError}), bits({error}));
+        return Outcome{result, unfolder.lastError, unfolder.loopCount};
+    };
+    const auto bounded = [&](std::uint32_t most) {
+        return unfold({y, kernel, 1.0, most, false, 0.0, false});
+    };
+    expectSameBits(watch([](std::uint32_t /*loop*/) { return true; }), bounded(9));
+    expectSameBits(watch([](std::uint32_t loop) { return loop < 5; }), bounded(5));
+    expectSameBits(watch([](std::uint32_t /*loop*/) -> bool { throw 1; }), bounded(2));
 }
 
 // A refused run would fall over the missing result array if it wrote to it.

@@ -53,7 +53,7 @@ public:
     explicit DialogScreen(const char* language) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         qputenv("LC_ALL", language);
-        desktop = window.windowDesktop();
+        desktop = window.windowDesktop("lines[*].graph");
         Desktop::install(desktop.get());
     }
     DialogScreen(const DialogScreen&) = delete;

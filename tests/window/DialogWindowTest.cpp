@@ -8,7 +8,9 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
 #include <QTextBrowser>
+#include <QWindow>
 
 #include <algorithm>
 #include <set>
@@ -29,14 +31,16 @@ struct Words {
     const char* language;
     char deconvolution, vanCittert, pseudoInverse, iterations, abortAtError, scaling;
     const char *iterationsField, *complaint, *helpButton, *helpTitle;
+    const char *half, *wrongNumber;  // a comma in English is not a decimal point
+    const char* firstChoice;
 };
 constexpr Words allWords[] = {
     {"de_DE", 'e', 'c', 't', 'i', 'u', 's', "Maximale Anzahl der Iterationen", "ganze Zahl",
-     "Hilfe", "Fendra: die Einstellungen"},
+     "Hilfe", "Fendra: die Einstellungen", "0,5", "1.5", "\"Entfaltung\""},
     {"en_GB", 'd', 'm', 'o', 'x', 'b', 's', "Maximum number of iterations", "whole number", "Help",
-     "Fendra: the settings"},
+     "Fendra: the settings", "0.5", "1,5", "\"Deconvolution\""},
     {"fr_FR", 'd', 'f', 'o', 'i', 'b', 'g', "Nombre max. des itérations", "nombre entier", "Aide",
-     "Fendra : les réglages"},
+     "Fendra : les réglages", "0,5", "1.5", "\"Déconvolution (depliément)\""},
 };
 
 class DialogWindowTest : public testing::TestWithParam<Words>, protected DialogScreen {
@@ -72,7 +76,7 @@ TEST_P(DialogWindowTest, IsAnsweredByKeysAlone) {
         type("30");
         pressAlt(words.abortAtError);
         press(Qt::Key_Tab);
-        type("0.5");
+        type(words.half);
         press(Qt::Key_Return);
     });
     EXPECT_EQ(outputPort, answer);
@@ -154,7 +158,7 @@ TEST_P(DialogWindowTest, NamesTheFieldThatFailedAndGoesThere) {
     int focusAfter = 0;
     open([&] {
         pressAlt(GetParam().iterations);
-        type("1.5");
+        type("1,5");
         const Person reader([&] {
             field = dynamic_cast<const QMessageBox&>(dialog()).text();
             message = dynamic_cast<const QMessageBox&>(dialog()).informativeText();
@@ -167,8 +171,53 @@ TEST_P(DialogWindowTest, NamesTheFieldThatFailedAndGoesThere) {
     EXPECT_EQ(GetParam().iterationsField, field.toStdString());
     EXPECT_NE(std::string::npos, message.toStdString().find(GetParam().complaint));
     EXPECT_EQ(1031, focusAfter);
-    EXPECT_EQ("1.5", selected.toStdString());
+    EXPECT_EQ(GetParam().wrongNumber, selected.toStdString());
     EXPECT_EQ(asItWas, stored(*module));
+}
+
+// A field that cannot be reached may hold what OK refuses. The message says what to choose, and the
+// focus is there.
+TEST_P(DialogWindowTest, LeadsToADisabledFieldThatFailed) {
+    FendraSettings settings;
+    settings.errorValue = -5.0;
+    applySettings(settings, *module);
+    QString message;
+    int focusAfter = 0;
+    open([&] {
+        const Person reader([&] {
+            message = dynamic_cast<const QMessageBox&>(dialog()).informativeText();
+            press(Qt::Key_Return);
+        });
+        click(IDOK);
+        focusAfter = focus();
+    });
+    EXPECT_NE(std::string::npos, message.toStdString().find(GetParam().firstChoice));
+    EXPECT_EQ(1026, focusAfter);
+}
+
+// On a screen that is too small for it the dialog has scroll bars, and shows what has the focus.
+TEST_P(DialogWindowTest, FitsTheScreenAtTwiceTheSize) {
+    desktop.reset();
+    qputenv("QT_SCALE_FACTOR", "2");
+    desktop = window.windowDesktop();
+    Desktop::install(desktop.get());
+    std::vector<std::string> hidden;
+    open([&] {
+        const QRect screen = dialog().screen()->availableGeometry();
+        EXPECT_TRUE(screen.contains(dialog().frameGeometry()));
+        const int first = focus();
+        do {
+            press(Qt::Key_Tab);
+            const QWidget& widget = focused();
+            const QSize seen = widget.visibleRegion().boundingRect().size();
+            if (seen.height() < widget.height() ||
+                seen.width() < std::min(widget.width(), dialog().width() / 2)) {
+                hidden.push_back(widget.objectName().toStdString());
+            }
+        } while (focus() != first);
+    });
+    qunsetenv("QT_SCALE_FACTOR");
+    EXPECT_EQ(std::vector<std::string>(), hidden);
 }
 
 static int neededWidth(const QWidget& widget) {
@@ -254,24 +303,35 @@ static QStringList allLabels() {
 
 // The page explains every setting, in the dialog's own words, and the dialog stays usable.
 TEST_P(DialogWindowTest, HelpStaysOpenBesideTheDialog) {
-    QString title, page;
-    QStringList labels;
-    Ids checkedBeside;
-    open([&] {
-        labels = allLabels();
-        click(1002);
-        for (const auto* const browser : dialog().findChildren<QTextBrowser*>()) {
-            title = browser->isVisible() ? browser->window()->windowTitle() : "not shown";
-            page = browser->toPlainText().simplified();
+    const std::function<void()> ways[] = {[] { click(1002); }, [] { press(Qt::Key_F1); }};
+    for (const auto& askForHelp : ways) {
+        QString title, page;
+        QStringList labels;
+        Ids checkedBeside;
+        open([&] {
+            labels = allLabels();
+            askForHelp();
+            for (const auto* const browser : dialog().findChildren<QTextBrowser*>()) {
+                title = browser->isVisible() ? browser->window()->windowTitle() : "not shown";
+                page = browser->toPlainText().simplified();
+            }
+            click(1026);
+            checkedBeside = checked();
+        });
+        EXPECT_EQ(GetParam().helpTitle, title.toStdString());
+        for (const QString& label : labels) {
+            EXPECT_TRUE(label == GetParam().helpButton || page.contains(label))
+                << label.toStdString();
         }
-        click(1026);
-        checkedBeside = checked();
-    });
-    EXPECT_EQ(GetParam().helpTitle, title.toStdString());
-    for (const QString& label : labels) {
-        EXPECT_TRUE(label == GetParam().helpButton || page.contains(label)) << label.toStdString();
+        EXPECT_EQ((Ids{1040, 1026, 1024, 1033}), checkedBeside);
     }
-    EXPECT_EQ((Ids{1040, 1026, 1024, 1033}), checkedBeside);
+}
+
+// Brackets and star are a mark of Qt's, and here part of a file's name.
+TEST_P(DialogWindowTest, TitleNamesWhatIsEdited) {
+    QString title;
+    open([&] { title = dialog().windowHandle()->title(); });
+    EXPECT_EQ("Fendra - lines[*].graph", title.toStdString());
 }
 
 // Where no window can be opened, one line says so: before Qt starts, or as it gives up.

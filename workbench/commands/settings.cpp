@@ -96,7 +96,7 @@ void SettingsCommand::run() const {
             quoted(graph)));
     }
     const WindowLibrary windows;
-    edit(*windows.windowDesktop());
+    edit(*windows.windowDesktop(printable(nameOf(pathOf(graph).filename()))));
 }
 
 // Words of older versions: what stands for them now.

@@ -26,13 +26,13 @@ static SharedLibrary loadWindow() {
 
 WindowLibrary::WindowLibrary() : library(loadWindow()) {}
 
-std::unique_ptr<Desktop> WindowLibrary::windowDesktop() const {
+std::unique_ptr<Desktop> WindowLibrary::windowDesktop(const std::string& subject) const {
     if (!displayAvailable()) {
         throw Failure("there is no display to open a window on; set values with --set");
     }
     const auto make =
         reinterpret_cast<decltype(&makeWindowDesktop)>(library.symbol("makeWindowDesktop"));
-    return std::unique_ptr<Desktop>(make());
+    return std::unique_ptr<Desktop>(make(subject.c_str()));
 }
 
 std::unique_ptr<Desktop> WindowLibrary::pictureDesktop(const std::string& file) const {

@@ -15,7 +15,8 @@ public:
 
     // The desktops of window.h. They end before the library does.
     // Failure if no font is installed; windowDesktop: also if there is no display.
-    [[nodiscard]] std::unique_ptr<Desktop> windowDesktop() const;
+    //   subject   added to the titles of dialogs, UTF-8 and printable; empty: nothing
+    [[nodiscard]] std::unique_ptr<Desktop> windowDesktop(const std::string& subject = {}) const;
     [[nodiscard]] std::unique_ptr<Desktop> pictureDesktop(const std::string& file) const;
 
 private:

@@ -1,5 +1,6 @@
 #include "workbench/window/ControlWidgets.h"
 
+#include "platform/userLanguage.h"
 #include "workbench/window/TitledFrame.h"
 #include "workbench/window/text.h"
 
@@ -11,6 +12,7 @@
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QValidator>
 
 static QWidget* makeLabel(const QString& text, QWidget* parent) {
     auto* const label = new QLabel(text, parent);
@@ -23,6 +25,30 @@ static QWidget* makeLine(QWidget* parent) {
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     line->setMinimumHeight(2);  // its dark half and its light half
     return line;
+}
+
+namespace {
+
+// Turns a comma into a decimal point as it is typed or pasted: edits of the framework hold numbers.
+class DecimalComma : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& text, int& /*cursor*/) const override {
+        text.replace(',', '.');
+        return Acceptable;
+    }
+};
+
+}  // namespace
+
+// A comma is the decimal sign of German and French. In English it may separate thousands, and is
+// left for the data exchange to refuse.
+static QWidget* makeEdit(QWidget* parent) {
+    auto* const edit = new QLineEdit(parent);
+    if (userLanguage() != languageEnglish) {
+        edit->setValidator(new DecimalComma(edit));
+    }
+    return edit;
 }
 
 static QWidget* makeDropDown(const DialogControl& control, QWidget* parent) {
@@ -52,10 +78,11 @@ QWidget* makeWidget(const DialogControl& control, QWidget* parent) {
         case ControlKind::checkBox:
             return new QCheckBox(toQt(control.text), parent);
         case ControlKind::edit:
-            return new QLineEdit(parent);
+            return makeEdit(parent);
         case ControlKind::dropDown:
             return makeDropDown(control, parent);
         case ControlKind::defaultButton:
+        case ControlKind::helpButton:
         case ControlKind::button:
             return makeButton(control, parent);
     }

@@ -8,12 +8,12 @@ class QWidget;
 // runs is put into it by showState.
 QWidget* makeWidget(const DialogControl& control, QWidget* parent);
 
-// Puts the state of the control into its widget, which tells nobody.
+// Puts the state of the control into its widget, without emitting signals.
 void showState(const DialogControl& control, QWidget& widget);
 
-// Whether the kind is one that a person works with.
+// Whether a person works with controls of that kind.
 bool takesFocus(ControlKind kind);
 
-// Has screen readers call the widget by the text of the control, in one line and without its
+// Names the widget for screen readers by the text of the control, in one line and without its
 // mnemonic.
 void nameAfter(const DialogControl& control, QWidget& widget);

@@ -5,22 +5,73 @@
 #include "workbench/window/text.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QStyle>
+#include <QVBoxLayout>
 
 #include <utility>
 
-DialogWindow::DialogWindow(CDialog& shownDialog, QWidget* parent)
+static QString titleOf(const CDialog& dialog, QString subject) {
+    const QString title = QString::fromUtf8(dialog.resource().title);
+    // Doubled, since Qt puts a mark of its own in the place of a single one.
+    subject.replace("[*]", "[*][*]");
+    return subject.isEmpty() ? title : title + " - " + subject;
+}
+
+DialogWindow::DialogWindow(CDialog& shownDialog, const QString& subject, QWidget* parent)
     : QDialog(parent), dialog(shownDialog) {
-    setWindowTitle(QString::fromUtf8(dialog.resource().title));
+    setWindowTitle(titleOf(dialog, subject));
+    addContent();
     addControls();
     linkControls();
     refresh();
     focusFirst();
+}
+
+// A frame through which the controls are seen: all of them, unless the screen is too small.
+void DialogWindow::addContent() {
+    const DialogUnits units(dialog.resource());
+    setFont(units.font());
+    view = new QScrollArea(this);
+    content = new QWidget;
+    content->setFixedSize(
+        units.toPixels({0, 0, dialog.resource().width, dialog.resource().height}).size());
+    view->setWidget(content);
+    view->setFrameShape(QFrame::NoFrame);
+    view->setFocusPolicy(Qt::NoFocus);
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view);
+    setFixedSize(content->size());
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
+        if (now != nullptr && content->isAncestorOf(now)) {
+            view->ensureWidgetVisible(now);
+        }
+    });
+}
+
+void DialogWindow::fitInto(const QSize& available) {
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view);
+    const int border = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, this);
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
+    // What the window manager draws around a window is not known before the window is shown.
+    const QSize room = available - QSize(2 * border, titleBar + border);
+    if (content->size() == content->size().boundedTo(room)) {
+        return;
+    }
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    view->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setFixedSize((content->size() + QSize(bar, bar)).boundedTo(room));
 }
 
 static QRect place(const ControlResource& resource) {
@@ -36,19 +87,16 @@ static QButtonGroup* withRadio(QButtonGroup* group, QAbstractButton* radio, QWid
     return group;
 }
 
-// Controls within a frame become its children, which a screen reader tells.
+// Controls within a frame become its children: a screen reader says which frame they are in.
 void DialogWindow::addControls() {
     const DialogUnits units(dialog.resource());
-    setFont(units.font());
-    setFixedSize(units.toPixels({0, 0, dialog.resource().width, dialog.resource().height}).size());
-
     QGroupBox* frame = nullptr;
     const ControlResource* frameResource = nullptr;
     QButtonGroup* group = nullptr;
     for (const DialogControl& control : dialog.controls()) {
         const ControlResource& resource = *control.resource;
         const bool framed = frame != nullptr && place(*frameResource).contains(place(resource));
-        QWidget* const parent = framed ? static_cast<QWidget*>(frame) : this;
+        QWidget* const parent = framed ? static_cast<QWidget*>(frame) : content;
         QWidget* const widget = makeWidget(control, parent);
         const QPoint origin = framed ? frame->pos() : QPoint();
         widget->setGeometry(units.toPixels(place(resource)).translated(-origin));
@@ -65,6 +113,10 @@ void DialogWindow::addControls() {
             frame = static_cast<QGroupBox*>(widget);
             frameResource = &resource;
         }
+        if (resource.kind == ControlKind::helpButton) {
+            auto* const key = new QShortcut(QKeySequence(Qt::Key_F1), this);
+            connect(key, &QShortcut::activated, this, [this, id = resource.id] { click(id); });
+        }
         connectControl(control, widget);
         widgets.push_back(widget);
     }
@@ -79,6 +131,7 @@ void DialogWindow::connectControl(const DialogControl& control, QWidget* widget)
         case ControlKind::radio:
         case ControlKind::checkBox:
         case ControlKind::defaultButton:
+        case ControlKind::helpButton:
         case ControlKind::button:
             connect(static_cast<QAbstractButton*>(widget), &QAbstractButton::clicked, this,
                     [this, id] { click(id); });
@@ -195,18 +248,17 @@ void DialogWindow::focusFirst() {
     }
 }
 
-QWidget* DialogWindow::failedWidget() const {
-    const unsigned id = dialog.failedControl();
+QWidget* DialogWindow::widgetOf(unsigned id) const {
     return id != 0 ? findChild<QWidget*>(QString::number(id)) : nullptr;
 }
 
 QString DialogWindow::failedField() const {
-    const QWidget* const widget = failedWidget();
+    const QWidget* const widget = widgetOf(dialog.failedControl());
     return widget != nullptr ? widget->accessibleName() : QString();
 }
 
 void DialogWindow::focusFailed() {
-    QWidget* const widget = failedWidget();
+    QWidget* const widget = widgetOf(dialog.focusAfterFailure());
     if (widget == nullptr) {
         return;
     }

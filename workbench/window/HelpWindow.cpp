@@ -5,6 +5,7 @@
 #include "help/settings.fr.html.h"
 #include "platform/ResourceChain.h"
 
+#include <QScreen>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -29,6 +30,6 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent) {
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(browser);
-    resize(680, 720);
+    resize(QSize(680, 720).boundedTo(screen()->availableSize()));
     setAttribute(Qt::WA_DeleteOnClose);
 }

@@ -26,7 +26,7 @@ int PictureDesktop::messageBox(const CString& text, const CString& caption, unsi
 
 void PictureDesktop::runDialog(CDialog& dialog) {
     constexpr int pixelsPerPixel = 2;  // sharp where screens have small pixels
-    DialogWindow window(dialog, nullptr);
+    DialogWindow window(dialog, {}, nullptr);
     QImage picture(window.size() * pixelsPerPixel, QImage::Format_RGB32);
     picture.setDevicePixelRatio(pixelsPerPixel);
     window.render(&picture);

@@ -6,12 +6,14 @@
 #include "workbench/window/text.h"
 
 #include <QMessageBox>
+#include <QScreen>
 
 #include <utility>
 
 // There is one page, whatever file and key a module names.
-WindowDesktop::WindowDesktop()
-    : launcherBefore(installHelpLauncher(
+WindowDesktop::WindowDesktop(QString subjectOfDialogs)
+    : subject(std::move(subjectOfDialogs)),
+      launcherBefore(installHelpLauncher(
           [this](const CString& /*helpFile*/, const CString& /*key*/) { showHelp(); })) {}
 
 WindowDesktop::~WindowDesktop() {
@@ -36,7 +38,9 @@ int WindowDesktop::messageBox(const CString& text, const CString& caption, unsig
 }
 
 void WindowDesktop::runDialog(CDialog& dialog) {
-    DialogWindow(dialog, QApplication::activeModalWidget()).run();
+    DialogWindow window(dialog, subject, QApplication::activeModalWidget());
+    window.fitInto(window.screen()->availableSize());
+    window.run();
 }
 
 // Beside a modal dialog only what descends from it can be used, so the help does.

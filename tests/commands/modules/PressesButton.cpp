@@ -22,6 +22,6 @@ public:
     }
 };
 
-extern "C" Desktop* makeWindowDesktop() {
+extern "C" Desktop* makeWindowDesktop(const char* /*subject*/) {
     return new ButtonPresser;
 }

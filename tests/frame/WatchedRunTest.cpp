@@ -1,0 +1,148 @@
+#include "host/TCError.h"
+#include "platform/ArithmeticMode.h"
+#include "tests/frame/ModuleRig.h"
+#include "tests/support/HostArithmetic.h"
+#include "tests/support/RunWatcher.h"
+#include "tests/support/Signal.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <thread>
+#include <utility>
+
+static void feed(ModuleRig& rig, const Signal& first, const Signal& second) {
+    rig.first.writeBlock(2, first.data(), static_cast<int>(first.size()));
+    rig.second.writeBlock(2, second.data(), static_cast<int>(second.size()));
+}
+
+static Signal take(BlockStream& stream) {
+    Signal samples;
+    int marker = 0;
+    stream.readBlock(marker, samples);
+    return samples;
+}
+
+static const Settings iteration = {.direction = 1, .method = 2};
+
+// A peak, as signal and as kernel: the error falls for as long as the iteration runs.
+static Signal peak(double height) {
+    Signal samples(40);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double x = (static_cast<double>(i) - 20.0) / 4.0;
+        samples[i] = height * std::exp(-x * x);
+    }
+    return samples;
+}
+static const Signal kernel = peak(0.14);  // its sum is about 1
+
+// Watches its own run in its own thread, and stops it at a loop.
+static void watchAndStop(double height, std::uint32_t stopAt) {
+    RunWatcher watcher;
+    watcher.stopAt = stopAt;
+    ModuleRig rig(iteration, 3);
+    feed(rig, peak(height), kernel);
+    EXPECT_EQ(rig.module.Process(), 0);
+    ASSERT_EQ(watcher.steps.size(), stopAt - 1);
+    EXPECT_EQ(take(rig.firstNumber), Signal{watcher.steps.back().error});
+    EXPECT_EQ(take(rig.secondNumber), Signal{static_cast<double>(stopAt)});
+    EXPECT_EQ(take(rig.output).size(), 40U);
+    EXPECT_TRUE(watcher.steps.front().loop == 2 && watcher.steps.front().most == 100);
+    EXPECT_EQ(watcher.failures, "");
+}
+
+TEST(WatchedRun, IsStoppedByTheObserverOfItsThread) {
+    std::thread other(watchAndStop, 1.0, 30);
+    watchAndStop(0.3, 7);
+    other.join();
+    EXPECT_EQ(RunObserver::current(), nullptr);
+}
+
+// What an observer throws ends the run as a stop does, and goes no further.
+TEST(WatchedRun, TakesNoHarmFromAnObserverThatThrows) {
+    struct Thrower : RunWatcher {
+        bool afterStep(const RunStep& step) override {
+            RunWatcher::afterStep(step);
+            throw 1;
+        }
+        void afterFailure(RunFailure why) override {
+            RunWatcher::afterFailure(why);
+            throw 1;
+        }
+    } thrower;
+    ModuleRig rig(iteration, 3);
+    feed(rig, peak(1.0), kernel);
+    EXPECT_EQ(rig.module.Process(), 0);
+    EXPECT_EQ(thrower.steps.size(), 1U);
+    EXPECT_EQ(take(rig.secondNumber), Signal{2.0});
+    feed(rig, noise(20, 1), noise(3, 1));
+    EXPECT_EQ(rig.module.Process(), -5);
+    EXPECT_EQ(thrower.failures, "refused ");
+}
+
+// A refusal is told as one, also where Process counts a result of NaN as done.
+TEST(WatchedRun, SaysWhatAMethodRefuses) {
+    struct Refusal {
+        Settings settings;
+        Signal second;
+        int code;
+        const char* failures;
+    };
+    const Refusal table[] = {{{0, 1, 2}, {1}, -5, "refused "},
+                             {{0, 1, 3}, {0, 0}, -1, "refused "},
+                             {{0, 1, 3}, {1e-200, 0}, -1, "refused "},  // its square is 0
+                             {{0, 1, 0}, {1, 0}, -1, "refused "},
+                             {{0, 0, 2}, {1, 0}, 0, "refused "},
+                             {{0, 1, 1}, {0, 0}, 0, ""},
+                             {{0, 1, 3}, {1, 0}, 0, ""}};
+    for (const auto& [settings, second, code, failures] : table) {
+        RunWatcher watcher;
+        ModuleRig rig(settings, settings.direction == 1 && settings.method >= 2 ? 3 : 1);
+        feed(rig, {3, 5}, second);
+        EXPECT_EQ(rig.module.Process(), code);
+        EXPECT_EQ(watcher.failures, failures) << int{settings.method};
+    }
+}
+
+// Each method's result, and its numbers, on signals to which rounding and denormals matter.
+static Signal resultsOfAllMethods(const Signal& first, const Signal& second) {
+    Signal all;
+    for (const Settings settings :
+         {Settings{0, 0, 0}, {0, 0, 1}, {0, 1, 1}, {0, 1, 2}, {0, 1, 3}, {0, 1, 0}}) {
+        ModuleRig rig(settings, settings.method >= 2 ? 3 : 1);
+        feed(rig, first, second);
+        feed(rig, {1e-160}, {1e-160});
+        rig.module.Process();
+        for (BlockStream* stream : {&rig.output, &rig.firstNumber, &rig.secondNumber}) {
+            for (int block = 0; block < 2; ++block) {
+                const Signal samples = take(*stream);
+                all.insert(all.end(), samples.begin(), samples.end());
+            }
+        }
+    }
+    return all;
+}
+
+static std::pair<Rounding, bool> mode() {
+    const ArithmeticMode current = ArithmeticMode::current();
+    return {current.rounding, current.flushesDenormals};
+}
+
+// Whatever the host computes in: the same bits, and its own mode afterwards, also where a run fails
+// or the host's reporter throws.
+TEST(WatchedRun, ComputesInTheStandardArithmetic) {
+    const Signal first = noise(20, 1), second = noise(20, 2);
+    const Signal standard = resultsOfAllMethods(first, second);
+    for (const HostArithmetic::Mode& hosts : HostArithmetic::modes()) {
+        const HostArithmetic host(hosts);
+        const auto before = mode();
+        EXPECT_EQ(bits(resultsOfAllMethods(first, second)), bits(standard));
+        EXPECT_EQ(mode(), before);
+        TCError::install([](const TCError& /*error*/) { throw 1; });
+        ModuleRig rig({0, 7, 2}, 3);  // has no names for its numbers, and reports that
+        feed(rig, {1, 2}, {1, 0});
+        EXPECT_THROW(rig.module.Process(), int);
+        TCError::install({});
+        EXPECT_EQ(mode(), before);
+    }
+}

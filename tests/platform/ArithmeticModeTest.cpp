@@ -1,0 +1,44 @@
+#include "platform/ArithmeticMode.h"
+
+#include "tests/support/HostArithmetic.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <utility>
+
+// Bits that differ from mode to mode: a quotient that is rounded away from zero, of either sign, a
+// product that is denormal, and one of a denormal number.
+static std::vector<std::uint64_t> compute() {
+    const volatile double one = 1.0, ten = 10.0, small = 1e-160, denormal = 1e-310;
+    return {std::bit_cast<std::uint64_t>(one / ten), std::bit_cast<std::uint64_t>(-one / ten),
+            std::bit_cast<std::uint64_t>(small * small),
+            std::bit_cast<std::uint64_t>(denormal * 1e20)};
+}
+
+static std::pair<Rounding, bool> mode() {
+    const ArithmeticMode current = ArithmeticMode::current();
+    return {current.rounding, current.flushesDenormals};
+}
+
+TEST(ArithmeticMode, IsDescribedSetAsideAndGivenBack) {
+    const std::vector<std::uint64_t> standard = compute();
+    EXPECT_EQ(mode(), std::pair(Rounding::toNearest, false));
+    for (const auto& [rounding, flushed] : HostArithmetic::modes()) {
+        const HostArithmetic host({rounding, flushed});
+        const Rounding expected = rounding == FE_DOWNWARD     ? Rounding::downward
+                                  : rounding == FE_UPWARD     ? Rounding::upward
+                                  : rounding == FE_TOWARDZERO ? Rounding::towardZero
+                                                              : Rounding::toNearest;
+        const std::vector<std::uint64_t> inHostsMode = compute();
+        EXPECT_NE(inHostsMode, standard);
+        {
+            const StandardArithmetic outer;
+            const StandardArithmetic inner;
+            EXPECT_EQ(compute(), standard);
+            EXPECT_EQ(mode(), std::pair(Rounding::toNearest, false));
+        }
+        EXPECT_EQ(mode(), std::pair(expected, flushed != 0));
+        EXPECT_EQ(compute(), inHostsMode);
+    }
+}
