@@ -2,6 +2,8 @@
 
 #include <vector>
 
+namespace kernels {
+
 // The instruction sets that kernels exist for. All give the same bits; the wider ones compute more
 // results side by side.
 enum class InstructionSet { baseline, avx2, avx512 };
@@ -20,3 +22,5 @@ InstructionSet instructionSet();
 
 // From now on kernels run on this one, in all threads. It must not be wider than the widest.
 void chooseInstructionSet(InstructionSet set);
+
+}  // namespace kernels

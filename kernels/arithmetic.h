@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <limits>
 
+namespace kernels {
+
 // The arithmetic of the elements. For double it is the plain operators. For int it is defined for
 // every pair of operands: sums and products wrap modulo 2^32, and no quotient traps.
 
@@ -58,3 +60,5 @@ inline int magnitude(int a) {
 inline int squareRoot(int a) {
     return a < 0 ? 0 : static_cast<int>(std::sqrt(static_cast<double>(a)));
 }
+
+}  // namespace kernels

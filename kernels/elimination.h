@@ -6,6 +6,8 @@
 #include <numeric>
 #include <utility>
 
+namespace kernels {
+
 // Triangular factors of the n x n matrix a, whose rows are adjacent, in place: L below the
 // diagonal, with a diagonal of 1 that is not stored, and U on and above it. Each element is
 //     a[i][j] - a[i][0] a[0][j] - a[i][1] a[1][j] - ...    over k < min(i, j), one by one,
@@ -113,3 +115,5 @@ inline void eliminate(int* a, int n, int* scales, int* pivots, int* /*panel*/) {
 inline void eliminate(int* a, int n) {
     plain::eliminate(a, n);
 }
+
+}  // namespace kernels

@@ -7,6 +7,8 @@
 #include <bit>
 #include <cstddef>
 
+namespace kernels {
+
 // The twiddles of the stage of a Hartley transform that joins transforms of length 2^k: sine and
 // cosine of t pi / 2^(k + 1) for t = 1 .. 2^(k - 1).
 
@@ -99,3 +101,5 @@ template <int lanes>
         }
     }
 }
+
+}  // namespace kernels

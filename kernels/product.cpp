@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace kernels {
+
 // A tile of c, rows x vectors, stays in registers while k runs: with 8 x 3 vectors of AVX-512 a
 // term takes 3 loads of b and 8 of a for 24 products and 24 sums, where two of each kind are done a
 // cycle. A panel of b, `blockDepth` terms of a tile's width, is copied to the stack (37 kB) and
@@ -17,12 +19,16 @@ static constexpr int tileRows = lanes == 8 ? 8 : 4;
 template <int lanes>
 static constexpr int tileVectors = lanes == 8 ? 3 : 2;
 
+namespace {
+
 enum class Sign { plus, minus };
 
 template <int lanes>
 struct Panel {
     alignas(64) double terms[std::size_t{blockDepth} * tileVectors<lanes> * lanes];
 };
+
+}  // namespace
 
 // The sums of a tile of c take the products of `depth` terms.
 template <int lanes, Sign sign, int rows, int vectors>
@@ -169,3 +175,5 @@ void subtractProduct(Block<const double> a, Block<const double> b, int rows, int
                      Block<double> c) {
     subtractVariant(a, b, rows, depth, cols, c);
 }
+
+}  // namespace kernels

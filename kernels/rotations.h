@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // Takes a pair (x, y) to (x c + y s, y c - x s).
 template <typename T>
 struct PlaneRotation {
@@ -58,3 +60,5 @@ void rotateColumns(double* a, int rows, int cols, const RotationRun* runs, int r
 // For int the plain loops are the only ones.
 using plain::rotateColumns;
 using plain::rotateRows;
+
+}  // namespace kernels

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace kernels {
+
 // Arithmetic on spectra: arrays of n real and n imaginary parts.
 
 // (re, im) becomes its product with (factorRe, factorIm), element by element.
@@ -17,3 +19,5 @@ namespace plain {
 void multiplySpectra(double* re, double* im, const double* factorRe, const double* factorIm, int n);
 void pairSpectra(double* re, double* im, int n, int sense);
 }  // namespace plain
+
+}  // namespace kernels

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // The solution of L U x = b takes the place of b, for `count` right-hand sides next to each other:
 // the columns of a block of n rows. a holds the factors as eliminate leaves them. Sums run over
 // ascending k:
@@ -15,7 +17,7 @@
 void substitute(const double* a, int n, Block<double> b, int count);
 
 // Many right-hand sides go fastest as blocks of so many, without gaps.
-static constexpr int substitutionWidth = 32;
+inline constexpr int substitutionWidth = 32;
 
 namespace plain {
 template <typename T>
@@ -45,3 +47,5 @@ void substitute(const T* a, int n, Block<T> b, int count) {
 inline void substitute(const int* a, int n, Block<int> b, int count) {
     plain::substitute(a, n, b, count);
 }
+
+}  // namespace kernels

@@ -2,6 +2,8 @@
 
 #include "kernels/vectors.h"
 
+namespace kernels {
+
 // Sine and cosine of angles from -2 pi to 2 pi, in radians.
 //
 // The angle loses the nearest multiple of pi/2 in three parts (W. J. Cody, W. Waite, Software
@@ -87,3 +89,5 @@ void sinesAndCosines(const double* angles, int count, double* sines, double* cos
 namespace plain {
 void sinesAndCosines(const double* angles, int count, double* sines, double* cosines);
 }
+
+}  // namespace kernels

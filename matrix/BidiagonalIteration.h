@@ -35,7 +35,9 @@ private:
     static constexpr int passLimit = 30;  // the last one has no sweep
 
     // NaN is not negligible.
-    [[nodiscard]] bool negligible(T value) const { return sum(magnitude(value), norm) == norm; }
+    [[nodiscard]] bool negligible(T value) const {
+        return kernels::sum(kernels::magnitude(value), norm) == norm;
+    }
 
     // The first row l of the lowest block, l <= k, that takes no part in what is above it: e[l] is
     // negligible, or a zero above it lets it be cancelled.
@@ -58,7 +60,8 @@ private:
     // left, and the rotation before it serves the next element too, of which s e[i] is then no
     // element of B: where that one is much larger, the product misses by about s.
     void cancel(int l, int k) {
-        PlaneRotation<T> rotation{1, 1};
+        using kernels::negative, kernels::product, kernels::quotient;
+        kernels::PlaneRotation<T> rotation{1, 1};
         for (int i = l; i <= k; ++i) {
             const T f = product(rotation.s, e[i]);
             e[i] = product(rotation.c, e[i]);
@@ -76,6 +79,8 @@ private:
     // The first element of the shifted B^T B over w[l], where the shift is the eigenvalue of the
     // lower right 2 x 2 of B^T B that is nearer to its last element.
     [[nodiscard]] T shiftedStart(int l, int k) const {
+        using kernels::difference, kernels::negative, kernels::product, kernels::quotient,
+            kernels::sum;
         const T x = w[l], y = w[k - 1], z = w[k], g = e[k - 1], h = e[k];
         T f = quotient(sum(differenceOfSquares(y, z), differenceOfSquares(g, h)),
                        product(product(T(2), h), y));
@@ -85,14 +90,17 @@ private:
                         x);
     }
 
-    static T differenceOfSquares(T a, T b) { return product(difference(a, b), sum(a, b)); }
+    static T differenceOfSquares(T a, T b) {
+        return kernels::product(kernels::difference(a, b), kernels::sum(a, b));
+    }
 
     // One sweep over the block from l to k: the rotation that starts from f puts an element outside
     // of the bidiagonal form, and those that follow chase it down and out.
     void sweep(int l, int k, T f) {
-        PlaneRotation<T> rotation{1, 1};
-        PlaneRotation<T>* right = v.append({l, l + 1, k - l});
-        PlaneRotation<T>* left = u.append({l, l + 1, k - l});
+        using kernels::difference, kernels::product, kernels::quotient, kernels::sum;
+        kernels::PlaneRotation<T> rotation{1, 1};
+        kernels::PlaneRotation<T>* right = v.append({l, l + 1, k - l});
+        kernels::PlaneRotation<T>* left = u.append({l, l + 1, k - l});
         T& c = rotation.c;
         T& s = rotation.s;
         T x = w[l];

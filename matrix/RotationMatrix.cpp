@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using kernels::negative, kernels::product, kernels::quotient, kernels::squareRoot, kernels::sum;
+
 template <typename T>
 RotationMatrix<T>::RotationMatrix(int n) : SquareMatrix<T>(n) {
     RotationMatrix::setIdentity();
@@ -45,7 +47,8 @@ int RotationMatrix<T>::applyInPlace(Matrix<T>& matrix) {
     if (matrix.getRows() != this->getCols()) {
         return 0;
     }
-    rotateRows(matrix.rowTable[q], matrix.rowTable[p], matrix.getCols(), PlaneRotation<T>{c, s});
+    kernels::rotateRows(matrix.rowTable[q], matrix.rowTable[p], matrix.getCols(),
+                        kernels::PlaneRotation<T>{c, s});
     return 1;
 }
 

@@ -18,19 +18,19 @@ public:
     // For a matrix that will have n columns. false: memory exhausted.
     bool allocate(int n) {
         capacity = std::int64_t{n} * sweeps;
-        runs = newArray<RotationRun>(capacity);
-        rotations = newArray<PlaneRotation<T>>(capacity);
-        panel = newArray<T>(std::int64_t{n} * panelRows + panelMargin);
+        runs = newArray<kernels::RotationRun>(capacity);
+        rotations = newArray<kernels::PlaneRotation<T>>(capacity);
+        panel = newArray<T>(std::int64_t{n} * kernels::panelRows + kernels::panelMargin);
         return runs != nullptr && rotations != nullptr && panel != nullptr;
     }
 
     // The place for the rotations of a run, which are less than n. It is theirs until the next run
     // is appended.
-    PlaneRotation<T>* append(const RotationRun& run) {
+    kernels::PlaneRotation<T>* append(const kernels::RotationRun& run) {
         if (rotationCount + run.count > capacity) {
             apply();
         }
-        PlaneRotation<T>* place = rotations.get() + rotationCount;
+        kernels::PlaneRotation<T>* place = rotations.get() + rotationCount;
         runs[static_cast<std::size_t>(runCount++)] = run;
         rotationCount += run.count;
         return place;
@@ -41,8 +41,8 @@ public:
         if (runCount == 0) {
             return;
         }
-        rotateColumns(matrix.dataBlock, matrix.rowCount, matrix.colCount, runs.get(), runCount,
-                      rotations.get(), panel.get());
+        kernels::rotateColumns(matrix.dataBlock, matrix.rowCount, matrix.colCount, runs.get(),
+                               runCount, rotations.get(), panel.get());
         runCount = 0;
         rotationCount = 0;
     }
@@ -50,8 +50,8 @@ public:
 private:
     static constexpr int sweeps = 32;
     Matrix<T>& matrix;
-    std::unique_ptr<RotationRun[]> runs;
-    std::unique_ptr<PlaneRotation<T>[]> rotations;
+    std::unique_ptr<kernels::RotationRun[]> runs;
+    std::unique_ptr<kernels::PlaneRotation<T>[]> rotations;
     std::unique_ptr<T[]> panel;
     int runCount = 0;
     std::int64_t rotationCount = 0, capacity = 0;

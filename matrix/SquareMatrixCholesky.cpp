@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <memory>
 
+using kernels::difference, kernels::product, kernels::quotient, kernels::squareRoot;
+
 // v minus the sum of p[k] q[k] over k < count, from the last one to the first.
 template <typename T>
 static T reducedDownwards(T v, const T* p, const T* q, int count) {

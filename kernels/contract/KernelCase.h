@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace kernels {
+
 // What every kernel promises: on the same input its plain loop and its fast form give the same
 // bits, on each instruction set. One NaN is as good as another.
 
@@ -64,3 +66,5 @@ std::vector<KernelCase> matrixCases();
 std::vector<KernelCase> signalCases();
 std::vector<KernelCase> hartleyCases();
 std::vector<KernelCase> transformCases();
+
+}  // namespace kernels

@@ -7,6 +7,8 @@
 #include <limits>
 #include <random>
 
+namespace kernels {
+
 // Fractions of 53 bits between -1 and 1, times 2^e with e between -spread and spread; all exact. A
 // prime number of values: they meet each other at ever new distances.
 static std::vector<double> noise(int spread) {
@@ -44,3 +46,5 @@ const std::vector<KernelInput>& kernelInputs() {
         {"noise", noise(0)}, {"wide noise", noise(600)}, {"oddities", oddities()}};
     return all;
 }
+
+}  // namespace kernels

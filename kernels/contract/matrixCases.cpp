@@ -8,6 +8,8 @@
 #include <cmath>
 #include <numeric>
 
+namespace kernels {
+
 static void append(std::vector<double>& results, Samples& samples) {
     results.insert(results.end(), samples.data(), samples.data() + samples.size());
 }
@@ -105,3 +107,5 @@ std::vector<KernelCase> matrixCases() {
             {"elimination", orders, runElimination},
             {"substitution", everySizeAnd({}), runSubstitution}};
 }
+
+}  // namespace kernels

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace kernels {
+
 // Runs both forms of a kernel on kernelInputs() at each of these sizes, the fast form on each of
 // these instruction sets and at ever other alignments. `take`, if given, gets every result of the
 // fast form.
@@ -16,3 +18,5 @@
 std::string differenceOfForms(const KernelCase& kernel, const std::vector<int>& sizes,
                               const std::vector<InstructionSet>& sets,
                               const std::function<void(std::span<const double>)>& take = {});
+
+}  // namespace kernels
