@@ -3,6 +3,7 @@
 #include "kernels/arithmetic.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 #include <utility>
 

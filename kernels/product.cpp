@@ -3,6 +3,7 @@
 #include "kernels/vectors.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace kernels {
 

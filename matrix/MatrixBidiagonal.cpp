@@ -4,6 +4,7 @@
 #include "matrix/Vector.h"
 
 #include <algorithm>
+#include <cstddef>
 
 using kernels::difference, kernels::magnitude, kernels::negative, kernels::product,
     kernels::quotient, kernels::squareRoot, kernels::sum;

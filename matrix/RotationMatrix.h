@@ -2,6 +2,8 @@
 
 #include "matrix/SquareMatrix.h"
 
+#include <cstdint>
+
 // Plane rotation: the identity but for the elements (p, p) and (q, q), which are c, (q, p), which
 // is s, and (p, q), which is -s. From the left it mixes rows p and q of another matrix.
 //

@@ -3,6 +3,7 @@
 #include "matrix/newArray.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 
 using kernels::difference, kernels::product, kernels::quotient, kernels::squareRoot;
