@@ -129,7 +129,7 @@ void convolve(const double* w, const double* b, int L, int S, double* result) {
     convolveVariant(w, b, L, S, result);
 }
 
-// The terms behind those that all outputs of a block have, k > first, one vector of outputs at a
+// The terms after those that all outputs of a block have, k > first, one vector of outputs at a
 // time: those that all of its outputs have side by side, then the others.
 template <int lanes>
 [[gnu::always_inline]] static inline void addLastTerms(const double* x, const double* y, int first,

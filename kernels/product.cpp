@@ -99,7 +99,7 @@ template <int lanes, Sign sign, int vectors>
     addTermsToRows<lanes, sign, tileRows<lanes>, vectors>(a, panel.terms, depth, rows, c);
 }
 
-// The same for fewer columns than a vector has lanes. The lanes beyond hold sums that nobody wants.
+// The same for fewer columns than a vector has lanes. The lanes beyond hold unused sums.
 template <int lanes, Sign sign>
 [[gnu::always_inline]] static inline void addNarrowStrip(Panel<lanes>& panel, Block<const double> a,
                                                          Block<const double> b, int rows, int depth,

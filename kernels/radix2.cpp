@@ -62,7 +62,7 @@ void plain::radix2(double* re, double* im, int n, double sign) {
     }
 }
 
-// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) tells the twiddles.
+// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles.
 template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void butterflies(Vector<lanes> (&x)[std::size_t{1} << stages],
                                                       Vector<lanes> (&y)[std::size_t{1} << stages],
@@ -85,7 +85,7 @@ template <int lanes, int stages, typename Twiddle>
 }
 
 // Runs some stages between rows that lie `row` apart, on `columns` columns from re and im on.
-// twiddle(run, j, ur, ui) tells the twiddles at column j.
+// twiddle(run, j, ur, ui) sets the twiddles at column j.
 template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void joinRows(double* re, double* im, std::ptrdiff_t row,
                                                    std::ptrdiff_t columns, double scale,

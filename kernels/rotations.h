@@ -48,8 +48,8 @@ void rotateColumns(T* a, int rows, int cols, const RotationRun* runs, int runCou
 
 }  // namespace plain
 
-// The columns of a are rotated in panels of this many rows, for which panel has room and
-// panelMargin elements more.
+// Columns are rotated in panels of this many rows; `panel` has room for one and for panelMargin
+// elements more.
 inline constexpr int panelRows = 32, panelMargin = 8;
 
 // The fast forms for double.

@@ -14,7 +14,7 @@ namespace kernels {
 // Dekker, Numer. Math. 18 (1971) 224-242). So a result is wrong by the half ulp of its last sum and
 // some hundredths: by 0.512 ulp at most on 1e7 angles q pi/n with q < 2n < 2^30.
 //
-// There are sums, differences and products alone, so the bits are the same everywhere.
+// Only sums, differences and products are used, so the bits are the same everywhere.
 
 // Of `lanes` angles side by side, or of one.
 template <int lanes>
@@ -40,7 +40,7 @@ template <int lanes>
     const Real parabola = 1.0 - 0.5 * headSquare, power = fourth * headSquare * headSquare;
     const Real cosineSum = parabola + power;
 
-    // The other terms, behind r^3 and r^4: 1/5!, -1/7!, .. and -1/6!, 1/8!, ..
+    // The other terms, after r^3 and r^4: 1/5!, -1/7!, .. and -1/6!, 1/8!, ..
     constexpr double odd[] = {
         1 / 120.0,        -1 / 5040.0,          1 / 362880.0,         -1 / 39916800.0,
         1 / 6227020800.0, -1 / 1307674368000.0, 1 / 355687428096000.0};

@@ -5,10 +5,10 @@
 namespace kernels {
 
 // `lanes` doubles side by side, with the operators of one; one lane is a double. They are meant for
-// registers, and in memory they may lie anywhere that a double may.
+// registers; in memory they need the alignment of a double only.
 //
-// Vectors are local variables and memory only. A function that took or returned one would have
-// another binary interface on each instruction set.
+// Vectors are local variables or lie in memory, never parameters or results of a function: its
+// binary interface would depend on the instruction set.
 template <int lanes>
 struct VectorOf {
     using type [[gnu::vector_size(lanes * sizeof(double))]] = double;

@@ -5,8 +5,8 @@
 #include "matrix/RotationQueue.h"
 
 // Implicit QR iteration on the bidiagonal form B, of which w[i] is element (i, i) and e[i] element
-// (i - 1, i): rotations from both sides, which U and V take up, make it diagonal from below.
-// They take no part in the iteration, so their rotations may wait.
+// (i - 1, i): rotations from both sides make it diagonal from below, and are applied to U and V.
+// The iteration does not read these, so their rotations may be applied later.
 template <typename T>
 struct BidiagonalIteration {
     const Matrix<T>& matrix;  // its hypotenuse is the one in use
@@ -16,8 +16,8 @@ struct BidiagonalIteration {
     T* e;
     T norm;
 
-    // Makes w[k] a singular value but for its sign, after those of higher index, and then leaves it
-    // and columns k of U and V alone. false: not within the limit.
+    // Makes w[k] a singular value up to its sign, after those of higher index; from then on it and
+    // columns k of U and V do not change. false: not within the limit.
     bool findValue(int k) {
         for (int pass = 1;; ++pass) {
             const int l = splitAbove(k);
@@ -39,7 +39,7 @@ private:
         return kernels::sum(kernels::magnitude(value), norm) == norm;
     }
 
-    // The first row l of the lowest block, l <= k, that takes no part in what is above it: e[l] is
+    // The first row l, l <= k, of the lowest block that is separate from those above: e[l] is
     // negligible, or a zero above it lets it be cancelled.
     int splitAbove(int k) {
         for (int l = k; l > 0; --l) {

@@ -28,7 +28,7 @@ static void solveRows(const SquareMatrix<T>& factors, const Vector<int>& pivots,
     }
 }
 
-// X right = left says that the transpose of right takes each row of X to that row of left.
+// X right = left means that the transpose of right takes each row of X to the same row of left.
 template <typename T>
 int Matrix<T>::divide(const Matrix& left, const Matrix& right, bool pivot) {
     const int n = right.getCols();

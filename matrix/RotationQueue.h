@@ -8,8 +8,9 @@
 #include <cstdint>
 #include <memory>
 
-// Rotations of the columns of a matrix, which nobody looks at meanwhile. They wait until there are
-// some sweeps of them: then a few rows at a time, which stay in the cache, take them all.
+// Rotations of the columns of a matrix whose elements are not read until apply(). They are
+// collected over some sweeps, and then all of them are applied to a few rows at a time, which stay
+// in the cache.
 template <typename T>
 class RotationQueue {
 public:
@@ -24,8 +25,8 @@ public:
         return runs != nullptr && rotations != nullptr && panel != nullptr;
     }
 
-    // The place for the rotations of a run, which are less than n. It is theirs until the next run
-    // is appended.
+    // The place for the rotations of a run, fewer than n. It is valid until the next run is
+    // appended.
     kernels::PlaneRotation<T>* append(const kernels::RotationRun& run) {
         if (rotationCount + run.count > capacity) {
             apply();
@@ -36,7 +37,7 @@ public:
         return place;
     }
 
-    // Nothing waits any longer.
+    // Applies all that have been appended.
     void apply() {
         if (runCount == 0) {
             return;

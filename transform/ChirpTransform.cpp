@@ -17,8 +17,8 @@ static constexpr int anglesAtOnce = 256;
 
 namespace {
 
-// The arrays of one transform in one piece of memory: data and conjugate chirp of m elements, a
-// multiple of a cache line, where all of them start; the chirp of n.
+// The arrays of one transform in one piece of memory: data and conjugate chirp of m elements, then
+// the chirp of n. m elements fill whole cache lines, so that each array starts with one.
 class WorkArrays {
 public:
     double *dataRe, *dataIm, *conjugateRe, *conjugateIm, *chirpRe, *chirpIm;
@@ -71,7 +71,7 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
 
     // Sample n + k of the convolution takes the chirp at indices 1 to 2 n - 1 only: no negative
     // index is needed, and nothing wraps round. So the transform is the block that starts at n,
-    // where the chirp is that from 0 on but for its sign.
+    // where the chirp equals that from 0 on except for its sign.
     if (n % 2 != 0) {
         std::transform(work.chirpRe, work.chirpRe + n, work.chirpRe, std::negate());
         std::transform(work.chirpIm, work.chirpIm + n, work.chirpIm, std::negate());

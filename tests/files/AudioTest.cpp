@@ -6,6 +6,8 @@
 #include <cmath>
 #include <random>
 
+namespace {
+
 struct AudioCase {
     std::string ending;
     Encoding encoding;
@@ -14,6 +16,8 @@ struct AudioCase {
 };
 
 class AudioRoundTrip : public testing::TestWithParam<AudioCase> {};
+
+}  // namespace
 
 // Values that the encoding holds exactly, with both ends of an integer's range.
 static std::vector<double> exactSamples(int bits) {

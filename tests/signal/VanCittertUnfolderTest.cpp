@@ -10,6 +10,8 @@
 
 static constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+namespace {
+
 struct Iteration {
     Signal signal, kernel;
     double convergence = 1.0;
@@ -24,6 +26,8 @@ struct Outcome {
     double lastError;
     std::uint32_t loopCount;
 };
+
+}  // namespace
 
 static Outcome unfold(const Iteration& run) {
     VanCittertUnfolder unfolder(run.convergence, run.maxIterations, run.abortAtError ? 1 : 0,

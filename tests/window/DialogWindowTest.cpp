@@ -24,12 +24,17 @@ extern "C" const char* __tsan_default_suppressions() {
 }
 // NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
 
+namespace {
+
 // A language, its mnemonics, and what its windows say.
 struct Words {
     const char* language;
     char deconvolution, vanCittert, pseudoInverse, iterations, abortAtError, scaling;
     const char *iterationsField, *complaint, *helpButton, *helpTitle;
 };
+
+}  // namespace
+
 constexpr Words allWords[] = {
     {"de_DE", 'e', 'c', 't', 'i', 'u', 's', "Maximale Anzahl der Iterationen", "ganze Zahl",
      "Hilfe", "Fendra: die Einstellungen"},
@@ -38,6 +43,8 @@ constexpr Words allWords[] = {
     {"fr_FR", 'd', 'f', 'o', 'i', 'b', 'g', "Nombre max. des itérations", "nombre entier", "Aide",
      "Fendra : les réglages"},
 };
+
+namespace {
 
 class DialogWindowTest : public testing::TestWithParam<Words>, protected DialogScreen {
 protected:
@@ -49,6 +56,9 @@ protected:
         return stored(*other);
     }
 };
+
+}  // namespace
+
 INSTANTIATE_TEST_SUITE_P(Languages, DialogWindowTest, testing::ValuesIn(allWords),
                          [](const auto& words) { return std::string(words.param.language); });
 
