@@ -14,7 +14,7 @@ static constexpr int chainsOf(int lanes) {
 template <int lanes>
 [[gnu::always_inline]] static inline void runChains(double factor, double summand, double* sum) {
     constexpr int chains = chainsOf(lanes);
-    Vector<lanes> values[std::size_t{chains}] = {};
+    kernels::Vector<lanes> values[std::size_t{chains}] = {};
 #pragma GCC unroll 32
     for (int j = 0; j < chains; ++j) {
         values[j] += static_cast<double>(j);
@@ -44,8 +44,8 @@ std::vector<double> PeakJob::result() const {
 }
 
 double PeakJob::flops() const {
-    const int lanes = instructionSet() == InstructionSet::avx512 ? 8
-                      : instructionSet() == InstructionSet::avx2 ? 4
-                                                                 : 2;
+    const int lanes = kernels::instructionSet() == kernels::InstructionSet::avx512 ? 8
+                      : kernels::instructionSet() == kernels::InstructionSet::avx2 ? 4
+                                                                                   : 2;
     return 2.0 * steps * chainsOf(lanes) * lanes;
 }

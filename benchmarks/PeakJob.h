@@ -2,6 +2,8 @@
 
 #include "benchmarks/Job.h"
 
+#include <vector>
+
 // Separate multiplications and additions as fast as this processor does them, on vectors of the
 // instruction set in use: no memory is touched, and no operation waits for another.
 class PeakJob : public Job {

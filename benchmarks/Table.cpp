@@ -41,6 +41,8 @@ static double relativeError(const std::vector<double>& a, const std::vector<doub
     return difference / largest;
 }
 
+namespace {
+
 // The jobs of a line, the project's first.
 class Line {
 public:
@@ -94,6 +96,8 @@ private:
     std::vector<double> seconds;
     std::size_t allocated = 0;
 };
+
+}  // namespace
 
 // Three digits and a unit.
 static std::string shortly(double value, const std::vector<const char*>& units) {

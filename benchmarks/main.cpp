@@ -57,8 +57,8 @@ static std::vector<Table> chosenTables(const std::vector<std::string>& names) {
 static void run(const std::vector<std::string>& names) {
     const std::vector<Table> tables = chosenTables(names);
     const double peak = measurePeak();
-    fmt::print("{}, {}, {}\n", processorName(), instructionSetName(instructionSet()),
-               compilerName());
+    fmt::print("{}, {}, {}\n", processorName(),
+               kernels::instructionSetName(kernels::instructionSet()), compilerName());
     fmt::print("peak of separate multiplications and additions, one thread: {:.0f} Gflop/s\n",
                peak * 1e-9);
     fmt::print("{}, {}, {}, {}\n", eigen::version(), fftw::version(), gsl::version(),

@@ -13,6 +13,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 void convolve(const double* w, const double* b, int L, int S, double* result) {
     plain::convolve(w, b, L, S, result);
 }
@@ -77,3 +79,5 @@ void rotateColumns(double* a, int rows, int cols, const RotationRun* runs, int r
                    const PlaneRotation<double>* rotations, double* panel) {
     plain::rotateColumns(a, rows, cols, runs, runCount, rotations, panel);
 }
+
+}  // namespace kernels

@@ -7,6 +7,8 @@
 #include <limits>
 #include <string>
 
+namespace {
+
 // Keeps the shortest time of each benchmark, whose name is its place among the jobs.
 class ShortestTimes : public benchmark::BenchmarkReporter {
 public:
@@ -26,6 +28,8 @@ public:
 
     std::vector<double> seconds;
 };
+
+}  // namespace
 
 static void runTimed(benchmark::State& state, const Timed& timed) {
     timed.job->load(*timed.problem);

@@ -3,7 +3,7 @@
 set(system linux)
 set(lineEnds LF)
 set(copyrights libcli11-dev libfmt-dev nlohmann-json3-dev)
-set(packed fendra fendra_module host platform)
+set(packed fendra fendra_module host kernels platform)
 if(WIN32)
   set(system windows)
   set(lineEnds CRLF)

@@ -8,8 +8,10 @@
 
 // An input is a stored module. Whatever it holds, the module stays fit for use.
 
+namespace {
+
 // Messages go nowhere.
-static struct SilentDesktop : Desktop {
+struct SilentDesktop : Desktop {
     SilentDesktop() {
         install(this);
         TCError::install([](const TCError& /*error*/) {});
@@ -20,6 +22,8 @@ static struct SilentDesktop : Desktop {
     }
     void runDialog(CDialog& /*dialog*/) override {}
 } silentDesktop;
+
+}  // namespace
 
 // All that is asked of a module's ports, also for such as are not there.
 static std::string describePorts(B_BasisModule& module) {

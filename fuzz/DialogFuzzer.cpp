@@ -139,6 +139,8 @@ static std::string describe(const CDialog& dialog) {
     return text;
 }
 
+namespace {
+
 class Person : public Desktop {
 public:
     explicit Person(InputReader& actions) : input(actions) {
@@ -200,6 +202,8 @@ private:
     InputReader& input;
     int messages = 0;
 };
+
+}  // namespace
 
 // Settings, bytes of the input for each; small whole numbers that a file alone can hold among them.
 static std::string initialGraph(InputReader& input) {

@@ -17,7 +17,7 @@ static const std::vector<int>& sizesOf(std::size_t kernel) {
     static const auto sizes = [] {
         constexpr int largest = 1500;
         std::vector<std::vector<int>> all;
-        for (const KernelCase& each : kernelCases()) {
+        for (const kernels::KernelCase& each : kernels::kernelCases()) {
             std::copy_if(each.sizes.begin(), each.sizes.end(),
                          std::back_inserter(all.emplace_back()),
                          [](int size) { return size <= largest; });
@@ -39,20 +39,21 @@ static std::vector<double> doublesOf(InputReader& bytes) {
 
 void fuzzOne(Bytes input) {
     InputReader bytes(input);
-    const std::size_t index = bytes.byte() % kernelCases().size();
-    const KernelCase& kernel = kernelCases()[index];
-    const std::vector<InstructionSet> sets = availableInstructionSets();
-    chooseInstructionSet(sets[bytes.byte() % sets.size()]);
+    const std::size_t index = bytes.byte() % kernels::kernelCases().size();
+    const kernels::KernelCase& kernel = kernels::kernelCases()[index];
+    const std::vector<kernels::InstructionSet> sets = kernels::availableInstructionSets();
+    kernels::chooseInstructionSet(sets[bytes.byte() % sets.size()]);
     const int offset = bytes.byte() % 8;
     const std::size_t high = bytes.byte(), low = bytes.byte();
     const int size = sizesOf(index)[(256 * high + low) % sizesOf(index).size()];
     const std::vector<double> values = doublesOf(bytes);
 
-    Input plainInput(values, 0), fastInput(values, offset);
-    const std::vector<double> expected = kernel.run(Form::plain, size, plainInput);
+    kernels::Input plainInput(values, 0), fastInput(values, offset);
+    const std::vector<double> expected = kernel.run(kernels::Form::plain, size, plainInput);
     const std::string claim = "the forms of " + kernel.name + " agree at size " +
                               std::to_string(size) + " with " +
-                              instructionSetName(instructionSet());
-    require(firstDifference(expected, kernel.run(Form::fast, size, fastInput)) == -1,
-            claim.c_str());
+                              kernels::instructionSetName(kernels::instructionSet());
+    require(
+        kernels::firstDifference(expected, kernel.run(kernels::Form::fast, size, fastInput)) == -1,
+        claim.c_str());
 }

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <type_traits>
 
+namespace kernels {
+
 // A matrix, or a block of one: element (i, j) is row(i)[j], and rows stand `stride` elements apart.
 template <typename T>
 struct Block {
@@ -15,3 +17,5 @@ struct Block {
     // NOLINTNEXTLINE(google-explicit-constructor): as a pointer becomes one to what is constant
     operator Block<const T>() const requires(!std::is_const_v<T>) { return {first, stride}; }
 };
+
+}  // namespace kernels

@@ -4,6 +4,8 @@
 #include <atomic>
 #include <cstddef>
 
+namespace kernels {
+
 InstructionSet widestInstructionSet() {
 #if defined(__x86_64__) || defined(__i386__)
     if (__builtin_cpu_supports("avx512f")) {
@@ -41,3 +43,5 @@ InstructionSet instructionSet() {
 void chooseInstructionSet(InstructionSet set) {
     chosen().store(set, std::memory_order_relaxed);
 }
+
+}  // namespace kernels

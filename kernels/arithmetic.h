@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <limits>
 
+namespace kernels {
+
 // The arithmetic of the elements. For double it is the plain operators. For int it is defined for
 // every pair of operands: sums and products wrap modulo 2^32, and no quotient traps.
 
@@ -49,12 +51,14 @@ inline int quotient(int a, int b) {
 inline int negative(int a) {
     return difference(0, a);
 }
-// That of the most negative number, which does not fit, is the largest number: a row is not taken
-// for a row of zeros.
+// The magnitude of the most negative number does not fit; the largest number stands for it, so that
+// its row does not count as a row of zeros.
 inline int magnitude(int a) {
     return a == std::numeric_limits<int>::min() ? std::numeric_limits<int>::max() : std::abs(a);
 }
-// Truncated; 0 of a negative number, which a sum of squares can be when it wraps.
+// Truncated. 0 for a negative number, which a sum of squares can become when it wraps.
 inline int squareRoot(int a) {
     return a < 0 ? 0 : static_cast<int>(std::sqrt(static_cast<double>(a)));
 }
+
+}  // namespace kernels

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 
+namespace kernels {
+
 void plain::convolve(const double* w, const double* b, int L, int S, double* result) {
     for (int n = 0; n < L; ++n) {
         const double* last = w + S - 1 + n;
@@ -34,18 +36,23 @@ void plain::convolveCausal(const double* x, const double* y, int N, double* resu
 static constexpr int blockOutputs = 512, blockTerms = 512;
 static constexpr int copyLength = blockOutputs + blockTerms;
 
+namespace {
+
 // The sums of a block while k runs, and the samples for its next terms.
 template <int lanes>
-struct Block {
+struct OutputBlock {
     alignas(64) double sums[blockOutputs] = {};
     alignas(64) double copies[std::size_t{lanes}][copyLength];
     double samples[copyLength];
 };
 
+}  // namespace
+
 // samples[1 .. length] come from w; samples[0] is of no use. Copy t holds at p the sample p - t,
 // from p = lanes on.
 template <int lanes>
-[[gnu::always_inline]] static inline void load(Block<lanes>& block, const double* w, int length) {
+[[gnu::always_inline]] static inline void load(OutputBlock<lanes>& block, const double* w,
+                                               int length) {
     std::copy_n(w, length, block.samples + 1);
     std::fill(block.samples + 1 + length, block.samples + copyLength, 0.0);
     for (int t = 0; t < lanes; ++t) {
@@ -57,8 +64,8 @@ template <int lanes>
 
 // Adds the products of `terms` terms, a multiple of lanes, to `vectors` vectors of sums from n on.
 template <int lanes, int vectors>
-[[gnu::always_inline]] static inline void addTerms(Block<lanes>& block, const double* b, int terms,
-                                                   int n) {
+[[gnu::always_inline]] static inline void addTerms(OutputBlock<lanes>& block, const double* b,
+                                                   int terms, int n) {
     Vector<lanes> sums[std::size_t{vectors}];
 #pragma GCC unroll 16
     for (int j = 0; j < vectors; ++j) {
@@ -84,7 +91,7 @@ template <int lanes>
 [[gnu::always_inline]] static inline void convolveBlock(const double* w, const double* b, int S,
                                                         int count, double* result) {
     constexpr int vectors = lanes == 8 ? 16 : 8;
-    Block<lanes> block;
+    OutputBlock<lanes> block;
     const int wholeTerms = S - S % lanes;
     for (int k = 0; k < wholeTerms; k += blockTerms) {
         const int terms = std::min(blockTerms, wholeTerms - k);
@@ -122,7 +129,7 @@ void convolve(const double* w, const double* b, int L, int S, double* result) {
     convolveVariant(w, b, L, S, result);
 }
 
-// The terms behind those that all outputs of a block have, k > first, one vector of outputs at a
+// The terms after those that all outputs of a block have, k > first, one vector of outputs at a
 // time: those that all of its outputs have side by side, then the others.
 template <int lanes>
 [[gnu::always_inline]] static inline void addLastTerms(const double* x, const double* y, int first,
@@ -160,3 +167,5 @@ FENDRA_VARIANTS(convolveCausalVariant, convolveCausalBlocks)
 void convolveCausal(const double* x, const double* y, int N, double* result) {
     convolveCausalVariant(x, y, N, result);
 }
+
+}  // namespace kernels

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace kernels {
+
 // Two convolutions. The terms of each sum are added one by one, k ascending, to 0.0.
 
 // For n = 0 .. L-1
@@ -16,3 +18,5 @@ namespace plain {
 void convolve(const double* w, const double* b, int L, int S, double* result);
 void convolveCausal(const double* x, const double* y, int N, double* result);
 }  // namespace plain
+
+}  // namespace kernels

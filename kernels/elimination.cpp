@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstddef>
 
+namespace kernels {
+
 // Columns are factorised eight at a time, panel by panel. When q panels are done and s is the
 // largest power of two that divides q, the next s panels take all products with the last s at once,
 // which is the work of subtractProduct. So panels meet in pairs, pairs in fours, and so on; nearly
@@ -13,9 +15,9 @@
 // Toledo, "Locality of reference in LU decomposition with partial pivoting", SIAM J. Matrix Anal.
 // Appl. 18 (1997) 1065-1081).
 
-// The largest magnitudes of a row are found in each lane by itself.
+// The largest magnitude in a row of n elements. Each lane finds its own first.
 template <int lanes>
-[[gnu::always_inline]] static inline void findLargest(const double* row, int n, double* largest) {
+[[gnu::always_inline]] static inline double largestIn(const double* row, int n) {
     constexpr int vectors = 4;
     Vector<lanes> found[std::size_t{vectors}] = {};
     int j = 0;
@@ -27,30 +29,43 @@ template <int lanes>
             found[v] = found[v] < size ? size : found[v];
         }
     }
-    *largest = 0.0;
-    for (const Vector<lanes>& size : found) {
-        for (int lane = 0; lane < lanes; ++lane) {
-            *largest = std::max(*largest, size[lane]);
-        }
+#pragma GCC unroll 16
+    for (int v = 1; v < vectors; ++v) {
+        found[0] = found[0] < found[v] ? found[v] : found[0];
+    }
+    double largest = 0.0;
+    for (int lane = 0; lane < lanes; ++lane) {
+        largest = std::max(largest, found[0][lane]);
     }
     for (; j < n; ++j) {
-        *largest = std::max(*largest, std::abs(row[j]));
+        largest = std::max(largest, std::abs(row[j]));
     }
+    return largest;
 }
 
-FENDRA_VARIANTS(findLargestVariant, findLargest)
-
-bool findScales(const double* a, int n, double* scales) {
+template <int lanes>
+[[gnu::always_inline]] static inline void findAllScales(const double* a, int n, double* scales,
+                                                        bool* found) {
+    *found = false;
     for (int i = 0; i < n; ++i) {
-        double largest = 0.0;
-        findLargestVariant(a + std::ptrdiff_t{n} * i, n, &largest);
+        const double largest = largestIn<lanes>(a + std::ptrdiff_t{n} * i, n);
         if (largest == 0.0) {
-            return false;
+            return;
         }
         scales[i] = 1.0 / largest;
     }
-    return true;
+    *found = true;
 }
+
+FENDRA_VARIANTS(findScalesVariant, findAllScales)
+
+bool findScales(const double* a, int n, double* scales) {
+    bool found = false;
+    findScalesVariant(a, n, scales, &found);
+    return found;
+}
+
+namespace {
 
 // The matrix, and what goes along with its rows when they are exchanged; no scales: they stay.
 struct Elimination {
@@ -66,6 +81,8 @@ struct Elimination {
         return std::max(0, q * panelWidth - missing);
     }
 };
+
+}  // namespace
 
 // A panel is worked on in a copy, whose rows are next to each other: in the matrix they may lie a
 // power of two apart, where the caches hold few of them. It has eight columns, if not all of them
@@ -110,16 +127,17 @@ template <int lanes>
     }
 }
 
-FENDRA_VARIANTS(clearColumnVariant, clearColumn)
-
-// Brings the pivot of column first + t to its row.
-static void exchangeRows(const Elimination& e, int first, int t) {
+// Brings the pivot of column first + t to its row. Inline like the rest: a function translated for
+// the baseline, called while wide registers are in use, runs at half the speed. That a candidate is
+// rarely the largest so far makes a branch of the test; as a choice of values, which each wait for
+// the one before, it takes half as long again at n = 32.
+[[gnu::always_inline]] static inline void exchangeRows(const Elimination& e, int first, int t) {
     const int j = first + t;
     double best = 0.0;
     int pivotRow = j;
     for (int i = j; i < e.n; ++i) {
         const double candidate = std::abs(e.panel.row(i - first)[t]) * e.scales[i];
-        if (candidate >= best) {
+        if (__builtin_expect_with_probability(candidate >= best, 0, 0.99)) {
             best = candidate;
             pivotRow = i;
         }
@@ -137,32 +155,36 @@ static void exchangeRows(const Elimination& e, int first, int t) {
 }
 
 // Columns from `first` on, eight or fewer, from the diagonal down.
-static void eliminatePanel(const Elimination& e, int first, int cols) {
+template <int lanes>
+[[gnu::always_inline]] static inline void eliminatePanel(const Elimination& e, int first,
+                                                         int cols) {
     const int rows = e.n - first;
     const Block<double> columns = e.a.from(first, first);
     copy(columns, rows, cols, e.panel);
     for (int t = 0; t < cols; ++t) {
         exchangeRows(e, first, t);
-        clearColumnVariant(e.panel.row(t), t, true, e.panel.from(t + 1, 0), rows - t - 1);
+        clearColumn<lanes>(e.panel.row(t), t, true, e.panel.from(t + 1, 0), rows - t - 1);
     }
     copy(e.panel, rows, cols, columns);
 }
 
 // The same in order: first the rows that have a pivot, then the others, part by part.
-static void eliminatePanelInOrder(const Elimination& e, int first, int cols) {
+template <int lanes>
+[[gnu::always_inline]] static inline void eliminatePanelInOrder(const Elimination& e, int first,
+                                                                int cols) {
     constexpr int partRows = 64;
     double upperElements[panelWidth * panelWidth] = {}, elements[partRows * panelWidth] = {};
     const Block<double> upper{upperElements, panelWidth}, panel{elements, panelWidth};
     copy(e.a.from(first, first), cols, cols, upper);
     for (int t = 0; t < cols; ++t) {
-        clearColumnVariant(upper.row(t), t, false, upper.from(t + 1, 0), cols - t - 1);
+        clearColumn<lanes>(upper.row(t), t, false, upper.from(t + 1, 0), cols - t - 1);
     }
     copy(upper, cols, cols, e.a.from(first, first));
     for (int i = first + cols; i < e.n; i += partRows) {
         const int rows = std::min(partRows, e.n - i);
         copy(e.a.from(i, first), rows, cols, panel);
         for (int t = 0; t < cols; ++t) {
-            clearColumnVariant(upper.row(t), t, false, panel, rows);
+            clearColumn<lanes>(upper.row(t), t, false, panel, rows);
         }
         copy(panel, rows, cols, e.a.from(i, first));
     }
@@ -184,8 +206,6 @@ template <int lanes>
     }
 }
 
-FENDRA_VARIANTS(reduceRowsVariant, reduceRows)
-
 static int powerOfTwoIn(int q) {
     return q & -q;
 }
@@ -193,12 +213,13 @@ static int powerOfTwoIn(int q) {
 // The columns from the end of panel q - 1 up to column `to` have taken all products with the panels
 // before the last s; now they take those with the last s. First the rows of these, which become
 // rows of U: panel by panel and in the same manner. Then all rows below.
-static void reduceRight(const Elimination& e, int q, int s, int to) {
+template <int lanes>
+[[gnu::always_inline]] static inline void reduceRight(const Elimination& e, int q, int s, int to) {
     const int from = e.edge(q - s), end = e.edge(q), cols = to - end;
     for (int p = 1; p <= s; ++p) {
         const int done = q - s + p, t = powerOfTwoIn(p);
         const int first = e.edge(done - t), last = e.edge(done);
-        reduceRowsVariant(e.a, e.edge(done - 1), last, end, to);
+        reduceRows<lanes>(e.a, e.edge(done - 1), last, end, to);
         const int rows = std::min(e.edge(done + t), end) - last;
         subtractProduct(e.a.from(last, first), e.a.from(first, end), rows, last - first, cols,
                         e.a.from(last, end));
@@ -207,22 +228,27 @@ static void reduceRight(const Elimination& e, int q, int s, int to) {
                     e.a.from(end, end));
 }
 
-static void eliminatePanels(const Elimination& e) {
+template <int lanes>
+[[gnu::always_inline]] static inline void eliminatePanels(const Elimination& e) {
     for (int q = 1; e.edge(q - 1) < e.n; ++q) {
         const int first = e.edge(q - 1), cols = e.edge(q) - first;
-        e.scales != nullptr ? eliminatePanel(e, first, cols)
-                            : eliminatePanelInOrder(e, first, cols);
+        e.scales != nullptr ? eliminatePanel<lanes>(e, first, cols)
+                            : eliminatePanelInOrder<lanes>(e, first, cols);
         const int s = powerOfTwoIn(q);
-        reduceRight(e, q, s, std::min(e.edge(q + s), e.n));
+        reduceRight<lanes>(e, q, s, std::min(e.edge(q + s), e.n));
     }
 }
+
+FENDRA_VARIANTS(eliminateVariant, eliminatePanels)
 
 void eliminate(double* a, int n, double* scales, int* pivots, double* panel) {
     std::iota(pivots, pivots + n, 0);
     std::fill_n(panel, std::ptrdiff_t{panelWidth} * n, 0.0);
-    eliminatePanels({{a, n}, n, scales, pivots, {panel, panelWidth}});
+    eliminateVariant(Elimination{{a, n}, n, scales, pivots, {panel, panelWidth}});
 }
 
 void eliminate(double* a, int n) {
-    eliminatePanels({{a, n}, n, nullptr, nullptr, {nullptr, 0}});
+    eliminateVariant(Elimination{{a, n}, n, nullptr, nullptr, {nullptr, 0}});
 }
+
+}  // namespace kernels

@@ -3,24 +3,28 @@
 #include "kernels/arithmetic.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 #include <utility>
+
+namespace kernels {
 
 // Triangular factors of the n x n matrix a, whose rows are adjacent, in place: L below the
 // diagonal, with a diagonal of 1 that is not stored, and U on and above it. Each element is
 //     a[i][j] - a[i][0] a[0][j] - a[i][1] a[1][j] - ...    over k < min(i, j), one by one,
 // and below the diagonal then divided by the pivot a[j][j].
 
-// scales[i] becomes 1 over the largest magnitude in row i; elements that are not numbers do not
-// count. false: a row of zeros.
+// scales[i] becomes 1 over the largest magnitude in row i, elements that are not numbers aside.
+// false: a row is all zero; scales from there on are not written.
 bool findScales(const double* a, int n, double* scales);
 
-// Rows are exchanged. The pivot of a column is the last of the candidates from row j down whose
-// magnitude times its scale is largest; one that is not a number is none, and row j is it where
-// there is no other. A pivot of 0 becomes 1e-20 (for int it stays). One reciprocal and products
-// stand for the quotients: the two differ in the last bit. Row i of the factors is row pivots[i] of
-// the input; scales go along with their rows and are without meaning afterwards. panel is scratch
-// for panelWidth n elements: the columns that are searched for pivots, close together.
+// Rows are exchanged. The pivot of a column is the last of the elements from row j down whose
+// magnitude times its scale is largest; one that is not a number is not a candidate, and without
+// any candidate the pivot is in row j. A pivot of 0 becomes 1e-20 (for int it stays). Elements are
+// multiplied by one reciprocal instead of divided: the two differ in the last bit. Row i of the
+// factors is row pivots[i] of the input; scales move with their rows and are meaningless
+// afterwards. panel is scratch for panelWidth n elements: the columns searched for pivots, close
+// together.
 inline constexpr int panelWidth = 8;
 void eliminate(double* a, int n, double* scales, int* pivots, double* panel);
 
@@ -113,3 +117,5 @@ inline void eliminate(int* a, int n, int* scales, int* pivots, int* /*panel*/) {
 inline void eliminate(int* a, int n) {
     plain::eliminate(a, n);
 }
+
+}  // namespace kernels

@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <utility>
 
+namespace kernels {
+
 // The butterflies of a block, four quarters that become one: f0 to f3 are the elements at one
 // offset into the quarters, g0 to g3 those at its mirror image, the length of a quarter less the
 // offset. Vectors take several offsets, or several blocks, side by side.
@@ -356,3 +358,5 @@ void hartley(double* f, int n, int normalise) {
         hartleyVariant(f, n, normalise);
     }
 }
+
+}  // namespace kernels

@@ -2,6 +2,8 @@
 
 #include <array>
 
+namespace kernels {
+
 // Tables of the fast Hartley transform. Row i belongs to the angle a = pi / 2^(i + 1):
 //     halfSecantTable  1 / (2 cos a)   from row 2 on
 //     cosineTable      cos a
@@ -107,3 +109,5 @@ constexpr HartleyTable sineTable = {
     1.1703344634137277e-08,
     5.8516723170686385e-09,
 };
+
+}  // namespace kernels

@@ -7,6 +7,8 @@
 #include <bit>
 #include <cstddef>
 
+namespace kernels {
+
 // The twiddles of the stage of a Hartley transform that joins transforms of length 2^k: sine and
 // cosine of t pi / 2^(k + 1) for t = 1 .. 2^(k - 1).
 
@@ -43,12 +45,11 @@ private:
     HartleyTable cosineWork = cosineTable;
 };
 
-// The same values in another order, many at a time. With d the largest power of two in t, the
-// recursion makes the pair at t from those at t - d and t + d, but for t = d, where it takes the
-// tables' own; and neither the rows nor the values of stage k change when t is a multiple of 2^m
-// and is looked at as t / 2^m in stage k - m. So between two multiples of a power of two, which the
-// recursion of an earlier stage steps through, lies a run of pairs that is made from the two by
-// halving their distance again and again.
+// The same values in another order, many at a time. With d the largest power of two that divides t,
+// the recursion makes the pair at t from those at t - d and t + d, except at t = d, where it takes
+// that of the tables. For t a multiple of 2^m, rows and values in stage k are those of t / 2^m in
+// stage k - m. So the recursion of an earlier stage steps through the multiples of a power of two,
+// and the run of pairs between two of them is made by halving their distance again and again.
 struct TwiddleRun {
     static constexpr int longest = 512;
 
@@ -99,3 +100,5 @@ template <int lanes>
         }
     }
 }
+
+}  // namespace kernels

@@ -3,6 +3,9 @@
 #include "kernels/vectors.h"
 
 #include <algorithm>
+#include <cstddef>
+
+namespace kernels {
 
 // A tile of c, rows x vectors, stays in registers while k runs: with 8 x 3 vectors of AVX-512 a
 // term takes 3 loads of b and 8 of a for 24 products and 24 sums, where two of each kind are done a
@@ -17,12 +20,16 @@ static constexpr int tileRows = lanes == 8 ? 8 : 4;
 template <int lanes>
 static constexpr int tileVectors = lanes == 8 ? 3 : 2;
 
+namespace {
+
 enum class Sign { plus, minus };
 
 template <int lanes>
 struct Panel {
     alignas(64) double terms[std::size_t{blockDepth} * tileVectors<lanes> * lanes];
 };
+
+}  // namespace
 
 // The sums of a tile of c take the products of `depth` terms.
 template <int lanes, Sign sign, int rows, int vectors>
@@ -92,7 +99,7 @@ template <int lanes, Sign sign, int vectors>
     addTermsToRows<lanes, sign, tileRows<lanes>, vectors>(a, panel.terms, depth, rows, c);
 }
 
-// The same for fewer columns than a vector has lanes. The lanes beyond hold sums that nobody wants.
+// The same for fewer columns than a vector has lanes. The lanes beyond hold unused sums.
 template <int lanes, Sign sign>
 [[gnu::always_inline]] static inline void addNarrowStrip(Panel<lanes>& panel, Block<const double> a,
                                                          Block<const double> b, int rows, int depth,
@@ -169,3 +176,5 @@ void subtractProduct(Block<const double> a, Block<const double> b, int rows, int
                      Block<double> c) {
     subtractVariant(a, b, rows, depth, cols, c);
 }
+
+}  // namespace kernels

@@ -3,6 +3,8 @@
 #include "kernels/Block.h"
 #include "kernels/arithmetic.h"
 
+namespace kernels {
+
 // Products of matrices, (rows x depth)(depth x cols). Each element takes its products one at a time
 // in ascending k:
 //     multiply           c[i][j] = 0 + a[i][0] b[0][j] + a[i][1] b[1][j] + ...
@@ -46,3 +48,5 @@ inline void multiply(Block<const int> a, Block<const int> b, int rows, int depth
                      Block<int> c) {
     plain::multiply(a, b, rows, depth, cols, c);
 }
+
+}  // namespace kernels

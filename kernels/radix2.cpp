@@ -10,6 +10,8 @@
 #include <numbers>
 #include <utility>
 
+namespace kernels {
+
 static void reverseBits(double* re, double* im, int n) {
     int reversed = 0;
     for (int i = 0; i < n - 1; ++i) {
@@ -60,7 +62,7 @@ void plain::radix2(double* re, double* im, int n, double sign) {
     }
 }
 
-// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) tells the twiddles.
+// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles.
 template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void butterflies(Vector<lanes> (&x)[std::size_t{1} << stages],
                                                       Vector<lanes> (&y)[std::size_t{1} << stages],
@@ -83,7 +85,7 @@ template <int lanes, int stages, typename Twiddle>
 }
 
 // Runs some stages between rows that lie `row` apart, on `columns` columns from re and im on.
-// twiddle(run, j, ur, ui) tells the twiddles at column j.
+// twiddle(run, j, ur, ui) sets the twiddles at column j.
 template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void joinRows(double* re, double* im, std::ptrdiff_t row,
                                                    std::ptrdiff_t columns, double scale,
@@ -157,6 +159,8 @@ template <int lanes, int stages>
     }
 }
 
+namespace {
+
 // Bit reversal and the first three stages take one pass, tile by tile. Of an index, let r be the
 // first three bits, s the last three and q those between: a tile is the 8 x 8 elements of one q,
 // and goes to the place of the tile of reversed q, its rows r becoming its columns and the other
@@ -165,6 +169,8 @@ template <int lanes, int stages>
 struct Tile {
     alignas(64) double re[8][8], im[8][8];
 };
+
+}  // namespace
 static constexpr int reversedOfThree[8] = {0, 4, 2, 6, 1, 5, 3, 7};
 
 template <int lanes>
@@ -280,3 +286,5 @@ void radix2(double* re, double* im, int n, double sign) {
         radix2Variant(re, im, n, sign);
     }
 }
+
+}  // namespace kernels

@@ -11,6 +11,8 @@
 #include <numbers>
 #include <utility>
 
+namespace kernels {
+
 // The twiddles of the stages of a power-of-two transform, each as the recurrence of its stage gives
 // it: (ur, ui) = exp(i pi j / half), j ascending, from cosine and sine of pi / half.
 
@@ -23,7 +25,7 @@ struct Stage {
     double re[parts], im[parts];  // twiddle p half / 16; p itself in a shorter stage
 };
 
-static constexpr Stage stageOf(int half) {
+constexpr Stage stageOf(int half) {
     const double theta = std::numbers::pi / half;
     Stage stage{cosine(theta), sine(theta), {1.0}, {0.0}};
     const int steps = std::max(half / Stage::parts, 1);
@@ -43,13 +45,13 @@ static constexpr Stage stageOf(int half) {
 // For stages up to 2^16 the compiler runs the recurrence, for each in an evaluation of its own, as
 // it limits the steps of one.
 template <std::size_t log2half>
-static constexpr Stage shortStage = stageOf(1 << log2half);
+inline constexpr Stage shortStage = stageOf(1 << log2half);
 
 template <std::size_t... log2halves>
-static constexpr auto allShortStages(std::index_sequence<log2halves...> /*unused*/) {
+constexpr auto allShortStages(std::index_sequence<log2halves...> /*unused*/) {
     return std::array{shortStage<log2halves>...};
 }
-static constexpr auto shortStages = allShortStages(std::make_index_sequence<17>());
+constexpr auto shortStages = allShortStages(std::make_index_sequence<17>());
 
 // The twiddles of two or three stages, from `half` on, that run in one pass over memory. At j,
 // stage g of them takes the twiddles j + k half, k < 2^g: runs over j that are numbered 2^g - 1 +
@@ -97,7 +99,7 @@ struct TwiddleTable {
     double re[size] = {}, im[size] = {};
 };
 
-static constexpr TwiddleTable makeTwiddleTable() {
+constexpr TwiddleTable makeTwiddleTable() {
     TwiddleTable table;
     for (int half = 1; half < TwiddleTable::size; half *= 2) {
         const double theta = std::numbers::pi / half, c = cosine(theta), s = sine(theta);
@@ -112,11 +114,11 @@ static constexpr TwiddleTable makeTwiddleTable() {
     }
     return table;
 }
-static constexpr TwiddleTable twiddleTable = makeTwiddleTable();
+constexpr TwiddleTable twiddleTable = makeTwiddleTable();
 
 // Takes all chains on by `columns` twiddles.
 template <int lanes, int stages>
-[[gnu::always_inline]] static inline void advance(Chains<stages>& chains) {
+[[gnu::always_inline]] inline void advance(Chains<stages>& chains) {
     const auto columns = chains.columns;
     for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
         for (int q = 0; q < chains.parts * chains.runs; q += lanes) {
@@ -145,3 +147,5 @@ template <int lanes, int stages>
         }
     }
 }
+
+}  // namespace kernels

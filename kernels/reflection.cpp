@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace kernels {
+
 // result[j] += x_0 b_0j, then x_1 b_1j and so on, for `count` rows of b. The first and the last
 // vector of the result, wherever they lie, overlap those between them, which are whole cache lines:
 // they are computed before those, and stored after them.
@@ -144,3 +146,5 @@ void addOuterProduct(const double* x, std::ptrdiff_t step, const double* y, doub
                      std::ptrdiff_t stride, int rows, int cols) {
     addOuterProductVariant(x, step, y, a, stride, rows, cols);
 }
+
+}  // namespace kernels

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // The products of which reflections of a matrix consist. Element (k, j) of the rows x cols matrix a
 // is a[k * stride + j]; element k of the vector x is x[k * step]. Operands do not overlap.
 namespace plain {
@@ -59,3 +61,5 @@ void addOuterProduct(const double* x, std::ptrdiff_t step, const double* y, doub
 using plain::addOuterProduct;
 using plain::columnSums;
 using plain::rowSums;
+
+}  // namespace kernels

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace kernels {
+
 // The last vector overlaps the one before it: it is loaded before that is stored.
 template <int lanes>
 [[gnu::always_inline]] static inline void rotateVectors(double* x, double* y, int length, double c,
@@ -46,6 +48,8 @@ template <int lanes>
         *vectorsAt<lanes>(to + r * toStride) = square[r];
     }
 }
+
+namespace {
 
 // Rows of a, lanes * groups of them, as a panel: its columns are adjacent and stand one after
 // another, and a rotation is of vectors of rows.
@@ -111,6 +115,8 @@ struct RotationPanel {
     }
 };
 
+}  // namespace
+
 // A rotation depends on the one before it, by a product and a difference of six to eight cycles:
 // four vectors of rows side by side fill them. Rows that are left over make smaller panels.
 template <int lanes, int groups = 4>
@@ -154,3 +160,5 @@ void rotateColumns(double* a, int rows, int cols, const RotationRun* runs, int r
     rotateColumnsVariant(a, rows, cols, runs, runCount, rotations,
                          panel + (panelMargin - beyond) % panelMargin);
 }
+
+}  // namespace kernels

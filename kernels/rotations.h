@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // Takes a pair (x, y) to (x c + y s, y c - x s).
 template <typename T>
 struct PlaneRotation {
@@ -46,8 +48,8 @@ void rotateColumns(T* a, int rows, int cols, const RotationRun* runs, int runCou
 
 }  // namespace plain
 
-// The columns of a are rotated in panels of this many rows, for which panel has room and
-// panelMargin elements more.
+// Columns are rotated in panels of this many rows; `panel` has room for one and for panelMargin
+// elements more.
 inline constexpr int panelRows = 32, panelMargin = 8;
 
 // The fast forms for double.
@@ -58,3 +60,5 @@ void rotateColumns(double* a, int rows, int cols, const RotationRun* runs, int r
 // For int the plain loops are the only ones.
 using plain::rotateColumns;
 using plain::rotateRows;
+
+}  // namespace kernels

@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // Lanes in another order.
 
 // The last lane comes first.
@@ -53,3 +55,5 @@ template <int lanes>
         }
     }
 }
+
+}  // namespace kernels

@@ -3,6 +3,8 @@
 #include "kernels/shuffles.h"
 #include "kernels/vectors.h"
 
+namespace kernels {
+
 void plain::multiplySpectra(double* re, double* im, const double* factorRe, const double* factorIm,
                             int n) {
     for (int i = 0; i < n; ++i) {
@@ -82,3 +84,5 @@ FENDRA_VARIANTS(pairVariant, pairInVectors)
 void pairSpectra(double* re, double* im, int n, int sense) {
     pairVariant(re, im, n, sense);
 }
+
+}  // namespace kernels

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+namespace kernels {
+
 // Right-hand sides are computed side by side, a sum of each in a lane. A row of the factors waits
 // for the last element of the one before it, so it cannot share its loads of b with another row:
 // with AVX-512 the second cache, which gives a vector a cycle, holds the sums back to half of what
@@ -27,6 +29,8 @@ template <int lanes, int vectors, bool choosing>
         }
     }
 }
+
+namespace {
 
 // A group of vectors * lanes right-hand sides.
 template <int lanes, int vectors>
@@ -55,6 +59,8 @@ struct Group {
         }
     }
 };
+
+}  // namespace
 
 template <int lanes, int vectors>
 [[gnu::always_inline]] static inline void substituteGroup(const double* a, int n, Block<double> b) {
@@ -116,3 +122,5 @@ FENDRA_VARIANTS(substituteVariant, substituteAll)
 void substitute(const double* a, int n, Block<double> b, int count) {
     substituteVariant(a, n, b, count);
 }
+
+}  // namespace kernels

@@ -5,17 +5,19 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // The solution of L U x = b takes the place of b, for `count` right-hand sides next to each other:
 // the columns of a block of n rows. a holds the factors as eliminate leaves them. Sums run over
 // ascending k:
 //     forward     b[i] - a[i][f] b[f] - ... - a[i][i - 1] b[i - 1]
 //     backward    (b[i] - a[i][i + 1] b[i + 1] - ... - a[i][n - 1] b[n - 1]) / a[i][i]
 // where b[f] is the first element that is not 0. The zeros that lead b stay as they are and form no
-// product, so neither a sign of theirs nor an infinite element of L beside them comes in.
+// product, so neither their sign nor an infinite element of L beside them has an effect.
 void substitute(const double* a, int n, Block<double> b, int count);
 
-// Many right-hand sides go fastest as blocks of so many, without gaps.
-static constexpr int substitutionWidth = 32;
+// Many right-hand sides are solved fastest in blocks of this width, without gaps.
+inline constexpr int substitutionWidth = 32;
 
 namespace plain {
 template <typename T>
@@ -45,3 +47,5 @@ void substitute(const T* a, int n, Block<T> b, int count) {
 inline void substitute(const int* a, int n, Block<int> b, int count) {
     plain::substitute(a, n, b, count);
 }
+
+}  // namespace kernels

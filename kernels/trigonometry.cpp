@@ -2,6 +2,8 @@
 
 #include "kernels/vectors.h"
 
+namespace kernels {
+
 void plain::sinesAndCosines(const double* angles, int count, double* sines, double* cosines) {
     for (int i = 0; i < count; ++i) {
         sineAndCosine<1>(angles[i], sines[i], cosines[i]);
@@ -27,3 +29,5 @@ FENDRA_VARIANTS(sinesAndCosinesVariant, vectorsOfAngles)
 void sinesAndCosines(const double* angles, int count, double* sines, double* cosines) {
     sinesAndCosinesVariant(angles, count, sines, cosines);
 }
+
+}  // namespace kernels

@@ -2,6 +2,8 @@
 
 #include "kernels/vectors.h"
 
+namespace kernels {
+
 // Sine and cosine of angles from -2 pi to 2 pi, in radians.
 //
 // The angle loses the nearest multiple of pi/2 in three parts (W. J. Cody, W. Waite, Software
@@ -12,7 +14,7 @@
 // Dekker, Numer. Math. 18 (1971) 224-242). So a result is wrong by the half ulp of its last sum and
 // some hundredths: by 0.512 ulp at most on 1e7 angles q pi/n with q < 2n < 2^30.
 //
-// There are sums, differences and products alone, so the bits are the same everywhere.
+// Only sums, differences and products are used, so the bits are the same everywhere.
 
 // Of `lanes` angles side by side, or of one.
 template <int lanes>
@@ -38,7 +40,7 @@ template <int lanes>
     const Real parabola = 1.0 - 0.5 * headSquare, power = fourth * headSquare * headSquare;
     const Real cosineSum = parabola + power;
 
-    // The other terms, behind r^3 and r^4: 1/5!, -1/7!, .. and -1/6!, 1/8!, ..
+    // The other terms, after r^3 and r^4: 1/5!, -1/7!, .. and -1/6!, 1/8!, ..
     constexpr double odd[] = {
         1 / 120.0,        -1 / 5040.0,          1 / 362880.0,         -1 / 39916800.0,
         1 / 6227020800.0, -1 / 1307674368000.0, 1 / 355687428096000.0};
@@ -87,3 +89,5 @@ void sinesAndCosines(const double* angles, int count, double* sines, double* cos
 namespace plain {
 void sinesAndCosines(const double* angles, int count, double* sines, double* cosines);
 }
+
+}  // namespace kernels

@@ -2,11 +2,13 @@
 
 #include "kernels/InstructionSet.h"
 
+namespace kernels {
+
 // `lanes` doubles side by side, with the operators of one; one lane is a double. They are meant for
-// registers, and in memory they may lie anywhere that a double may.
+// registers; in memory they need the alignment of a double only.
 //
-// Vectors are local variables and memory only. A function that took or returned one would have
-// another binary interface on each instruction set.
+// Vectors are local variables or lie in memory, never parameters or results of a function: its
+// binary interface would depend on the instruction set.
 template <int lanes>
 struct VectorOf {
     using type [[gnu::vector_size(lanes * sizeof(double))]] = double;
@@ -34,6 +36,8 @@ template <int lanes>
     return reinterpret_cast<VectorInMemory<lanes>*>(p);
 }
 
+}  // namespace kernels
+
 // Defines the static function `kernel`, which runs body<lanes>(arguments...) on the instruction set
 // in use, translated for each of them. `body` is a template over the number of lanes and forced
 // inline, as is all that it calls with vectors.
@@ -50,10 +54,10 @@ template <int lanes>
     }                                                                               \
     template <typename... Arguments>                                                \
     static void kernel(Arguments... arguments) {                                    \
-        switch (instructionSet()) {                                                 \
-            case InstructionSet::avx512:                                            \
+        switch (kernels::instructionSet()) {                                        \
+            case kernels::InstructionSet::avx512:                                   \
                 return kernel##Avx512(arguments...);                                \
-            case InstructionSet::avx2:                                              \
+            case kernels::InstructionSet::avx2:                                     \
                 return kernel##Avx2(arguments...);                                  \
             default:                                                                \
                 return body<2>(arguments...);                                       \

@@ -5,8 +5,8 @@
 #include "matrix/RotationQueue.h"
 
 // Implicit QR iteration on the bidiagonal form B, of which w[i] is element (i, i) and e[i] element
-// (i - 1, i): rotations from both sides, which U and V take up, make it diagonal from below.
-// They take no part in the iteration, so their rotations may wait.
+// (i - 1, i): rotations from both sides make it diagonal from below, and are applied to U and V.
+// The iteration does not read these, so their rotations may be applied later.
 template <typename T>
 struct BidiagonalIteration {
     const Matrix<T>& matrix;  // its hypotenuse is the one in use
@@ -16,8 +16,8 @@ struct BidiagonalIteration {
     T* e;
     T norm;
 
-    // Makes w[k] a singular value but for its sign, after those of higher index, and then leaves it
-    // and columns k of U and V alone. false: not within the limit.
+    // Makes w[k] a singular value up to its sign, after those of higher index; from then on it and
+    // columns k of U and V do not change. false: not within the limit.
     bool findValue(int k) {
         for (int pass = 1;; ++pass) {
             const int l = splitAbove(k);
@@ -35,9 +35,11 @@ private:
     static constexpr int passLimit = 30;  // the last one has no sweep
 
     // NaN is not negligible.
-    [[nodiscard]] bool negligible(T value) const { return sum(magnitude(value), norm) == norm; }
+    [[nodiscard]] bool negligible(T value) const {
+        return kernels::sum(kernels::magnitude(value), norm) == norm;
+    }
 
-    // The first row l of the lowest block, l <= k, that takes no part in what is above it: e[l] is
+    // The first row l, l <= k, of the lowest block that is separate from those above: e[l] is
     // negligible, or a zero above it lets it be cancelled.
     int splitAbove(int k) {
         for (int l = k; l > 0; --l) {
@@ -58,7 +60,8 @@ private:
     // left, and the rotation before it serves the next element too, of which s e[i] is then no
     // element of B: where that one is much larger, the product misses by about s.
     void cancel(int l, int k) {
-        PlaneRotation<T> rotation{1, 1};
+        using kernels::negative, kernels::product, kernels::quotient;
+        kernels::PlaneRotation<T> rotation{1, 1};
         for (int i = l; i <= k; ++i) {
             const T f = product(rotation.s, e[i]);
             e[i] = product(rotation.c, e[i]);
@@ -76,6 +79,8 @@ private:
     // The first element of the shifted B^T B over w[l], where the shift is the eigenvalue of the
     // lower right 2 x 2 of B^T B that is nearer to its last element.
     [[nodiscard]] T shiftedStart(int l, int k) const {
+        using kernels::difference, kernels::negative, kernels::product, kernels::quotient,
+            kernels::sum;
         const T x = w[l], y = w[k - 1], z = w[k], g = e[k - 1], h = e[k];
         T f = quotient(sum(differenceOfSquares(y, z), differenceOfSquares(g, h)),
                        product(product(T(2), h), y));
@@ -85,14 +90,17 @@ private:
                         x);
     }
 
-    static T differenceOfSquares(T a, T b) { return product(difference(a, b), sum(a, b)); }
+    static T differenceOfSquares(T a, T b) {
+        return kernels::product(kernels::difference(a, b), kernels::sum(a, b));
+    }
 
     // One sweep over the block from l to k: the rotation that starts from f puts an element outside
     // of the bidiagonal form, and those that follow chase it down and out.
     void sweep(int l, int k, T f) {
-        PlaneRotation<T> rotation{1, 1};
-        PlaneRotation<T>* right = v.append({l, l + 1, k - l});
-        PlaneRotation<T>* left = u.append({l, l + 1, k - l});
+        using kernels::difference, kernels::product, kernels::quotient, kernels::sum;
+        kernels::PlaneRotation<T> rotation{1, 1};
+        kernels::PlaneRotation<T>* right = v.append({l, l + 1, k - l});
+        kernels::PlaneRotation<T>* left = u.append({l, l + 1, k - l});
         T& c = rotation.c;
         T& s = rotation.s;
         T x = w[l];

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using kernels::difference, kernels::sum;
+
 template <typename T>
 int Matrix<T>::resizeKeep(int rows, int cols) {
     const int oldRows = this->rowCount;
@@ -80,8 +82,9 @@ Matrix<T>& Matrix<T>::mulAssign(const Matrix& other) {
 template <typename T>
 static void multiplyRows(const MatrixStore<T>& left, const MatrixStore<T>& right,
                          MatrixStore<T>& result) {
-    ::multiply({left.dataBlock, left.colCount}, {right.dataBlock, right.colCount}, left.rowCount,
-               left.colCount, right.colCount, {result.dataBlock, result.colCount});
+    kernels::multiply({left.dataBlock, left.colCount}, {right.dataBlock, right.colCount},
+                      left.rowCount, left.colCount, right.colCount,
+                      {result.dataBlock, result.colCount});
 }
 
 template <typename T>

@@ -4,6 +4,12 @@
 #include "matrix/Vector.h"
 
 #include <algorithm>
+#include <cstddef>
+
+using kernels::difference, kernels::magnitude, kernels::negative, kernels::product,
+    kernels::quotient, kernels::squareRoot, kernels::sum;
+
+namespace {
 
 // The reflection I + x x^T / h, which takes scale x to scale g times the first unit vector. With
 // scale 0 there is none.
@@ -13,6 +19,8 @@ struct Reflection {
     T g = 0;
     T h = 0;
 };
+
+}  // namespace
 
 // count elements of a row or column, a stride apart, become the vector x of their reflection.
 // Divided by the sum of their magnitudes before they are squared, they do not overflow.
@@ -49,11 +57,11 @@ static T reflectColumn(T* const* a, int m, int n, int i, T* factors) {
     if (reflection.scale == T(0)) {
         return 0;
     }
-    columnSums(column, n, column + 1, n, rows, cols, factors + l);
+    kernels::columnSums(column, n, column + 1, n, rows, cols, factors + l);
     for (int j = l; j < n; ++j) {
         factors[j] = quotient(factors[j], reflection.h);
     }
-    addOuterProduct(column, n, factors + l, column + 1, n, rows, cols);
+    kernels::addOuterProduct(column, n, factors + l, column + 1, n, rows, cols);
     for (int k = i; k < m; ++k) {
         a[k][i] = product(a[k][i], reflection.scale);
     }
@@ -77,8 +85,8 @@ static T reflectRow(T* const* a, int m, int n, int i, T* quotients) {
     T sums[block];
     for (int j = l; j < m; j += block) {
         const int rows = std::min(block, m - j);
-        rowSums(a[j] + l, n, rows, cols, row, sums);
-        addOuterProduct(sums, 1, quotients + l, a[j] + l, n, rows, cols);
+        kernels::rowSums(a[j] + l, n, rows, cols, row, sums);
+        kernels::addOuterProduct(sums, 1, quotients + l, a[j] + l, n, rows, cols);
     }
     for (int k = 0; k < cols; ++k) {
         row[k] = product(row[k], reflection.scale);
@@ -113,8 +121,8 @@ static void accumulateRows(const T* const* u, int n, const T* above, T* const* v
                 // In this order: the product of the divisors could underflow.
                 v[j][i] = quotient(quotient(u[i][j], u[i][l]), above[l]);
             }
-            columnSums(u[i] + l, 1, v[l] + l, n, order, order, v[i] + l);
-            addOuterProduct(v[l] + i, n, v[i] + l, v[l] + l, n, order, order);
+            kernels::columnSums(u[i] + l, 1, v[l] + l, n, order, order, v[i] + l);
+            kernels::addOuterProduct(v[l] + i, n, v[i] + l, v[l] + l, n, order, order);
         }
         for (int j = l; j < n; ++j) {
             v[i][j] = v[j][i] = 0;
@@ -133,11 +141,11 @@ static void accumulateColumns(T* const* u, int m, int n, const T* diagonal) {
         if (diagonal[i] != T(0)) {
             const T reciprocal = quotient(T(1), diagonal[i]);
             if (l < n) {
-                columnSums(u[l] + i, n, u[l] + l, n, m - l, n - l, factors + l);
+                kernels::columnSums(u[l] + i, n, u[l] + l, n, m - l, n - l, factors + l);
                 for (int j = l; j < n; ++j) {
                     factors[j] = product(quotient(factors[j], u[i][i]), reciprocal);
                 }
-                addOuterProduct(u[l] + i, n, factors + l, u[l] + l, n, m - l, n - l);
+                kernels::addOuterProduct(u[l] + i, n, factors + l, u[l] + l, n, m - l, n - l);
             }
             for (int j = l; j < n; ++j) {
                 u[i][j] = sum(T(0), product(factors[j], u[i][i]));

@@ -20,7 +20,7 @@ static void solveRows(const SquareMatrix<T>& factors, const Vector<int>& pivots,
             panel.rowTable[i][j] = left[j][pivots.colCount == 0 ? i : pivots.dataBlock[i]];
         }
     }
-    substitute(factors.dataBlock, n, {panel.dataBlock, panel.colCount}, count);
+    kernels::substitute(factors.dataBlock, n, {panel.dataBlock, panel.colCount}, count);
     for (int j = 0; j < count; ++j) {
         for (int i = 0; i < n; ++i) {
             result[j][i] = panel.rowTable[i][j];
@@ -28,7 +28,7 @@ static void solveRows(const SquareMatrix<T>& factors, const Vector<int>& pivots,
     }
 }
 
-// X right = left says that the transpose of right takes each row of X to that row of left.
+// X right = left means that the transpose of right takes each row of X to the same row of left.
 template <typename T>
 int Matrix<T>::divide(const Matrix& left, const Matrix& right, bool pivot) {
     const int n = right.getCols();
@@ -37,7 +37,7 @@ int Matrix<T>::divide(const Matrix& left, const Matrix& right, bool pivot) {
     }
     SquareMatrix<T> factors(n);
     Vector<int> pivots;
-    Matrix panel(n, substitutionWidth);
+    Matrix panel(n, kernels::substitutionWidth);
     if (factors.errorFlag != 0 || (pivot && pivots.resize(1, n) != 1) || panel.errorFlag != 0) {
         return 0;
     }
@@ -53,9 +53,10 @@ int Matrix<T>::divide(const Matrix& left, const Matrix& right, bool pivot) {
     if (this != &left && this->resize(left.getRows(), n) != 1) {
         return 0;
     }
-    for (int i = 0; i < this->rowCount; i += substitutionWidth) {
+    for (int i = 0; i < this->rowCount; i += kernels::substitutionWidth) {
         solveRows(factors, pivots, left.rowTable + i,
-                  std::min(substitutionWidth, this->rowCount - i), panel, this->rowTable + i);
+                  std::min(kernels::substitutionWidth, this->rowCount - i), panel,
+                  this->rowTable + i);
     }
     return 1;
 }

@@ -2,6 +2,8 @@
 #include "matrix/Matrix.h"
 #include "matrix/Vector.h"
 
+using kernels::product, kernels::quotient;
+
 // a becomes its pseudo-inverse, as pseudoInvert has it.
 template <typename T>
 static int replaceByPseudoInverse(Matrix<T>& a) {

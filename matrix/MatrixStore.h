@@ -3,17 +3,17 @@
 #include <cstddef>
 #include <cstdint>
 
-// Storage of a dense matrix: shape, elements and an error flag. It serves as a base only; what
-// lasts is a Matrix, Vector or SquareMatrix. T is int or double.
+// Storage of a dense matrix: shape, elements and an error flag. Base class only; use Matrix, Vector
+// or SquareMatrix. T is int or double.
 //
-// Element (i, j), counted from 0, is rowTable[i][j], and there is no other access. The rows are
+// Element (i, j), counted from 0, is rowTable[i][j]; there are no other accessors. The rows are
 // adjacent in dataBlock, so the element is dataBlock[i * colCount + j] as well, and the whole
 // matrix is one flat copy. Both blocks belong to the object alone. Elements that no operation has
 // written have no defined value.
 //
 // An operation answers 1 for done or 0 for failed, and leaves errorFlag alone; one that returns the
-// object, and a constructor, reports by errorFlag instead. A set flag is a report and no state: the
-// object goes on working. Where memory is exhausted, or a shape is too large for any memory, an
+// object, and a constructor, reports by errorFlag instead. A set flag is a report, not a state: the
+// object can still be used. Where memory is exhausted, or a shape is too large for any memory, an
 // object may become empty, without rows, columns and blocks. No exception leaves an operation.
 //
 // The order of the virtual operations is fixed, in this class and in those derived from it.
@@ -65,8 +65,8 @@ public:
     // Transposes the object, in place if it is square. 0: memory exhausted, object empty.
     virtual int transpose();
 
-    // Copies count elements, but no more than the row has, to the start of the row. Neither row nor
-    // count is negative. 0: source is null, or there is no such row.
+    // Copies count elements, at most as many as the row has, to the start of the row. Neither row
+    // nor count is negative. 0: source is null, or there is no such row.
     virtual int setRow(int row, const T* source, int count);
 
 protected:

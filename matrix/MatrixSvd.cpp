@@ -3,6 +3,9 @@
 #include "matrix/Matrix.h"
 #include "matrix/Vector.h"
 
+using kernels::magnitude, kernels::negative, kernels::product, kernels::quotient,
+    kernels::squareRoot, kernels::sum;
+
 // A negative value changes its sign, and so does its column of V, which is n x n.
 template <typename T>
 static void makeNonNegative(T* values, T* const* v, int n, int first) {

@@ -5,11 +5,15 @@
 
 #include <algorithm>
 
+using kernels::negative, kernels::product, kernels::quotient, kernels::squareRoot, kernels::sum;
+
 template <typename T>
 RotationMatrix<T>::RotationMatrix(int n) : SquareMatrix<T>(n) {
     RotationMatrix::setIdentity();
 }
 
+// With the radius 0 the element is 0 already, and the identity keeps it so. The test sends NaN to
+// the quotients.
 template <typename T>
 void RotationMatrix<T>::setFromElements(const Matrix<T>& matrix, int row, int column) {
     const T x = matrix.rowTable[column][column], y = matrix.rowTable[row][column];
@@ -21,6 +25,7 @@ void RotationMatrix<T>::setFromElements(const Matrix<T>& matrix, int row, int co
     }
 }
 
+// The present rotation is dropped, not reset: its elements have been replaced by those of source.
 template <typename T>
 RotationMatrix<T>& RotationMatrix<T>::assignMatrix(const MatrixStore<T>& source) {
     this->assign(source);
@@ -45,7 +50,9 @@ int RotationMatrix<T>::applyInPlace(Matrix<T>& matrix) {
     if (matrix.getRows() != this->getCols()) {
         return 0;
     }
-    rotateRows(matrix.rowTable[q], matrix.rowTable[p], matrix.getCols(), PlaneRotation<T>{c, s});
+    // Row q first: it takes s times the other row, which is element (q, p), and row p takes -s.
+    kernels::rotateRows(matrix.rowTable[q], matrix.rowTable[p], matrix.getCols(),
+                        kernels::PlaneRotation<T>{c, s});
     return 1;
 }
 
@@ -62,6 +69,8 @@ void RotationMatrix<T>::setRotation(int first, int second, T cosine, T sine) {
     a[p][p] = a[q][q] = c;
 }
 
+// Since the rotation was set, assign or resize may have given the object another shape, in which
+// the indices lie outside.
 template <typename T>
 void RotationMatrix<T>::resetRotation() {
     if (std::min(p, q) >= 0 && std::max(p, q) < std::min(this->rowCount, this->colCount)) {

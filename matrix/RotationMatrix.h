@@ -2,8 +2,10 @@
 
 #include "matrix/SquareMatrix.h"
 
-// Plane rotation: the identity but for the elements (p, p) and (q, q), which are c, (q, p), which
-// is s, and (p, q), which is -s. From the left it mixes rows p and q of another matrix.
+#include <cstdint>
+
+// Plane rotation: the identity except for the elements (p, p) and (q, q), which are c, (q, p),
+// which is s, and (p, q), which is -s. From the left it mixes rows p and q of another matrix.
 //
 // Without a rotation p and q are -1, and c and s are 0. The inherited operations leave these four
 // alone; a rotation that was set before one of them is still the one that is applied. Indices are

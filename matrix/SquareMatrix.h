@@ -8,8 +8,8 @@
 //
 // A pivot vector chooses how a matrix is decomposed. With n elements, rows are exchanged (scaled
 // partial pivoting); empty, they stay. After the decomposition row i of L U is row pivots[i] of the
-// input. Nothing in a matrix tells that it is decomposed: it and its pivots belong together, and
-// the caller holds them so.
+// input. A matrix does not record that it is decomposed: the caller keeps it and its pivots
+// together.
 //
 // Tests against zero are exact, and a sum is subtracted term by term in the order that the
 // operation gives. For int, sums and products wrap modulo 2^32, quotients are truncated, and one by
@@ -20,7 +20,7 @@ public:
     // As in Matrix: elements without values, errorFlag reports.
     explicit SquareMatrix(int n) : Matrix<T>(n, n) {}
 
-    // resizeSquare(rows), then that many elements from source; cols is not looked at.
+    // resizeSquare(rows), then that many elements from source; cols is ignored.
     int assignArray(const T* source, int rows, int cols) override;
     // As in Matrix. 0 also for a shape that is not square, matrix unchanged.
     int resize(int rows, int cols) override;

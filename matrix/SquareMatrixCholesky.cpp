@@ -3,7 +3,10 @@
 #include "matrix/newArray.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
+
+using kernels::difference, kernels::product, kernels::quotient, kernels::squareRoot;
 
 // v minus the sum of p[k] q[k] over k < count, from the last one to the first.
 template <typename T>

@@ -14,21 +14,21 @@ int SquareMatrix<T>::luDecompose(Vector<int>& pivots) {
     const int n = this->getCols();
     const int length = pivots.length();
     if (length == 0) {
-        eliminate(this->dataBlock, n);
+        kernels::eliminate(this->dataBlock, n);
         return 1;
     }
     if (length != n) {
         return 0;
     }
-    const std::unique_ptr<T[]> work = newArray<T>((1 + std::int64_t{panelWidth}) * n);
+    const std::unique_ptr<T[]> work = newArray<T>((1 + std::int64_t{kernels::panelWidth}) * n);
     if (work == nullptr) {
         return 0;
     }
     T* scales = work.get();
-    if (!findScales(this->dataBlock, n, scales)) {
+    if (!kernels::findScales(this->dataBlock, n, scales)) {
         return -1;
     }
-    eliminate(this->dataBlock, n, scales, pivots.dataBlock, scales + n);
+    kernels::eliminate(this->dataBlock, n, scales, pivots.dataBlock, scales + n);
     return 1;
 }
 
@@ -51,7 +51,7 @@ int SquareMatrix<T>::luSolve(Vector<T>& b, const Vector<int>& pivots) const {
             return 0;
         }
     }
-    substitute(this->dataBlock, n, {b.dataBlock, 1}, 1);
+    kernels::substitute(this->dataBlock, n, {b.dataBlock, 1}, 1);
     return 1;
 }
 
@@ -68,21 +68,21 @@ int SquareMatrix<T>::invert(bool pivot) {
     }
     const auto panelAt = [&solutions, n](int first) {
         T* panel = solutions.dataBlock + std::ptrdiff_t{n} * first;
-        return Block<T>{panel, std::min(substitutionWidth, n - first)};
+        return kernels::Block<T>{panel, std::min(kernels::substitutionWidth, n - first)};
     };
     solutions.setZero();
-    for (int first = 0; first < n; first += substitutionWidth) {
-        const Block<T> panel = panelAt(first);
+    for (int first = 0; first < n; first += kernels::substitutionWidth) {
+        const kernels::Block<T> panel = panelAt(first);
         const int count = static_cast<int>(panel.stride);
         for (int j = 0; j < count; ++j) {
             panel.row(first + j)[j] = 1;
         }
-        substitute(this->dataBlock, n, panel, count);
+        kernels::substitute(this->dataBlock, n, panel, count);
     }
     // The factors have served.
     for (int i = 0; i < n; ++i) {
         for (int j = 0; j < n; ++j) {
-            const int panel = j - j % substitutionWidth;
+            const int panel = j - j % kernels::substitutionWidth;
             this->rowTable[i][pivot ? pivots.dataBlock[j] : j] = panelAt(panel).row(i)[j - panel];
         }
     }

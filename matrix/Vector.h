@@ -4,7 +4,7 @@
 
 // Matrix of one row or one column. Element i is dataBlock[i] in either orientation, which follows
 // from the shape: 1 x n is a row, n x 1 a column; one element alone, and the empty vector, count as
-// columns. assign and resizeKeep accept any shape, of which length then tells the rows.
+// columns. assign and resizeKeep accept any shape; length then gives the number of rows.
 //
 // Vector<int> holds the pivots of SquareMatrix. column is 0 for a row, anything else for a column.
 template <typename T>
@@ -36,7 +36,7 @@ public:
     // A copy of the elements, which the caller releases by delete[]. Null: memory exhausted.
     virtual T* toArray() const;
 
-    // Copies the leading elements to, or from, a caller's array: count of them, but no more than
+    // Copies the leading elements to, or from, a caller's array: count of them, at most as many as
     // the vector has. count is not negative. 0: no array.
     virtual int copyTo(T* destination, int count) const;
     virtual int copyFrom(const T* source, int count);

@@ -18,25 +18,24 @@ static void foldInTime(const double* a, int L, const double* b, int S, double* r
     double* w = extended.data();
     std::copy_n(a + (L - S), S, w);
     std::copy_n(a, L, w + S);
-    convolve(w, b, L, S, result);
+    kernels::convolve(w, b, L, S, result);
 }
 
 static void foldInFrequency(const double* a, int L, const double* b, int S, double* result,
                             int resultLength) {
-    const auto N = static_cast<std::size_t>(L) + static_cast<std::size_t>(S);
-    std::vector<double> aRe(N), aIm(N), bRe(N), bIm(N);
+    const auto size = static_cast<std::size_t>(L);
+    std::vector<double> aRe(size), aIm(size), bRe(size), bIm(size);
     std::copy_n(a, L, aRe.data());
     std::copy_n(b, S, bRe.data());
 
     FourierTransform fourier;
     fourier.transform(aRe.data(), aIm.data(), L, -1);
     fourier.transform(bRe.data(), bIm.data(), L, -1);
-    multiplySpectra(aRe.data(), aIm.data(), bRe.data(), bIm.data(), L);
+    kernels::multiplySpectra(aRe.data(), aIm.data(), bRe.data(), bIm.data(), L);
     fourier.transform(aRe.data(), aIm.data(), L, +1);
 
-    const auto capacity = static_cast<std::size_t>(resultLength);
-    double* end = std::copy_n(aRe.data(), std::min(capacity, N), result);
-    std::fill(end, result + capacity, 0.0);
+    double* end = std::copy_n(aRe.data(), L, result);
+    std::fill(end, result + resultLength, 0.0);
 }
 
 int FoldEngine::fold(const double* first, int firstLength, const double* second, int secondLength,

@@ -19,7 +19,7 @@
 static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, const double* backwards,
                                 int N) {
     double* lags = R.rowTable[0];
-    convolveCausal(backwards, h, N, lags);
+    kernels::convolveCausal(backwards, h, N, lags);
     std::reverse(lags, lags + N);
     for (int i = 1; i < N; ++i) {
         R.rowTable[i][0] = lags[i];
@@ -31,8 +31,8 @@ static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, const 
 static void makePseudoIdentity(const double* f, const double* h, int N, std::vector<double>& c) {
     const std::vector<double> fBackwards(std::reverse_iterator(f + N), std::reverse_iterator(f));
     const std::vector<double> hBackwards(std::reverse_iterator(h + N), std::reverse_iterator(h));
-    convolveCausal(f, h, N, c.data());
-    convolveCausal(hBackwards.data(), fBackwards.data(), N - 1, c.data() + N);
+    kernels::convolveCausal(f, h, N, c.data());
+    kernels::convolveCausal(hBackwards.data(), fBackwards.data(), N - 1, c.data() + N);
     std::reverse(c.begin() + N, c.end());
 }
 

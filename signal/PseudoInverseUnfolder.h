@@ -11,7 +11,7 @@
 // impulse at N - 1 delays by N - 1 samples and that mode by one more: under the period N by none.
 // So a periodic convolution without lag comes back in place.
 //
-// c is the pseudo-identity: how far it is from the impulse is what the deviations tell.
+// c is the pseudo-identity; the deviations measure how far it is from the impulse.
 class PseudoInverseUnfolder {
 public:
     // Results of a run that returned 1.

@@ -15,8 +15,10 @@
 static constexpr int longestChirp = 1 << 29;
 static constexpr int anglesAtOnce = 256;
 
-// The arrays of one transform in one piece of memory: data and conjugate chirp of m elements, a
-// multiple of a cache line, where all of them start; the chirp of n.
+namespace {
+
+// The arrays of one transform in one piece of memory: data and conjugate chirp of m elements, then
+// the chirp of n. m elements fill whole cache lines, so that each array starts with one.
 class WorkArrays {
 public:
     double *dataRe, *dataIm, *conjugateRe, *conjugateIm, *chirpRe, *chirpIm;
@@ -45,6 +47,8 @@ private:
     std::unique_ptr<double[]> block;
 };
 
+}  // namespace
+
 void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
     if (n > longestChirp) {
         throw std::bad_alloc();
@@ -55,7 +59,7 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
 
     std::copy_n(re, n, work.dataRe);
     std::copy_n(im, n, work.dataIm);
-    multiplySpectra(work.dataRe, work.dataIm, work.chirpRe, work.chirpIm, n);
+    kernels::multiplySpectra(work.dataRe, work.dataIm, work.chirpRe, work.chirpIm, n);
     std::fill(work.dataRe + n, work.dataRe + m, 0.0);
     std::fill(work.dataIm + n, work.dataIm + m, 0.0);
 
@@ -67,14 +71,14 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
 
     // Sample n + k of the convolution takes the chirp at indices 1 to 2 n - 1 only: no negative
     // index is needed, and nothing wraps round. So the transform is the block that starts at n,
-    // where the chirp is that from 0 on but for its sign.
+    // where the chirp equals that from 0 on except for its sign.
     if (n % 2 != 0) {
         std::transform(work.chirpRe, work.chirpRe + n, work.chirpRe, std::negate());
         std::transform(work.chirpIm, work.chirpIm + n, work.chirpIm, std::negate());
     }
     std::copy_n(work.dataRe + n, n, re);
     std::copy_n(work.dataIm + n, n, im);
-    multiplySpectra(re, im, work.chirpRe, work.chirpIm, n);
+    kernels::multiplySpectra(re, im, work.chirpRe, work.chirpIm, n);
     if (sign > 0) {
         const double scale = 1.0 / n;
         std::for_each_n(re, n, [scale](double& value) { value *= scale; });
@@ -98,7 +102,7 @@ void FourierTransform::makeChirp(double* chirpRe, double* chirpIm, int n, int m,
                 q -= period;
             }
         }
-        sinesAndCosines(angles, count, chirpIm + first, chirpRe + first);
+        kernels::sinesAndCosines(angles, count, chirpIm + first, chirpRe + first);
     }
     std::fill(chirpRe + n, chirpRe + m, 0.0);
     std::fill(chirpIm + n, chirpIm + m, 0.0);
@@ -112,11 +116,23 @@ void FourierTransform::extendChirp(double* re, double* im, int n, int m) {
     }
 }
 
+void FourierTransform::hartleyComplexTransform(double* re, double* im, int n, int sense) {
+    if (sense >= 0) {
+        hartleyTransform.hartley(re, n, 0);
+        hartleyTransform.hartley(im, n, 0);
+    }
+    kernels::pairSpectra(re, im, n, sense);
+    if (sense < 0) {
+        hartleyTransform.hartley(re, n, 1);
+        hartleyTransform.hartley(im, n, 1);
+    }
+}
+
 void FourierTransform::circularFold(double* fixedRe, double* fixedIm, double* dataRe,
                                     double* dataIm, int logM) {
     const int m = 1 << logM;
     hartleyComplexTransform(fixedRe, fixedIm, m, +1);
     hartleyComplexTransform(dataRe, dataIm, m, +1);
-    multiplySpectra(dataRe, dataIm, fixedRe, fixedIm, m);
+    kernels::multiplySpectra(dataRe, dataIm, fixedRe, fixedIm, m);
     hartleyComplexTransform(dataRe, dataIm, m, -1);
 }

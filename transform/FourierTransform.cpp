@@ -1,7 +1,6 @@
 #include "transform/FourierTransform.h"
 
 #include "kernels/radix2.h"
-#include "kernels/spectra.h"
 
 #include <bit>
 
@@ -17,22 +16,10 @@ void FourierTransform::transform(double* re, double* im, int n, int sign) {
 }
 
 int FourierTransform::radix2Transform(double* re, double* im, int n, double sign) {
-    radix2(re, im, n, sign);
+    kernels::radix2(re, im, n, sign);
     return n;
 }
 
 std::uint32_t FourierTransform::nextPowerOfTwo(int n) {
     return n < 2 ? 1U : std::bit_ceil(static_cast<std::uint32_t>(n));
-}
-
-void FourierTransform::hartleyComplexTransform(double* re, double* im, int n, int sense) {
-    if (sense >= 0) {
-        hartleyTransform.hartley(re, n, 0);
-        hartleyTransform.hartley(im, n, 0);
-    }
-    pairSpectra(re, im, n, sense);
-    if (sense < 0) {
-        hartleyTransform.hartley(re, n, 1);
-        hartleyTransform.hartley(im, n, 1);
-    }
 }

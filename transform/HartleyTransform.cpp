@@ -3,5 +3,5 @@
 #include "kernels/hartley.h"
 
 void HartleyTransform::hartley(double* f, int n, int normalise) {
-    ::hartley(f, n, normalise);
+    kernels::hartley(f, n, normalise);
 }

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <numeric>
 
+namespace kernels {
+
 static constexpr int lineDoubles = 8;
 
 Samples::Samples(int length, int offset)
@@ -55,3 +57,5 @@ std::vector<int> everySizeAnd(std::vector<int> edges) {
     sizes.insert(sizes.end(), edges.begin(), edges.end());
     return sizes;
 }
+
+}  // namespace kernels

@@ -5,15 +5,17 @@
 #include <string>
 #include <vector>
 
-// What every kernel promises: on the same input its plain loop and its fast form give the same
-// bits, on each instruction set. One NaN is as good as another.
+namespace kernels {
+
+// The contract of every kernel: on the same input its plain loop and its fast form give the same
+// bits, on each instruction set. All NaNs count as equal.
 
 enum class Form { plain, fast };
 
 // Doubles for a kernel to work on, or to write to.
 class Samples {
 public:
-    // length zeros, `offset` doubles behind the start of a cache line.
+    // length zeros, `offset` doubles after the start of a cache line.
     Samples(int length, int offset);
 
     double* data() { return block.data() + first; }
@@ -28,7 +30,7 @@ private:
 // An endless source of input: the given values over and over again.
 class Input {
 public:
-    // Not empty. Samples that are taken lie `offset` doubles (0 to 7) behind a cache line.
+    // Not empty. Samples taken lie `offset` doubles (0 to 7) after the start of a cache line.
     Input(std::span<const double> someValues, int offset) : values(someValues), at(offset) {}
 
     // The next count values.
@@ -44,7 +46,7 @@ private:
 
 struct KernelCase {
     std::string name;
-    std::vector<int> sizes;  // those at which the promise is to be tried
+    std::vector<int> sizes;  // at which the contract is tested
     // All results of the kernel for a size, one array after the other.
     std::vector<double> (*run)(Form form, int size, Input& input);
 };
@@ -64,3 +66,5 @@ std::vector<KernelCase> matrixCases();
 std::vector<KernelCase> signalCases();
 std::vector<KernelCase> hartleyCases();
 std::vector<KernelCase> transformCases();
+
+}  // namespace kernels

@@ -2,10 +2,16 @@
 #include "kernels/reflection.h"
 #include "kernels/rotations.h"
 
+namespace kernels {
+
+namespace {
+
 // One dimension of a matrix grows with the size; the other takes every value below 19.
 struct Shape {
     int rows, cols;
 };
+
+}  // namespace
 static Shape tall(int size) {
     return {size, size % 19};
 }
@@ -123,3 +129,5 @@ std::vector<KernelCase> decompositionCases() {
             {"columnRotationsTall", sizes, runColumnRotations<tall>},
             {"columnRotationsWide", sizes, runColumnRotations<wide>}};
 }
+
+}  // namespace kernels

@@ -4,6 +4,8 @@
 
 #include <vector>
 
+namespace kernels {
+
 // Real and imaginary parts, one after the other.
 static std::vector<double> joined(Samples& re, Samples& im) {
     std::vector<double> both(re.data(), re.data() + re.size());
@@ -53,3 +55,5 @@ std::vector<KernelCase> hartleyCases() {
             {"inversePairing", sizes, runPairing<-1>},
             {"spectralProduct", sizes, runProduct}};
 }
+
+}  // namespace kernels

@@ -7,10 +7,12 @@
 #include <limits>
 #include <random>
 
+namespace kernels {
+
 // Fractions of 53 bits between -1 and 1, times 2^e with e between -spread and spread; all exact. A
 // prime number of values: they meet each other at ever new distances.
 static std::vector<double> noise(int spread) {
-    std::mt19937_64 random(7);  // its bits are laid down, those of the library's distributions not
+    std::mt19937_64 random(7);  // the standard fixes its bits, unlike those of the distributions
     std::vector<double> values(9973);
     for (double& value : values) {
         const std::int64_t fraction = static_cast<std::int64_t>(random()) >> 10;
@@ -44,3 +46,5 @@ const std::vector<KernelInput>& kernelInputs() {
         {"noise", noise(0)}, {"wide noise", noise(600)}, {"oddities", oddities()}};
     return all;
 }
+
+}  // namespace kernels

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+namespace kernels {
+
 struct KernelInput {
     std::string name;
     std::vector<double> values;
@@ -12,3 +14,5 @@ struct KernelInput {
 // mixed with signed zeros, subnormal and very large numbers, infinities and NaNs. Made by integer
 // arithmetic alone: the same values on every machine, with every library.
 const std::vector<KernelInput>& kernelInputs();
+
+}  // namespace kernels

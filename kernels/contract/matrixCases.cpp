@@ -6,13 +6,16 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <numeric>
+
+namespace kernels {
 
 static void append(std::vector<double>& results, Samples& samples) {
     results.insert(results.end(), samples.data(), samples.data() + samples.size());
 }
 
-// One dimension after the other is `size`, and the others are small but beyond a tile.
+// One dimension after the other is `size`, and the others are small, yet larger than a tile.
 static std::vector<double> runProduct(Form form, int size, Input& input) {
     std::vector<double> results;
     const int small = 1 + size % 5;
@@ -105,3 +108,5 @@ std::vector<KernelCase> matrixCases() {
             {"elimination", orders, runElimination},
             {"substitution", everySizeAnd({}), runSubstitution}};
 }
+
+}  // namespace kernels

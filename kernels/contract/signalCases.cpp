@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+namespace kernels {
+
 // A signal and a kernel of about two thirds of its length.
 static std::vector<double> runConvolution(Form form, int size, Input& input) {
     const int terms = (2 * size + 1) / 3;
@@ -24,3 +26,5 @@ std::vector<KernelCase> signalCases() {
     return {{"convolution", everySizeAnd({1023, 1024, 1025, 1537}), runConvolution},
             {"causalConvolution", everySizeAnd({640, 641, 1100}), runCausalConvolution}};
 }
+
+}  // namespace kernels

@@ -6,6 +6,8 @@
 #include <bit>
 #include <numbers>
 
+namespace kernels {
+
 static void append(std::vector<double>& results, Samples& samples) {
     results.insert(results.end(), samples.data(), samples.data() + samples.size());
 }
@@ -47,3 +49,5 @@ std::vector<KernelCase> transformCases() {
              runRadix2},
             {"sinesAndCosines", everySizeAnd({}), runSinesAndCosines}};
 }
+
+}  // namespace kernels

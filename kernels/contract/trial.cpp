@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+namespace kernels {
+
 // The fast form on one of the sets; afterwards kernels run on the set that they ran on before.
 static std::vector<double> runFast(const KernelCase& kernel, int size, Input input,
                                    InstructionSet set) {
@@ -38,3 +40,5 @@ std::string differenceOfForms(const KernelCase& kernel, const std::vector<int>& 
     }
     return first;
 }
+
+}  // namespace kernels

@@ -24,6 +24,8 @@
 
 namespace fs = std::filesystem;
 
+namespace {
+
 struct Case {
     std::string place, command, output, errors, needs;
     std::vector<std::string> created;
@@ -33,6 +35,8 @@ struct Case {
 std::ostream& operator<<(std::ostream& stream, const Case& golden) {
     return stream << golden.command;
 }
+
+}  // namespace
 
 static void addLine(std::vector<Case>& cases, const std::string& line, const std::string& place) {
     const std::string text = line.size() > 2 ? line.substr(2) : "";
@@ -112,7 +116,11 @@ static void expectNothingElse(const std::map<std::string, std::string>& before,
     EXPECT_EQ(after.size(), before.size());
 }
 
+namespace {
+
 class Command : public testing::TestWithParam<Case> {};
+
+}  // namespace
 
 TEST_P(Command, DoesAsTheGoldenFileSays) {
     const Case& golden = GetParam();

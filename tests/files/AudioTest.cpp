@@ -12,6 +12,8 @@
 #include <sstream>
 #include <thread>
 
+namespace {
+
 struct AudioCase {
     std::string ending;
     Encoding encoding;
@@ -20,6 +22,8 @@ struct AudioCase {
 };
 
 class AudioRoundTrip : public testing::TestWithParam<AudioCase> {};
+
+}  // namespace
 
 // Values that the encoding holds exactly, with both ends of an integer's range.
 static std::vector<double> exactSamples(int bits) {

@@ -124,7 +124,11 @@ static std::string failureWithin(std::size_t limit, Work work) {
     return text;
 }
 
+namespace {
+
 class FullDisk : public testing::TestWithParam<const char*> {};
+
+}  // namespace
 
 // Wherever in the file the disk is full, in the last bytes that closing writes too.
 TEST_P(FullDisk, LeavesTheOldFileAndNothingBesideIt) {

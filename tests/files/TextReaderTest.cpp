@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace {
+
 struct TextCase {
     std::string text;
     int channels;
@@ -14,6 +16,8 @@ struct TextCase {
 };
 
 class TextColumns : public testing::TestWithParam<TextCase> {};
+
+}  // namespace
 
 TEST_P(TextColumns, AreFoundAndReadExactly) {
     const TemporaryFolder folder;

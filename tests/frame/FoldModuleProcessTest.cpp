@@ -38,11 +38,15 @@ static std::string drain(BlockStream& stream) {
     return blocks.str();
 }
 
+namespace {
+
 struct Step {
     Settings settings;
     const char *first, *second;
     std::string outcome;  // result, blocks left on the inputs, output
 };
+
+}  // namespace
 
 // In the time domain the kernel 1 delays by one sample, with wrap-around.
 static const Step steps[] = {

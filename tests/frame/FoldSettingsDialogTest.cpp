@@ -53,6 +53,8 @@ static std::string statesOf(const CDialog& dialog) {
     return text;
 }
 
+namespace {
+
 struct States {
     const char* start;
     const char* script;
@@ -61,6 +63,8 @@ struct States {
 };
 
 class SettingsDialogStates : public testing::TestWithParam<States> {};
+
+}  // namespace
 
 TEST_P(SettingsDialogStates, AreThoseOfDirectionAndMethod) {
     const auto& [start, script, expected, refused] = GetParam();
@@ -140,6 +144,8 @@ static std::string sixTimes(const std::string& message) {
     return thrice + thrice;
 }
 
+namespace {
+
 struct Outcome {
     const char* start;
     std::string script;
@@ -149,6 +155,8 @@ struct Outcome {
 };
 
 class SettingsDialogOutcome : public testing::TestWithParam<Outcome> {};
+
+}  // namespace
 
 TEST_P(SettingsDialogOutcome, ReachesTheModuleByOkAlone) {
     setVariable("LC_ALL", "C");

@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+namespace {
+
 // A module with one setting: with extended not 0 it has two more outputs.
 struct Node final : B_BasisModule {
     Node() {
@@ -42,6 +44,8 @@ struct Node final : B_BasisModule {
 
     std::int32_t extended = 0;
 };
+
+}  // namespace
 
 static std::string archiveOf(int outputs, int extended) {
     std::ostringstream stream;

@@ -15,6 +15,8 @@
 // manner of the test ratios that are usual in linear algebra: relative to the norms, the larger
 // dimension and the unit roundoff. Prints the worst of each, and those that cannot hold.
 
+namespace {
+
 struct Ratio {
     std::string operation;  // with the residual, or any of its residuals
     int bound;              // below it; for an exception, above
@@ -178,6 +180,8 @@ struct Accuracy : testing::Test {
         measurePseudoInverse(a, A);
     }
 };
+
+}  // namespace
 
 TEST_F(Accuracy, RatiosStayBelowTheirBounds) {
     for (const MatrixKind& each : matrixKinds) {

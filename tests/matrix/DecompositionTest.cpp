@@ -165,6 +165,8 @@ TEST(Svd, GivesUpAfter29SweepsAndSoDoesWhatBuildsOnIt) {
     }
 }
 
+namespace {
+
 // Its singular values are those that a test wants.
 struct ChosenValues : Matrix<double> {
     std::vector<double> values;
@@ -177,6 +179,8 @@ struct ChosenValues : Matrix<double> {
         return 1;
     }
 };
+
+}  // namespace
 
 TEST(PseudoInverse, CountsValuesBelowTheThresholdAsZero) {
     ChosenValues a;

@@ -8,6 +8,8 @@
 static constexpr int most = std::numeric_limits<int>::max(), least = -most - 1;
 static const std::vector<int> six = {1, 2, 3, 4, 5, 6};
 
+namespace {
+
 struct MatrixTest : testing::Test {
     Matrix<int> m;           // 2 x 3
     Vector<int> v;           // 1 x 6
@@ -17,6 +19,8 @@ struct MatrixTest : testing::Test {
                          s.assignArray(six.data(), 2, 7));
     }
 };
+
+}  // namespace
 
 TEST_F(MatrixTest, RefusesShapesThatDoNotFit) {
     EXPECT_EQ(0, m.resize(0, 5) + m.resize(5, 0) + m.resizeKeep(0, 5) + m.resizeKeep(most, most) +

@@ -17,6 +17,8 @@ static constexpr ControlResource controls[] = {
 static constexpr ListEntryResource entries[] = {{50, "x"}, {0, "of nobody"}, {50, "y"}};
 static constexpr DialogResource dialogs[] = {{1, 1033, 9, 9, "test", "", 8, controls, entries}};
 
+namespace {
+
 class TestDialog : public CDialog {
 public:
     using CDialog::CDialog;
@@ -33,6 +35,8 @@ protected:
         CDialog::OnCommand(id);
     }
 };
+
+}  // namespace
 
 // The checked radios and boxes, the text, the label in Windows-1252, the entry.
 static std::string stateOf(const CDialog& dialog) {

@@ -7,9 +7,13 @@
 
 #include <algorithm>
 
+namespace {
+
 struct Lengths {
     int first, second;
 };
+
+}  // namespace
 
 static Signal fold(const Signal& first, const Signal& second, int mode, int capacity) {
     Guarded result(static_cast<std::size_t>(capacity));
@@ -18,6 +22,8 @@ static Signal fold(const Signal& first, const Signal& second, int mode, int capa
     return result.values();
 }
 
+namespace {
+
 class FoldAgainstDefinition : public testing::TestWithParam<Lengths> {
 protected:
     const Signal first = noise(GetParam().first, 1), second = noise(GetParam().second, 2);
@@ -25,6 +31,8 @@ protected:
     Signal expected =
         first.size() < second.size() ? periodicFold(second, first) : periodicFold(first, second);
 };
+
+}  // namespace
 
 // Same products, same order: no tolerance.
 TEST_P(FoldAgainstDefinition, TimeDomainLagsByOneSample) {

@@ -11,10 +11,14 @@
 #include <limits>
 #include <numeric>
 
+namespace {
+
 struct Outcome {
     Signal result;
     double zeroDeviation, oneDeviation;
 };
+
+}  // namespace
 
 static Outcome unfold(const Signal& signal, const Signal& kernel, int kind) {
     PseudoInverseUnfolder unfolder(kind);

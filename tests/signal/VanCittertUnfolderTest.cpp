@@ -11,6 +11,8 @@
 
 static constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+namespace {
+
 struct Iteration {
     Signal signal, kernel;
     double convergence = 1.0;
@@ -25,6 +27,8 @@ struct Outcome {
     double lastError;
     std::uint32_t loopCount;
 };
+
+}  // namespace
 
 static Outcome unfold(const Iteration& run) {
     VanCittertUnfolder unfolder(run.convergence, run.maxIterations, run.abortAtError ? 1 : 0,

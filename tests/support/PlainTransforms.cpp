@@ -170,7 +170,7 @@ static void plainStage(Signal& f, std::size_t k) {
         butterfly(y[0], y[k2]);
         butterfly(y[k1], y[k3]);
     }
-    auto sineWork = sineTable, cosineWork = cosineTable;
+    auto sineWork = kernels::sineTable, cosineWork = kernels::cosineTable;
     for (std::size_t t = 1; t < k1 / 2; ++t) {
         std::size_t e = 0;
         while ((t >> e) % 2 == 0) {
@@ -183,8 +183,8 @@ static void plainStage(Signal& f, std::size_t k) {
             while ((t >> j) % 2 == 1) {
                 ++j;
             }
-            sineWork[i] = halfSecantTable[i] * (sineWork[i - 1] + sineWork[k - j]);
-            cosineWork[i] = halfSecantTable[i] * (cosineWork[i - 1] + cosineWork[k - j]);
+            sineWork[i] = kernels::halfSecantTable[i] * (sineWork[i - 1] + sineWork[k - j]);
+            cosineWork[i] = kernels::halfSecantTable[i] * (cosineWork[i - 1] + cosineWork[k - j]);
         }
         for (std::size_t b = 0; b < f.size(); b += k4) {
             plainTwiddled(&f[b + t], &f[b + k1 - t], k1, c1, s1);

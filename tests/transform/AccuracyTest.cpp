@@ -24,7 +24,11 @@ static double forwardError(int n) {
     return static_cast<double>(std::sqrt(difference / reference));
 }
 
+namespace {
+
 class Accuracy : public testing::TestWithParam<int> {};
+
+}  // namespace
 
 TEST_P(Accuracy, RelativeErrorOfTransform) {
     const int n = GetParam();

@@ -21,7 +21,11 @@ static double largestDifference(const LongSpectrum& x, const LongSpectrum& y) {
     return static_cast<double>(largest);
 }
 
+namespace {
+
 class FourierLengths : public testing::TestWithParam<int> {};
+
+}  // namespace
 
 // Both signs, their exponents and their normalisation, on both paths.
 TEST_P(FourierLengths, EqualsTheDefiningSum) {
@@ -50,7 +54,11 @@ TEST(FourierTransform, LeavesAloneWhatHasNoTransform) {
     EXPECT_EQ(FourierTransform::nextPowerOfTwo((1 << 30) + 1), 1U << 31);
 }
 
+namespace {
+
 class PowersOfTwo : public testing::TestWithParam<int> {};
+
+}  // namespace
 
 // The same bits as the plain loops: Hartley with and without normalising, complex Hartley in both
 // senses.

@@ -26,6 +26,8 @@ extern "C" const char* __tsan_default_suppressions() {
 }
 // NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
 
+namespace {
+
 // A language, its mnemonics, and what its windows say.
 struct Words {
     const char* language;
@@ -34,6 +36,9 @@ struct Words {
     const char *half, *wrongNumber;  // a comma in English is not a decimal point
     const char* firstChoice;
 };
+
+}  // namespace
+
 constexpr Words allWords[] = {
     {"de_DE", 'e', 'c', 't', 'i', 'u', 's', "Maximale Anzahl der Iterationen", "ganze Zahl",
      "Hilfe", "Fendra: die Einstellungen", "0,5", "1.5", "\"Entfaltung\""},
@@ -42,6 +47,8 @@ constexpr Words allWords[] = {
     {"fr_FR", 'd', 'f', 'o', 'i', 'b', 'g', "Nombre max. des itérations", "nombre entier", "Aide",
      "Fendra : les réglages", "0,5", "1.5", "\"Déconvolution (depliément)\""},
 };
+
+namespace {
 
 class DialogWindowTest : public testing::TestWithParam<Words>, protected DialogScreen {
 protected:
@@ -53,6 +60,9 @@ protected:
         return stored(*other);
     }
 };
+
+}  // namespace
+
 INSTANTIATE_TEST_SUITE_P(Languages, DialogWindowTest, testing::ValuesIn(allWords),
                          [](const auto& words) { return std::string(words.param.language); });
 

@@ -19,14 +19,15 @@ expect exports \
 imports() {
     "$objdump" -p "$folder/$1.dll" | awk '/DLL Name:/ {print tolower($3)}' | sort | xargs
 }
-expect "imports of fendra" "fendra-runtime.dll kernel32.dll msvcrt.dll platform.dll tavrelin.dll" "$(imports fendra)"
+expect "imports of fendra" "fendra-kernels.dll fendra-runtime.dll kernel32.dll msvcrt.dll platform.dll tavrelin.dll" "$(imports fendra)"
 expect "imports of tavrelin" "fendra-runtime.dll kernel32.dll msvcrt.dll platform.dll" "$(imports tavrelin)"
 expect "imports of platform" "fendra-runtime.dll kernel32.dll msvcrt.dll" "$(imports platform)"
+expect "imports of fendra-kernels" "fendra-runtime.dll kernel32.dll msvcrt.dll" "$(imports fendra-kernels)"
 expect "imports of fendra-runtime" "kernel32.dll msvcrt.dll" "$(imports fendra-runtime)"
 
 # Each library of 32 bits tells the one unwinder of its frames.
 if "$objdump" -f "$folder/fendra.dll" | grep -q pei-i386; then
-    for library in fendra tavrelin platform; do
+    for library in fendra fendra-kernels tavrelin platform; do
         expect "unwinder of $library" 1 \
             "$("$objdump" -p "$folder/$library.dll" | grep -cw __register_frame_info)"
     done

@@ -54,15 +54,15 @@ static std::string digits(const SampleDigest& digest) {
     return digest.hex().substr(0, 16);
 }
 
-static InstructionSet setNamed(const std::string& name) {
-    const std::vector<InstructionSet> sets = availableInstructionSets();
-    const auto named = std::find_if(sets.begin(), sets.end(), [&](InstructionSet set) {
-        return name == instructionSetName(set);
+static kernels::InstructionSet setNamed(const std::string& name) {
+    const std::vector<kernels::InstructionSet> sets = kernels::availableInstructionSets();
+    const auto named = std::find_if(sets.begin(), sets.end(), [&](kernels::InstructionSet set) {
+        return name == kernels::instructionSetName(set);
     });
     if (named == sets.end()) {
         throw Failure(
             fmt::format("--instructions: this processor has no {}; the widest it has is {}", name,
-                        instructionSetName(sets.back())));
+                        kernels::instructionSetName(sets.back())));
     }
     return *named;
 }
@@ -79,11 +79,12 @@ static void print(const Json& facts, bool asJson) {
 }
 
 void Selftest::run() const {
-    const InstructionSet set = instructions.empty() ? instructionSet() : setNamed(instructions);
-    Json facts = {{"instructions", instructionSetName(set)}};
+    const kernels::InstructionSet set =
+        instructions.empty() ? kernels::instructionSet() : setNamed(instructions);
+    Json facts = {{"instructions", kernels::instructionSetName(set)}};
     SampleDigest all;
     std::string differences;
-    for (const KernelCase& kernel : kernelCases()) {
+    for (const kernels::KernelCase& kernel : kernels::kernelCases()) {
         SampleDigest digest;
         const auto take = [&](std::span<const double> results) {
             const std::vector<double> values = withOneNan(results);
@@ -91,7 +92,7 @@ void Selftest::run() const {
             all.add(values.data(), values.size());
         };
         const std::string difference =
-            differenceOfForms(kernel, thinned(kernel.sizes), {set}, take);
+            kernels::differenceOfForms(kernel, thinned(kernel.sizes), {set}, take);
         facts["kernels"][kernel.name] = digits(digest);
         if (!difference.empty()) {
             differences += fmt::format("; {} at {}", kernel.name, difference);

@@ -12,10 +12,10 @@
 
 // About what a core of 2024 does, at 8, 4 or 2 side by side.
 static double multiplyAddsPerSecond() {
-    switch (instructionSet()) {
-        case InstructionSet::avx512:
+    switch (kernels::instructionSet()) {
+        case kernels::InstructionSet::avx512:
             return 4e10;
-        case InstructionSet::avx2:
+        case kernels::InstructionSet::avx2:
             return 2e10;
         default:
             return 1e10;

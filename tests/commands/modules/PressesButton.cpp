@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <iostream>
 
+namespace {
+
 // Stands in for fendra-window.so, and for the person in front of it: chooses blocks in the settings
 // dialog and presses the button of the id in BUTTON.
 class ButtonPresser : public Desktop {
@@ -21,6 +23,8 @@ public:
         }
     }
 };
+
+}  // namespace
 
 extern "C" Desktop* makeWindowDesktop(const char* /*subject*/) {
     return new ButtonPresser;

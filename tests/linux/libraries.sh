@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# libraries.sh NM FOLDER: the module in FOLDER exports its eight names, and of module, program and
+# libraries one alone holds the kernels.
+set -uo pipefail
+nm=$1 failed=0
+cd "$2" || exit
+
+# expect WHAT EXPECTED FOUND
+expect() {
+    [ "$2" = "$3" ] && return
+    printf '%s: expected %s, found %s\n' "$1" "$2" "$3"
+    failed=1
+}
+
+expect exports \
+    "DeleteModuleInstance GetBitmapID GetBitmapStringResource GetCID GetModuleInstance InitDLL IsDebug theApp" \
+    "$("$nm" -D --defined-only --format=just-symbols fendra.so | sort | xargs)"
+expect kernels libfendra-kernels.so \
+    "$("$nm" -AC --defined-only fendra fendra.so libfendra-kernels.so libplatform.so libtavrelin.so | sed -n 's/:.* kernels::instructionSet()$//p' | xargs)"
+exit $failed
