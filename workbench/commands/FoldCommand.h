@@ -1,7 +1,7 @@
 #pragma once
 
 #include "workbench/commands/InputOptions.h"
-#include "workbench/commands/SettingOptions.h"
+#include "workbench/terminal/SettingOptions.h"
 #include "workbench/jobs/FoldJob.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
-#include "workbench/commands/SettingOptions.h"
+#include "workbench/terminal/SettingOptions.h"
 #include "workbench/jobs/CompareJob.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
@@ -95,39 +95,6 @@ static void printJson(const std::vector<MethodOutcome>& outcomes) {
     fmt::print("{}\n", all.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
-// All results as columns of one file; a method without one has none.
-static void writeResults(const std::vector<MethodOutcome>& outcomes, const std::string& path,
-                         bool replace) {
-    ResultInfo file{0, 0, 0.0, {}, {}, {}};
-    for (const MethodOutcome& outcome : outcomes) {
-        const SignalInfo& info = outcome.result.info;
-        for (int c = 0; c < info.channels && outcome.failure.empty(); ++c) {
-            file.columnNames.push_back(info.channels == 1
-                                           ? outcome.method->word
-                                           : fmt::format("{}_{}", outcome.method->word, c + 1));
-            file.samples = info.samples;
-            file.rate = info.rate;
-            file.axis = info.axis;
-        }
-    }
-    file.channels = static_cast<int>(file.columnNames.size());
-    if (file.columnNames.empty()) {
-        throw Failure("no method gave a result; there is nothing to write");
-    }
-    std::vector<double> interleaved;
-    for (std::int64_t i = 0; i < file.samples; ++i) {
-        for (const MethodOutcome& outcome : outcomes) {
-            const std::int64_t channels =
-                outcome.failure.empty() ? outcome.result.info.channels : 0;
-            const double* const first = outcome.result.interleaved.data() + i * channels;
-            interleaved.insert(interleaved.end(), first, first + channels);
-        }
-    }
-    const auto writer = createSignal({SourceName::ofOutput(path), replace}, file);
-    writer->write(interleaved.data(), file.samples);
-    writer->finish({});
-}
-
 CompareJob CompareCommand::job() const {
     CompareJob job;
     job.settings = options.settings();
@@ -162,7 +129,7 @@ void CompareCommand::run() const {
         outcomes.push_back(::run(comparison, *method, library, progress));
     }
     if (!output.empty()) {
-        writeResults(outcomes, output, replace);
+        writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
     if (json) {
         printJson(outcomes);

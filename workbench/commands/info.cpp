@@ -1,22 +1,19 @@
 #include "host/B_BasisModule.h"
 #include "platform/ResourceChain.h"
-#include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
+#include "workbench/jobs/SignalRange.h"
 #include "workbench/messages/Printable.h"
-#include "workbench/module/FendraModule.h"
+#include "workbench/module/ModuleFacts.h"
 #include "workbench/system/fileNames.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 using Json = nlohmann::ordered_json;
@@ -58,18 +55,6 @@ static void print(const std::vector<Fact>& facts, bool asJson) {
     }
 }
 
-// "Signal 1 (DOUBLE[] TIME_DOMAIN)" for each port of a side
-static Json ports(B_BasisModule& module, PORTTYPE side) {
-    const bool input = side == inputPort;
-    Json list = Json::array();
-    for (int port = 0; port < (input ? module.GetNoInput() : module.GetNoOutput()); ++port) {
-        const CString name = input ? module.GetInputName(port) : module.GetOutputName(port);
-        list.push_back(
-            fmt::format("{} ({})", toUtf8(name), toUtf8(module.GetPortType(side, port))));
-    }
-    return list;
-}
-
 static std::string languageName(unsigned language) {
     switch (language) {
         case languageGerman:
@@ -80,26 +65,6 @@ static std::string languageName(unsigned language) {
             return "French";
         default:
             return fmt::format("language {}", language);
-    }
-}
-
-// Fendra's ports follow its settings; those of another module are shown as they are.
-static void addPorts(B_BasisModule& module, std::vector<Fact>& facts) {
-    if (!isFendra(module)) {
-        facts.push_back({"inputs", "inputs", ports(module, inputPort)});
-        facts.push_back({"outputs", "outputs", ports(module, outputPort)});
-        return;
-    }
-    FendraSettings settings;
-    for (const auto& [name, direction] :
-         {std::pair("convolution", FendraSettings::convolution),
-          std::pair("deconvolution", FendraSettings::deconvolution)}) {
-        settings.direction = direction;
-        applySettings(settings, module);
-        facts.push_back({fmt::format("{}Inputs", name), fmt::format("{} inputs", name),
-                         ports(module, inputPort)});
-        facts.push_back({fmt::format("{}Outputs", name), fmt::format("{} outputs", name),
-                         ports(module, outputPort)});
     }
 }
 
@@ -117,36 +82,15 @@ static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
                                {"languages", "languages", languages},
                                {"bitmap", "bitmap", library.bitmapId()},
                                {"icon", "icon", module->GetIconID()}};
-    addPorts(*module, facts);
-    return facts;
-}
-
-namespace {
-
-struct ChannelValues {
-    double smallest = std::numeric_limits<double>::infinity();
-    double largest = -std::numeric_limits<double>::infinity();
-    std::int64_t nonfinite = 0;  // NaN and infinity, which take no part in the range
-};
-
-}  // namespace
-
-static std::vector<ChannelValues> valuesOf(SignalReader& reader) {
-    std::vector<ChannelValues> all(static_cast<std::size_t>(reader.info().channels));
-    const std::int64_t pieceLength = std::max<std::int64_t>(1, 65536 / reader.info().channels);
-    std::vector<double> piece(static_cast<std::size_t>(pieceLength) * all.size());
-    while (const std::int64_t got = reader.read(piece.data(), pieceLength)) {
-        for (std::size_t i = 0; i < static_cast<std::size_t>(got) * all.size(); ++i) {
-            ChannelValues& values = all[i % all.size()];
-            if (std::isfinite(piece[i])) {
-                values.smallest = std::min(values.smallest, piece[i]);
-                values.largest = std::max(values.largest, piece[i]);
-            } else {
-                ++values.nonfinite;
-            }
-        }
+    for (const ModulePorts& ports : portsOf(*module)) {
+        const bool named = !ports.settings.empty();
+        const std::string name = named ? ports.settings + " " : "";
+        facts.push_back({ports.settings + (named ? "Inputs" : "inputs"), name + "inputs",
+                         ports.inputs});
+        facts.push_back({ports.settings + (named ? "Outputs" : "outputs"), name + "outputs",
+                         ports.outputs});
     }
-    return all;
+    return facts;
 }
 
 static Json finiteOrNull(double value) {
@@ -171,11 +115,11 @@ static std::vector<Fact> fileFacts(SignalReader& reader) {
     }
     Json smallest = Json::array(), largest = Json::array(), nonfinite = Json::array();
     bool allFinite = true;
-    for (const ChannelValues& values : valuesOf(reader)) {
-        smallest.push_back(finiteOrNull(values.smallest));
-        largest.push_back(finiteOrNull(values.largest));
-        nonfinite.push_back(values.nonfinite);
-        allFinite = allFinite && values.nonfinite == 0;
+    for (const ChannelRange& range : rangesOf(reader)) {
+        smallest.push_back(finiteOrNull(range.smallest));
+        largest.push_back(finiteOrNull(range.largest));
+        nonfinite.push_back(range.nonfinite);
+        allFinite = allFinite && range.nonfinite == 0;
     }
     facts.push_back({"smallest", "smallest", smallest});
     facts.push_back({"largest", "largest", largest});

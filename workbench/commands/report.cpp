@@ -1,10 +1,9 @@
-#include "host/B_BasisModule.h"
-#include "platform/Windows1252.h"
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
 #include "workbench/methods/Setting.h"
 #include "workbench/methods/settingsJson.h"
 #include "workbench/module/FendraModule.h"
+#include "workbench/module/ModuleFacts.h"
 #include "workbench/module/StoredGraph.h"
 
 #include <CLI/CLI.hpp>
@@ -12,18 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include <memory>
-#include <sstream>
 #include <string>
-
-// The module's own report, as a terminal takes it: UTF-8, lines ended by line feeds.
-static std::string reportOf(B_BasisModule& module) {
-    std::stringstream bytes;
-    CArchive archive(bytes, CArchive::store);
-    module.WriteReport(archive);
-    std::string text = toUtf8(CString(bytes.str().c_str()));
-    std::erase(text, '\r');
-    return text;
-}
 
 // "method                  van-cittert" for each setting that applies.
 static std::string tableOf(const FendraSettings& settings) {

@@ -1,58 +1,18 @@
-#include "kernels/contract/trial.h"
 #include "workbench/commands/Command.h"
+#include "workbench/jobs/Selftest.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/signals/SampleDigest.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
+#include <array>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
-
-using Json = nlohmann::ordered_json;
-
-namespace {
-
-struct Selftest {
-    std::string instructions;
-    bool json = false;
-
-    void run() const;
-};
-
-}  // namespace
-
-// Some of the sizes, each an eighth above the one before: the large ones take the time.
-static std::vector<int> thinned(const std::vector<int>& sizes) {
-    std::vector<int> some;
-    for (const int size : sizes) {
-        if (some.empty() || size > some.back() + some.back() / 8) {
-            some.push_back(size);
-        }
-    }
-    return some;
-}
-
-// The bits of a NaN are open, so that for digests each is the same one.
-static std::vector<double> withOneNan(std::span<const double> results) {
-    std::vector<double> values(results.begin(), results.end());
-    std::replace_if(
-        values.begin(), values.end(), [](double value) { return std::isnan(value); },
-        std::numeric_limits<double>::quiet_NaN());
-    return values;
-}
-
-// As much of a digest as two people compare by eye.
-static std::string digits(const SampleDigest& digest) {
-    return digest.hex().substr(0, 16);
-}
 
 static kernels::InstructionSet setNamed(const std::string& name) {
     const std::vector<kernels::InstructionSet> sets = kernels::availableInstructionSets();
@@ -67,43 +27,40 @@ static kernels::InstructionSet setNamed(const std::string& name) {
     return *named;
 }
 
-static void print(const Json& facts, bool asJson) {
+// "to nearest, denormals kept": what the thread was set to, before the trial.
+static std::string describe(const ArithmeticMode& mode) {
+    constexpr std::array roundings = {"to nearest", "downward", "upward", "toward zero"};
+    return fmt::format("{}, denormals {}", roundings.at(static_cast<std::size_t>(mode.rounding)),
+                       mode.flushesDenormals ? "flushed to zero" : "kept");
+}
+
+static void print(const SelftestResult& result, kernels::InstructionSet set, bool asJson) {
     if (asJson) {
+        nlohmann::ordered_json facts = {{"instructions", kernels::instructionSetName(set)},
+                                        {"arithmetic", describe(result.mode)}};
+        for (const auto& [name, digest] : result.digests) {
+            facts["kernels"][name] = digest;
+        }
+        facts["all"] = result.all;
         fmt::print("{}\n", facts.dump(2));
         return;
     }
-    for (const auto& [name, digest] : facts["kernels"].items()) {
-        fmt::print("{:<24}{}\n", name, digest.get<std::string>());
+    for (const auto& [name, digest] : result.digests) {
+        fmt::print("{:<24}{}\n", name, digest);
     }
-    fmt::print("{:<24}{}\n", "all", facts["all"].get<std::string>());
+    fmt::print("{:<24}{}\n", "all", result.all);
+    fmt::print("{:<24}{}\n", "arithmetic", describe(result.mode));
 }
 
-void Selftest::run() const {
+static void runAndPrint(const std::string& instructions, bool asJson) {
     const kernels::InstructionSet set =
         instructions.empty() ? kernels::instructionSet() : setNamed(instructions);
-    Json facts = {{"instructions", kernels::instructionSetName(set)}};
-    SampleDigest all;
-    std::string differences;
-    for (const kernels::KernelCase& kernel : kernels::kernelCases()) {
-        SampleDigest digest;
-        const auto take = [&](std::span<const double> results) {
-            const std::vector<double> values = withOneNan(results);
-            digest.add(values.data(), values.size());
-            all.add(values.data(), values.size());
-        };
-        const std::string difference =
-            kernels::differenceOfForms(kernel, thinned(kernel.sizes), {set}, take);
-        facts["kernels"][kernel.name] = digits(digest);
-        if (!difference.empty()) {
-            differences += fmt::format("; {} at {}", kernel.name, difference);
-        }
-    }
-    facts["all"] = digits(all);
-    print(facts, json);
-    if (!differences.empty()) {
-        throw Failure(
-            "do not trust results of this machine, kernels differ from their plain loops" +
-            differences);
+    const SelftestResult result = runSelftest(set);
+    print(result, set, asJson);
+    if (!result.differences.empty()) {
+        throw Failure(fmt::format("do not trust results of this machine, kernels differ from their "
+                                  "plain loops: {}",
+                                  fmt::join(result.differences, "; ")));
     }
 }
 
@@ -113,18 +70,24 @@ static void addSelftest(CLI::App& program) {
         "Test the arithmetic on this machine, and print digests of its results.\n"
         "Every inner loop runs on fixed input, once as it is written down and once in its fast "
         "form, which have to agree in every bit. The digests are the same on every machine, with "
-        "every instruction set and compiler; a NaN counts as any other.");
+        "every instruction set and compiler; all NaNs are treated as equal. The kernels are those that "
+        "the module computes with. The last line is the mode of the arithmetic that was met; the "
+        "module itself always computes to nearest, with denormals.");
     command.footer(
         "  fendra selftest                            on the widest instructions there are\n"
         "  fendra selftest --instructions baseline    and as an older processor computes\n");
-    const auto selftest = std::make_shared<Selftest>();
+    struct Options {
+        std::string instructions;
+        bool json = false;
+    };
+    const auto options = std::make_shared<Options>();
     command
-        .add_option("--instructions", selftest->instructions,
+        .add_option("--instructions", options->instructions,
                     "the instruction set to run on, instead of the widest there is")
         ->check(choice({"baseline", "avx2", "avx512"}))
         ->type_name("");
-    command.add_flag("--json", selftest->json, "print JSON");
-    command.callback([selftest] { selftest->run(); });
+    command.add_flag("--json", options->json, "print JSON");
+    command.callback([options] { runAndPrint(options->instructions, options->json); });
 }
 
 extern const Command selftestCommand = {addSelftest};

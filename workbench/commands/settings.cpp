@@ -11,7 +11,7 @@
 #include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
 #include "workbench/system/fileNames.h"
-#include "workbench/terminal/values.h"
+#include "workbench/terminal/settingWords.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -99,69 +99,6 @@ void SettingsCommand::run() const {
     edit(*windows.windowDesktop(printable(nameOf(pathOf(graph).filename()))));
 }
 
-// Words of older versions: what stands for them now.
-static std::string replacementFor(const std::string& word) {
-    if (word.starts_with("error-value=") || word == "stop-at-error=on") {
-        return "stop-at-error=NUMBER";
-    }
-    return "";
-}
-
-static std::string checkAssignment(const std::string& word) {
-    std::vector<std::string> keys;
-    for (const Setting& setting : Setting::all()) {
-        keys.push_back(setting.key);
-    }
-    const std::string now = replacementFor(word);
-    if (!now.empty()) {
-        return fmt::format("\"{}\" is not used any more; give {}", word, now);
-    }
-    const std::size_t equals = word.find('=');
-    std::string key = word.substr(0, equals);
-    std::string problem = choice(keys)(key);
-    if (!problem.empty()) {
-        return problem;
-    }
-    if (equals == std::string::npos) {
-        return fmt::format("\"{}\" has no value; give {}=VALUE", word, word);
-    }
-    const Setting& setting = Setting::named(key);
-    std::string value = word.substr(equals + 1);
-    // What a number may be is up to the dialog.
-    const std::string wrong = setting.takesNumber() ? "" : choice(setting.wordList())(value);
-    return wrong.empty() ? "" : key + ": " + wrong;
-}
-
-// "direction=convolution|deconvolution, per=block|packet; with direction=convolution: ..."
-static std::string vocabulary() {
-    std::string text, needs;
-    for (const Setting& setting : Setting::all()) {
-        const bool another = setting.needs != needs;
-        needs = setting.needs;
-        text += another ? fmt::format("; with {}: ", needs) : text.empty() ? "" : ", ";
-        std::vector<std::string> values = setting.wordList();
-        if (setting.takesNumber()) {
-            values.emplace_back("NUMBER");
-        }
-        text += fmt::format("{}={}", setting.key, fmt::join(values, "|"));
-    }
-    return text;
-}
-
-// What the completion of --set offers.
-static std::vector<std::string> completions() {
-    std::vector<std::string> all;
-    for (const Setting& setting : Setting::all()) {
-        for (const std::string& word : setting.wordList()) {
-            all.push_back(setting.key + "=" + word);
-        }
-        if (setting.takesNumber()) {
-            all.push_back(setting.key + "=");
-        }
-    }
-    return all;
-}
-
 static void addSettings(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
         "settings",
@@ -185,9 +122,9 @@ static void addSettings(CLI::App& program) {
     CLI::Option* const set =
         command
             .add_option("--set", settings->values,
-                        "give values instead of showing the dialog, in any order: " + vocabulary())
-            ->check(CLI::Validator([](std::string& word) { return checkAssignment(word); },
-                                   fmt::format("{{{}}}", fmt::join(completions(), ","))))
+                        "give values instead of showing the dialog, in any order: " + settingVocabulary())
+            ->check(CLI::Validator([](std::string& word) { return problemWithAssignment(word); },
+                                   fmt::format("{{{}}}", fmt::join(settingCompletions(), ","))))
             ->type_name("KEY=VALUE");
     command
         .add_option("--picture", settings->picture,

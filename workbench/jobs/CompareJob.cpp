@@ -4,6 +4,8 @@
 #include "workbench/methods/Method.h"
 #include "workbench/module/ModuleLibrary.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -76,4 +78,35 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
         compared.failure = failure.what();
     }
     return compared;
+}
+
+void writeResults(const std::vector<MethodOutcome>& outcomes, const SignalTarget& target) {
+    ResultInfo file{0, 0, 0.0, {}, {}, {}};
+    for (const MethodOutcome& outcome : outcomes) {
+        const SignalInfo& info = outcome.result.info;
+        for (int c = 0; c < info.channels && outcome.failure.empty(); ++c) {
+            file.columnNames.push_back(info.channels == 1
+                                           ? outcome.method->word
+                                           : fmt::format("{}_{}", outcome.method->word, c + 1));
+            file.samples = info.samples;
+            file.rate = info.rate;
+            file.axis = info.axis;
+        }
+    }
+    file.channels = static_cast<int>(file.columnNames.size());
+    if (file.columnNames.empty()) {
+        throw Failure("no method gave a result; there is nothing to write");
+    }
+    std::vector<double> interleaved;
+    for (std::int64_t i = 0; i < file.samples; ++i) {
+        for (const MethodOutcome& outcome : outcomes) {
+            const std::int64_t channels =
+                outcome.failure.empty() ? outcome.result.info.channels : 0;
+            const double* const first = outcome.result.interleaved.data() + i * channels;
+            interleaved.insert(interleaved.end(), first, first + channels);
+        }
+    }
+    const auto writer = createSignal(target, file);
+    writer->write(interleaved.data(), file.samples);
+    writer->finish({});
 }

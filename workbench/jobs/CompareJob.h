@@ -38,3 +38,7 @@ struct MethodOutcome {
 // each as root mean squares, over all channels. Failures stand in the outcome.
 MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibrary& library,
                   JobObserver& observer);
+
+// Writes all results as columns of one file; a method without one has none. Failure as
+// createSignal, and if no method has a result.
+void writeResults(const std::vector<MethodOutcome>& outcomes, const SignalTarget& target);

@@ -1,4 +1,4 @@
-#include "workbench/commands/SettingOptions.h"
+#include "workbench/terminal/SettingOptions.h"
 
 #include "workbench/methods/Method.h"
 #include "workbench/terminal/values.h"

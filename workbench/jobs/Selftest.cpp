@@ -1,0 +1,59 @@
+#include "workbench/jobs/Selftest.h"
+
+#include "kernels/contract/trial.h"
+#include "workbench/signals/SampleDigest.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <span>
+
+// Some of the sizes, each an eighth above the one before: the large ones take the time.
+static std::vector<int> thinned(const std::vector<int>& sizes) {
+    std::vector<int> some;
+    for (const int size : sizes) {
+        if (some.empty() || size > some.back() + some.back() / 8) {
+            some.push_back(size);
+        }
+    }
+    return some;
+}
+
+// The bits of a NaN are open, so that for digests each is the same one.
+static std::vector<double> withOneNan(std::span<const double> results) {
+    std::vector<double> values(results.begin(), results.end());
+    std::replace_if(
+        values.begin(), values.end(), [](double value) { return std::isnan(value); },
+        std::numeric_limits<double>::quiet_NaN());
+    return values;
+}
+
+// As much of a digest as two people compare by eye.
+static std::string digits(const SampleDigest& digest) {
+    return digest.hex().substr(0, 16);
+}
+
+SelftestResult runSelftest(kernels::InstructionSet set) {
+    SelftestResult result;
+    result.mode = ArithmeticMode::current();
+    const StandardArithmetic standard;
+    SampleDigest all;
+    for (const kernels::KernelCase& kernel : kernels::kernelCases()) {
+        SampleDigest digest;
+        const auto take = [&](std::span<const double> results) {
+            const std::vector<double> values = withOneNan(results);
+            digest.add(values.data(), values.size());
+            all.add(values.data(), values.size());
+        };
+        const std::string difference =
+            kernels::differenceOfForms(kernel, thinned(kernel.sizes), {set}, take);
+        result.digests.emplace_back(kernel.name, digits(digest));
+        if (!difference.empty()) {
+            result.differences.push_back(fmt::format("{} at {}", kernel.name, difference));
+        }
+    }
+    result.all = digits(all);
+    return result;
+}
