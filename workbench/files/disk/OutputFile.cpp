@@ -54,7 +54,7 @@ OutputFile::OutputFile(const SourceName& output, bool replace)
     if (stream() == nullptr) {
         failToCreate(name);
     }
-    if (fs::is_regular_file(status)) {
+    if (partial != nullptr && fs::is_regular_file(status)) {
         fs::permissions(partial->path, status.permissions(), ignored);  // of the file it replaces
     }
 }
