@@ -32,5 +32,5 @@ std::unique_ptr<SignalReader> writtenAndOpened(const std::string& ending,
                                                const std::vector<double>& samples,
                                                const ResultInfo& info, const ReadOptions& options);
 
-// Same bits, but for what a NaN carries.
+// The same bits, except for what a NaN carries.
 bool sameSamples(const std::vector<double>& left, const std::vector<double>& right);

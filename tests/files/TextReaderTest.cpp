@@ -68,5 +68,5 @@ TEST(TextReader, NoticesAChangeWhileReading) {
     const auto reader = openSignal(SourceName(folder.write("s.csv", "1\n2\n3\n4\n")), {});
     folder.write("s.csv", "1\n2\n");
     EXPECT_EQ(failureOf([&] { readSamples(*reader); }),
-              folder.path("s.csv") + " has changed while it was read; start again");
+              folder.path("s.csv") + " changed while it was being read; start again");
 }

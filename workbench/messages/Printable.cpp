@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-// Length of the character at the front of text, 0 if it is a control character or no UTF-8.
+// Length of the character at the front of text, 0 if it is a control character or not UTF-8.
 static std::size_t characterLength(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned lead = byte(0);

@@ -4,6 +4,6 @@
 #include <string>
 #include <string_view>
 
-// The text as a message can show it on one line: control characters and bytes that are no UTF-8
+// The text as a message can show it on one line: control characters and bytes that are not UTF-8
 // become '?', and beyond about maximum bytes "..." stands for the rest.
 std::string printable(std::string_view text, std::size_t maximum = std::string_view::npos);

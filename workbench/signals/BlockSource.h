@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-// A signal cut into blocks, one channel beside the other. One round's share is in memory at a time:
-// a block, or in a packet all of them.
+// A signal cut into blocks, its channels side by side. The share of one round is in memory at a
+// time: a block, or in a packet all of them.
 class BlockSource {
 public:
     // blockLength 0: the whole signal is one block. Failure if a share is longer than a module

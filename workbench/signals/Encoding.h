@@ -1,11 +1,10 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
-// How an audio file holds its samples. Integers have their full scale at 1.0. automatic is float64,
-// or pcm24 in a format that holds integers alone.
+// How an audio file stores its samples. Integers have their full scale at 1.0. automatic is
+// float64, or pcm24 in a format that holds integers alone.
 enum class Encoding { automatic, pcm16, pcm24, pcm32, float32, float64 };
 
 struct EncodingRow {

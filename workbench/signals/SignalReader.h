@@ -24,7 +24,7 @@ struct ReadOptions {
     bool axis = true;             // a text file's first column may be an axis
 };
 
-// A signal on disk, read from its first sample to its last in constant memory.
+// A signal, read from its first sample to its last; a file in constant memory.
 class SignalReader {
 public:
     virtual ~SignalReader() = default;

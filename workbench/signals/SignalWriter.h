@@ -26,8 +26,8 @@ struct ResultInfo {
     std::vector<std::string> notes;        // comment lines at the head of a text
 };
 
-// A signal being written. It takes its place on disk with finish; a writer that ends without it
-// leaves nothing. After a Failure it can only be destroyed.
+// A signal being written. The file takes its place on disk with finish; without it nothing is left.
+// After a Failure the writer can only be destroyed.
 class SignalWriter {
 public:
     virtual ~SignalWriter() = default;
@@ -36,6 +36,6 @@ public:
     // value does not fit the encoding: none is clipped.
     virtual void write(const double* interleaved, std::int64_t count) = 0;
 
-    // Puts the notes, as lines of comment, at the end of a text, and the file in its place.
+    // Appends the notes, as lines of comment, to a text, and puts the file in its place.
     virtual void finish(const std::vector<std::string>& closingNotes) = 0;
 };

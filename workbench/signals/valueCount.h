@@ -5,8 +5,8 @@
 #include <limits>
 #include <new>
 
-// How many values so many samples of every channel are, as the size of a vector. Throws
-// std::bad_alloc where they are more than memory can address.
+// The number of values in so many samples of every channel, as the size of a vector. Throws
+// std::bad_alloc if memory cannot address them.
 inline std::size_t valueCount(std::int64_t samples, std::int64_t channels) {
     constexpr std::int64_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
     if (samples > most / channels) {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-// The words that the program is started with, and its three streams, alike on all systems: UTF-8,
-// and bytes that go through as they are.
+// The words that the program is started with, and its three streams, alike on all systems: the
+// words are UTF-8, and the streams pass bytes on unchanged.
 class Console {
 public:
     Console();

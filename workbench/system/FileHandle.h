@@ -17,7 +17,7 @@ FileHandle openFile(const std::filesystem::path& path, const char* mode);
 // if there is a file of that name.
 FileHandle createFile(const std::filesystem::path& path);
 
-// Whether a program has the file open that came from createFile. True if that is not known.
+// Whether a program has a file of createFile still open. True if that is not known.
 bool isInUse(const std::filesystem::path& path);
 
 // An unnamed temporary file, deleted when its handle closes. Null with errno set.

@@ -1,5 +1,5 @@
 #pragma once
 
-// Bytes of memory that an array can have without pushing other programs out. Where the system does
-// not tell, all that an array can ever have.
+// Bytes of memory that an array can have without displacing other programs. Where the system does
+// not say, the most that an array can ever have.
 double freeMemory();

@@ -51,7 +51,7 @@ AudioReader::AudioReader(FileHandle audio, const SourceName& source, const ReadO
     facts.format = formatName(header.format);
     facts.channels = header.channels;
     facts.rate = std::max(header.samplerate, 0);
-    // Integers are finite, and an extent tells that all are there: no need to look at each.
+    // Integers are finite, and an extent shows that all are present: none has to be looked at.
     if (extent && isPcm(header.format) && header.frames > 0) {
         facts.samples = header.frames;
     } else {
@@ -98,7 +98,7 @@ SF_INFO AudioReader::openFromStart() {
     SF_INFO header = {};
     sound = openSound(file.get(), SFM_READ, header);
     if (sound == nullptr) {
-        throw Failure(fmt::format("{}: the audio cannot be read ({}); save it anew as WAV or FLAC",
+        throw Failure(fmt::format("{}: the audio cannot be read ({}); save it again as WAV or FLAC",
                                   facts.source.shown, printable(sf_strerror(nullptr), 100)));
     }
     return header;
@@ -108,7 +108,7 @@ std::int64_t AudioReader::read(double* interleaved, std::int64_t count) {
     count = std::min(count, facts.samples - position);
     if (sf_readf_double(sound.get(), interleaved, count) != count) {
         throw Failure(
-            fmt::format("{} has changed while it was read; start again", facts.source.shown));
+            fmt::format("{} changed while it was being read; start again", facts.source.shown));
     }
     position += count;
     return count;

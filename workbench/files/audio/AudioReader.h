@@ -7,7 +7,7 @@
 // Audio through libsndfile, in its normalised scale: the full scale of integers is 1.0.
 class AudioReader final : public SignalReader {
 public:
-    // Decodes the whole file once, unless header and size show how much can be read.
+    // Decodes the whole file once, unless its header and size show how much can be read.
     AudioReader(FileHandle audio, const SourceName& source, const ReadOptions& options);
 
     std::int64_t read(double* interleaved, std::int64_t count) override;

@@ -16,7 +16,7 @@
 
 static constexpr std::size_t blockLength = 16384;
 
-// Sizes in a header of 32 bits reach so far; what is left is for the header itself.
+// The largest size of 32 bits, less room for the header itself.
 static constexpr std::int64_t longestShortChunk = 0xffffffff - 0xffff;
 
 static int wholeRate(double rate, const std::string& name) {
@@ -47,31 +47,34 @@ static SF_INFO headerOf(std::string_view container, const EncodingRow& row, int 
     return header;
 }
 
+static const EncodingRow& encodingFor(const AudioContainer& container, Encoding encoding) {
+    if (encoding != Encoding::automatic) {
+        return EncodingRow::of(encoding);
+    }
+    const EncodingRow& floating = EncodingRow::of(Encoding::float64);
+    const SF_INFO probe = headerOf(container.name, floating, 1, 1);
+    return sf_format_check(&probe) != 0 ? floating : EncodingRow::of(Encoding::pcm24);
+}
+
 AudioFormat::AudioFormat(const AudioContainer& container, const SignalTarget& target,
                          const ResultInfo& info) {
     const std::string& name = target.name.shown;
     const int rate = wholeRate(info.rate, name);
-    const auto rowOf = [](Encoding encoding) { return &EncodingRow::of(encoding); };
-    const EncodingRow* row = rowOf(target.encoding);
-    if (target.encoding == Encoding::automatic) {
-        row = rowOf(Encoding::float64);
-        header = headerOf(container.name, *row, 1, rate);
-        row = sf_format_check(&header) != 0 ? row : rowOf(Encoding::pcm24);
-    }
+    const EncodingRow& row = encodingFor(container, target.encoding);
     const bool isLong =
-        container.shortSizes && info.samples > longestShortChunk / row->bytes / info.channels;
+        container.shortSizes && info.samples > longestShortChunk / row.bytes / info.channels;
     if (isLong && container.longForm.empty()) {
         throw Failure(fmt::format("{}: {} holds at most 4 GiB; use the ending .wav, .w64 or .rf64",
                                   name, container.name));
     }
-    header = headerOf(isLong ? container.longForm : container.name, *row, info.channels, rate);
+    header = headerOf(isLong ? container.longForm : container.name, row, info.channels, rate);
     if (sf_format_check(&header) == 0) {
         throw Failure(fmt::format(
             "{}: {} cannot hold {} of {} channel(s); use another encoding, or the ending .wav",
-            name, container.name, row->word, info.channels));
+            name, container.name, row.word, info.channels));
     }
-    integerBits = row->integer ? 8 * row->bytes : 0;
-    narrow = row->encoding == Encoding::float32;
+    integerBits = row.integer ? 8 * row.bytes : 0;
+    narrow = row.encoding == Encoding::float32;
 }
 
 AudioWriter::AudioWriter(const AudioContainer& container, const SignalTarget& target,

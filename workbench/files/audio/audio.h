@@ -14,7 +14,7 @@
 struct AudioContainer {
     std::string_view name;           // the library's usual ending of a file name, in capitals
     bool shortSizes = false;         // of 32 bits in its header: it holds at most 4 GiB
-    std::string_view longForm = "";  // the container that takes its place beyond that; empty: none
+    std::string_view longForm = {};  // the container that takes its place beyond that; empty: none
 };
 
 // Whether a file with these first bytes has those marks at bytes 0 and 8.

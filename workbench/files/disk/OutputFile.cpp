@@ -45,25 +45,19 @@ OutputFile::OutputFile(const SourceName& output, bool replace)
     if (fs::is_regular_file(status) && !replace) {
         refuseExisting(name);
     }
-    const bool isDevice = fs::exists(status) && !fs::is_regular_file(status);
-    if (isDevice) {
+    if (fs::exists(status) && !fs::is_regular_file(status)) {
         device = openFile(target, "wb");
+        sink = device.get();
     } else {
         partial = std::make_unique<PartialFile>(target);
+        sink = partial->file.get();
     }
-    if (stream() == nullptr) {
+    if (sink == nullptr) {
         failToCreate(name);
     }
-    if (fs::is_regular_file(status)) {
+    if (partial != nullptr && fs::is_regular_file(status)) {
         fs::permissions(partial->path, status.permissions(), ignored);  // of the file it replaces
     }
-}
-
-std::FILE* OutputFile::stream() const {
-    if (target.empty()) {
-        return stdout;
-    }
-    return partial != nullptr ? partial->file.get() : device.get();
 }
 
 void OutputFile::fail() {
@@ -73,22 +67,28 @@ void OutputFile::fail() {
 
 void OutputFile::write(std::string_view bytes) {
     errno = 0;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stream()) < bytes.size()) {
+    if (std::fwrite(bytes.data(), 1, bytes.size(), sink) < bytes.size()) {
         fail();
     }
 }
 
 void OutputFile::commit() {
     errno = 0;
-    if (std::fflush(stream()) != 0 || std::ferror(stream()) != 0) {
+    if (std::fflush(sink) != 0 || std::ferror(sink) != 0) {
         fail();
     }
-    FileHandle& file = partial != nullptr ? partial->file : device;
-    if (file != nullptr && std::fclose(file.release()) != 0) {
-        fail();
+    if (device != nullptr) {
+        close(device);
     }
     if (partial != nullptr) {
+        close(partial->file);
         moveIntoPlace();
+    }
+}
+
+void OutputFile::close(FileHandle& file) {
+    if (std::fclose(file.release()) != 0) {
+        fail();
     }
 }
 

@@ -26,7 +26,7 @@ public:
 
     // Whether stream can be sought in.
     bool seekable() const { return partial != nullptr; }
-    std::FILE* stream() const;
+    std::FILE* stream() const { return sink; }
 
     void write(std::string_view bytes);
 
@@ -39,11 +39,13 @@ public:
     [[noreturn]] void fail();
 
 private:
+    void close(FileHandle& file);
     void moveIntoPlace();
 
     std::string name;  // for messages
     std::filesystem::path target;
     bool replaces;
-    FileHandle device;                     // null: standard output, unless
-    std::unique_ptr<PartialFile> partial;  // it is a file of its own
+    FileHandle device;                     // a device or a pipe
+    std::unique_ptr<PartialFile> partial;  // a file; neither: standard output
+    std::FILE* sink = stdout;              // of the one that is written
 };

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-// What the header says about the first column of a text file.
+// A first column that is an axis, as its name in the header says.
 struct AxisColumn {
     bool time = false;
     double perSecond = 1.0;  // units of a time column in one second
@@ -16,12 +16,12 @@ struct AxisColumn {
 // energy or frequency, unless a later column has that word too.
 std::optional<AxisColumn> findAxisColumn(const std::vector<std::string>& names);
 
-// Fits an even axis to points that come one after the other, none of which it keeps. Point i is to
-// be within 5 % of a step of first + i step, since columns are often rounded to a few digits: what
-// all the points leave of the step is an interval.
+// Fits an even axis to points that come one after the other, in constant memory: it tracks the
+// interval of steps that fits every point so far. Point i has to be within 5 % of a step of
+// first + i step, since columns are often rounded to a few digits.
 class EvenSteps {
 public:
-    // False if no step suits this point and all before it. The axis then is as it was.
+    // False if no step fits this point and all before it; then the axis is as it was.
     bool accept(double point);
 
     double first() const { return start; }

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-// The lines of a text file, of at most 1 MiB each, that say something: without empty lines, lines
-// of comment, line ends (LF or CR LF) and the byte-order mark of UTF-8.
+// The lines of a text file, of at most 1 MiB each, without empty lines, comment lines, line ends
+// (LF or CR LF) and the byte-order mark of UTF-8.
 class LineReader {
 public:
     // The file stays the caller's; the name is for messages.

@@ -20,7 +20,7 @@ static bool startsHexadecimal(std::string_view digits) {
            (digits[2] == '.' || std::isxdigit(static_cast<unsigned char>(digits[2])) != 0);
 }
 
-// The number without its sign. No second sign: that is no number.
+// The number without its sign; a second sign is refused.
 static NumberKind readMagnitude(std::string_view digits, double& value) {
     if (digits.empty() || digits.front() == '-') {
         return NumberKind::notANumber;

@@ -67,7 +67,7 @@ static bool allNumbers(std::string_view line, char separator) {
     return true;
 }
 
-// The first separator that is in the line and makes numbers of all its cells.
+// The first separator that is in the line and divides it into numbers alone.
 static std::optional<char> dataSeparator(std::string_view line) {
     for (const char separator : separators) {
         if (countCells(line, separator) > 1 && allNumbers(line, separator)) {

@@ -22,12 +22,12 @@ private:
     bool ended = false;
 };
 
-// Takes the blanks and tabs off both ends.
+// The text without blanks and tabs at both ends.
 std::string_view trimmed(std::string_view text);
 
 std::size_t countCells(std::string_view line, char separator);
 
-// How the lines of a text file divide.
+// How the lines of a text file are divided.
 struct TextLayout {
     char separator = '\0';
     bool decimalComma() const { return separator != ','; }
@@ -38,7 +38,7 @@ struct TextLayout {
 };
 
 // Finds the layout by the first two lines (one in a file of one line) of a text.
-// The first is a header if no separator makes numbers of all its cells. Then the first separator
+// The first is a header if no separator divides it into numbers alone. Then the first separator
 // (tab, semicolon, comma, blanks) that divides both lines alike is taken, so that a header with a
 // blank in it does not make two columns of one.
 TextLayout findLayout(std::string_view first, const std::optional<std::string>& second);

@@ -47,8 +47,9 @@ void TextReader::readLayout() {
                                   facts.source.shown, printable(first, shownLength)));
     }
     if (layout.columns > mostColumns) {
-        throw Failure(fmt::format("{}: {} columns, but {} are the most; write one line per sample",
-                                  facts.source.shown, layout.columns, mostColumns));
+        throw Failure(
+            fmt::format("{}: {} columns, but at most {} are allowed; write one line per sample",
+                        facts.source.shown, layout.columns, mostColumns));
     }
     row.resize(layout.columns);
     if (allowed.axis) {
@@ -113,7 +114,7 @@ bool TextReader::nextRow() {
     if (column < row.size() || cells.next(surplus)) {
         refuse(
             fmt::format("{} column(s), but {} in the first line; correct it, or put # before lines "
-                        "that are no data",
+                        "that are not data",
                         countCells(line, layout.separator), row.size()));
     }
     return true;
@@ -139,7 +140,7 @@ void TextReader::parseCell(std::string_view cell, std::size_t column) {
                        cell.empty()
                            ? "the cell is empty; put a number there"
                            : fmt::format("\"{}\" is not a number; correct it, or put # before "
-                                         "lines that are no data",
+                                         "lines that are not data",
                                          printable(cell, shownLength)));
     }
 }
@@ -150,7 +151,7 @@ std::int64_t TextReader::read(double* interleaved, std::int64_t count) {
     for (std::int64_t i = 0; i < count; ++i) {
         if (!nextRow()) {
             throw Failure(
-                fmt::format("{} has changed while it was read; start again", facts.source.shown));
+                fmt::format("{} changed while it was being read; start again", facts.source.shown));
         }
         interleaved = std::copy(row.begin() + axes, row.end(), interleaved);
     }

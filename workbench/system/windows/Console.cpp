@@ -4,7 +4,7 @@
 
 #include <fcntl.h>
 #include <io.h>
-// The second rests on the first.
+// The second needs the first.
 // clang-format off
 #include <windows.h>
 #include <shellapi.h>
@@ -34,7 +34,7 @@ Console::~Console() {
     }
 }
 
-// What main gets is in the code page of the system, which has not got every letter.
+// The arguments of main are in the code page of the system, which does not have every letter.
 std::vector<std::string> Console::words(int /*argc*/, char** /*argv*/) {
     int count = 0;
     const std::unique_ptr<LPWSTR, decltype(&LocalFree)> all(

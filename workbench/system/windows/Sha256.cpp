@@ -6,7 +6,7 @@
 #include <fmt/ranges.h>
 
 #include <array>
-// The second rests on the first.
+// The second needs the first.
 // clang-format off
 #include <windows.h>
 #include <bcrypt.h>
@@ -44,7 +44,7 @@ Sha256::Sha256() : state(std::make_unique<State>()) {
 Sha256::~Sha256() = default;
 
 void Sha256::add(const std::uint8_t* bytes, std::size_t count) {
-    // The library takes no constant, but only reads.
+    // The library only reads, although its parameter is not a constant.
     check(BCryptHashData(state->hash, const_cast<PUCHAR>(bytes), static_cast<ULONG>(count), 0));
 }
 
