@@ -128,16 +128,19 @@ template <int lanes>
 }
 
 // Brings the pivot of column first + t to its row. Inline like the rest: a function translated for
-// the baseline, called while wide registers are in use, runs at half the speed. That a candidate is
-// rarely the largest so far makes a branch of the test; as a choice of values, which each wait for
-// the one before, it takes half as long again at n = 32.
+// the baseline, called while wide registers are in use, runs at half the speed.
+//
+// A candidate is rarely the largest so far. Told so, in just this form, g++ makes a branch of the
+// test; it would make a choice of values otherwise, each of which waits for the one before, and the
+// whole would take half as long again at n = 32.
 [[gnu::always_inline]] static inline void exchangeRows(const Elimination& e, int first, int t) {
     const int j = first + t;
     double best = 0.0;
     int pivotRow = j;
     for (int i = j; i < e.n; ++i) {
         const double candidate = std::abs(e.panel.row(i - first)[t]) * e.scales[i];
-        if (__builtin_expect_with_probability(candidate >= best, 0, 0.99)) {
+        const auto larger = static_cast<long>(candidate >= best);
+        if (static_cast<bool>(__builtin_expect_with_probability(larger, 0, 0.99))) {
             best = candidate;
             pivotRow = i;
         }
@@ -190,15 +193,15 @@ template <int lanes>
     }
 }
 
-// Rows first to end - 1, at most eight, and columns from to to - 1, a multiple of eight: each row
+// Rows top to bottom - 1, at most eight, and columns from to to - 1, a multiple of eight: each row
 // takes the products with the rows above it.
 template <int lanes>
-[[gnu::always_inline]] static inline void reduceRows(Block<double> a, int first, int end, int from,
+[[gnu::always_inline]] static inline void reduceRows(Block<double> a, int top, int bottom, int from,
                                                      int to) {
     for (int j = from; j < to; j += lanes) {
-        for (int i = first + 1; i < end; ++i) {
+        for (int i = top + 1; i < bottom; ++i) {
             Vector<lanes> elements = *vectorsAt<lanes>(a.row(i) + j);
-            for (int k = first; k < i; ++k) {
+            for (int k = top; k < i; ++k) {
                 elements -= a.row(i)[k] * *vectorsAt<lanes>(a.row(k) + j);
             }
             *vectorsAt<lanes>(a.row(i) + j) = elements;
