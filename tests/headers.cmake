@@ -2,9 +2,7 @@
 # target has the name of its folder. The other folders stand here with their targets, of which their
 # headers have all rights; where a build lacks the first of these, the folder is left out.
 set(targets_kernels/contract kernel_contract)
-set(targets_workbench fendra)
-set(targets_workbench/commands fendra)
-set(targets_workbench/window fendra_window workbench_window)
+set(targets_workbench/window fendra_window)
 set(targets_benchmarks benchmarks peers)
 set(targets_fuzz fuzz-dialog fuzz-text)
 set(targets_tests/frame frame-tests)

@@ -33,12 +33,11 @@ SettingOptions::SettingOptions(std::int32_t direction) {
     }
 }
 
-// "--method=van-cittert" is what the group of the iteration's options is called after.
 static std::string groupOf(const Setting& setting) {
-    const std::size_t equals = setting.needs.find('=');
-    return setting.needs.starts_with("method=")
-               ? "Options of --method " + setting.needs.substr(equals + 1)
-               : "Method";
+    if (setting.needs.starts_with("method=")) {
+        return "Options of --method " + setting.needs.substr(setting.needs.find('=') + 1);
+    }
+    return setting.key == "per" ? "Blocks" : "Method";
 }
 
 void SettingOptions::addTo(CLI::App& command, const std::vector<std::string>& except) {

@@ -23,7 +23,8 @@ static std::string optionWords(const CLI::App& command) {
 static std::string valueBranches(const CLI::App& command) {
     std::string branches;
     for (const CLI::Option* option : command.get_options()) {
-        const std::vector<std::string> words = choices(*option);
+        std::vector<std::string> words = choices(*option);
+        std::erase(words, "NUMBER");  // stands for what cannot be offered
         if (option->get_positional() || option->get_expected_max() == 0 ||
             option->get_type_name() == "FILE") {
             continue;
@@ -47,31 +48,40 @@ std::string completionScript(const CLI::App& program) {
     return fmt::format(
         "# bash completion for fendra\n"
         "_fendra() {{\n"
-        "    local current=${{COMP_WORDS[COMP_CWORD]}} command=${{COMP_WORDS[1]}} words= key=\n"
+        "    local current=${{COMP_WORDS[COMP_CWORD]}} command=${{COMP_WORDS[1]}} words= key= "
+        "head=\n"
         "    local before=$((COMP_CWORD - 1))\n"
         "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
-        "        COMPREPLY=($(compgen -W \"{} --help\" -- \"$current\"))\n"
+        "        mapfile -t COMPREPLY < <(compgen -W \"{} --help --version\" -- \"$current\")\n"
         "        return\n"
         "    fi\n"
         "    COMPREPLY=()\n"
-        "    # KEY=VALUE comes as three words, or two while there is no value.\n"
+        "    # KEY=VALUE comes as three words, or two while there is no value; OPTION=VALUE "
+        "likewise.\n"
         "    if [ \"$current\" = = ]; then\n"
         "        current= key=${{COMP_WORDS[before]}}= before=$((before - 1))\n"
         "    elif [ \"${{COMP_WORDS[before]}}\" = = ]; then\n"
         "        key=${{COMP_WORDS[before-1]}}= before=$((before - 2))\n"
         "    fi\n"
+        "    [[ $key != --* ]] || {{ key= before=$((before + 1)); }}\n"
         "    case \"$command:${{COMP_WORDS[before]}}\" in\n"
         "{}"
         "        *) case \"$command:$current\" in\n"
         "            *:-*) ;;\n"
-        "            *) COMPREPLY=($(compgen -f -- \"$current\")); return ;;\n"
+        "            *)  # a name as it is, without what protects it from the shell\n"
+        "                current=${{current#[\\\"\\']}}\n"
+        "                mapfile -t COMPREPLY < <(compgen -f -- \"${{current//\\\\/}}\")\n"
+        "                return ;;\n"
         "            esac\n"
         "            case \"$command\" in\n"
         "{}"
         "            esac ;;\n"
         "    esac\n"
-        "    COMPREPLY=($(compgen -W \"$words\" -- \"$key$current\"))\n"
+        "    # Of a list the last entry is completed.\n"
+        "    [[ $current != *,* ]] || {{ head=${{current%,*}}, current=${{current##*,}}; }}\n"
+        "    mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$key$current\")\n"
         "    COMPREPLY=(\"${{COMPREPLY[@]#\"$key\"}}\")\n"
+        "    COMPREPLY=(\"${{COMPREPLY[@]/#/$head}}\")\n"
         "    [ -n \"${{COMPREPLY[0]%%*=}}\" ] || compopt -o nospace 2>/dev/null\n"
         "}}\n"
         "complete -o filenames -F _fendra fendra\n",

@@ -6,6 +6,7 @@
 #include <fmt/ranges.h>
 
 #include <cstddef>
+#include <map>
 #include <sstream>
 
 std::string summary(const CLI::App& command) {
@@ -86,12 +87,36 @@ static std::string entry(const std::string& left, const std::string& right) {
         filled(right, indent));
 }
 
-static std::string optionEntries(const CLI::App& command, bool positional) {
+static std::string argumentEntries(const CLI::App& command) {
     std::string text;
     for (const CLI::Option* option : command.get_options()) {
-        if (option->get_positional() == positional) {
+        if (option->get_positional()) {
             text += entry(term(*option), explanation(*option));
         }
+    }
+    return text;
+}
+
+// The options by their groups, in the order in which the groups come up; those of no group, which
+// are called "Options", last.
+static std::string optionEntries(const CLI::App& command) {
+    const std::string noGroup = "Options";
+    std::vector<std::string> groups;
+    std::map<std::string, std::string> entries;
+    for (const CLI::Option* option : command.get_options()) {
+        if (!option->get_positional()) {
+            const std::string group = option->get_group();
+            if (group != noGroup && entries.count(group) == 0) {
+                groups.push_back(group);
+            }
+            entries[group] += entry(term(*option), explanation(*option));
+        }
+    }
+    groups.push_back(noGroup);
+    std::string text;
+    for (const std::string& group : groups) {
+        const std::string title = group == noGroup && groups.size() > 1 ? "Other options" : group;
+        text += fmt::format("\n{}:\n{}", title, entries[group]);
     }
     return text;
 }
@@ -113,9 +138,9 @@ std::string Help::make_help(const CLI::App* command, std::string /*name*/,
     std::string text =
         fmt::format("Examples:\n{}\n{}\n{}\n", command->get_footer(), usage(*command),
                     filled(summary(*command) + " " + details(*command), 0));
-    const std::string arguments = optionEntries(*command, true);
+    const std::string arguments = argumentEntries(*command);
     text += arguments.empty() ? "" : "\nArguments:\n" + arguments;
-    text += "\nOptions:\n" + optionEntries(*command, false);
+    text += optionEntries(*command);
     if (command->get_parent() != nullptr) {
         return text;
     }
