@@ -21,74 +21,90 @@ static std::vector<Setting::Word> wordsOfMethods(std::int32_t direction) {
 }
 
 // The controls' ids are the module's public face of its dialog.
-const std::vector<Setting>& Setting::all() {
+static std::vector<Setting> choices() {
+    using S = FendraSettings;
+    return {{.key = "direction",
+             .needs = "",
+             .about = "whether to convolve or to deconvolve",
+             .words = {{"convolution", S::convolution, 1025},
+                       {"deconvolution", S::deconvolution, 1026}},
+             .control = 0,
+             .field = &S::direction},
+            {.key = "per",
+             .needs = "",
+             .about = "pair the signals block by block, or join all blocks of each into one packet",
+             .words = {{"block", S::perBlock, 1040}, {"packet", S::perPacket, 1041}},
+             .control = 0,
+             .field = &S::executionMode},
+            {.key = "domain",
+             .needs = "direction=convolution",
+             .about = "compute in the time or the frequency domain",
+             .words = wordsOfMethods(S::convolution),
+             .control = 0,
+             .field = &S::method},
+            {.key = "method",
+             .needs = "direction=deconvolution",
+             .about = "how to deconvolve",
+             .words = wordsOfMethods(S::deconvolution),
+             .control = 0,
+             .field = &S::method}};
+}
+
+static std::vector<Setting> settingsOfIteration() {
     using S = FendraSettings;
     const std::string iteration = "method=van-cittert";
-    static const std::vector<Setting> table = {
-        {.key = "direction",
-         .needs = "",
-         .about = "whether to convolve or to deconvolve",
-         .words = {{"convolution", S::convolution, 1025},
-                   {"deconvolution", S::deconvolution, 1026}},
-         .control = 0,
-         .field = &S::direction},
-        {.key = "per",
-         .needs = "",
-         .about = "pair the signals block by block, or join all blocks of each into one packet",
-         .words = {{"block", S::perBlock, 1040}, {"packet", S::perPacket, 1041}},
-         .control = 0,
-         .field = &S::executionMode},
-        {.key = "domain",
-         .needs = "direction=convolution",
-         .about = "compute in the time or the frequency domain",
-         .words = wordsOfMethods(S::convolution),
-         .control = 0,
-         .field = &S::method},
-        {.key = "method",
-         .needs = "direction=deconvolution",
-         .about = "how to deconvolve",
-         .words = wordsOfMethods(S::deconvolution),
-         .control = 0,
-         .field = &S::method},
-        {.key = "convergence",
-         .needs = iteration,
-         .about = "step size; 1 if the kernel sums to 1, else start at 1/S^2 with S its sum",
-         .words = {},
-         .control = 1030,
-         .field = &S::convergence,
-         .range = Range::aboveZero},
-        {.key = "max-iterations",
-         .needs = iteration,
-         .about = "maximum number of iterations, plus one; with noise 10 to 30 are enough",
-         .words = {},
-         .control = 1031,
-         .field = &S::maxIterations},
-        {.key = "stop-at-error",
-         .needs = iteration,
-         .about = "stop once the sum of the squared residuals is at or below this; or off",
-         .words = {{"off", 0, 0}},
-         .control = 1034,
-         .field = &S::errorValue,
-         .range = Range::aboveZero,
-         .enabledBy = &S::abortAtError,
-         .enablingControl = 1032},
-        {.key = "stop-at-minimum",
-         .needs = iteration,
-         .about = "stop at the first step that raises the error, and discard it",
-         .words = {{"off", 0, 0}, {"on", 1, 0}},
-         .control = 1033,
-         .field = &S::abortAtMinError},
-        {.key = "scaling",
-         .needs = "method=pseudo-inverse",
-         .about = "what to scale to 1: the central element, the magnitude or the manhattan "
-                  "magnitude of the identity, the magnitude of the filter, or none of them",
-         .words = {{"central", 0, 0},
-                   {"magnitude", 1, 0},
-                   {"manhattan", 2, 0},
-                   {"filter", 3, 0},
-                   {"none", 4, 0}},
-         .control = 1036,
-         .field = &S::scaling}};
+    return {{.key = "convergence",
+             .needs = iteration,
+             .about = "step size; 1 if the kernel sums to 1, else start at 1/S^2 with S its sum",
+             .words = {},
+             .control = 1030,
+             .field = &S::convergence,
+             .range = Setting::Range::aboveZero},
+            {.key = "max-iterations",
+             .needs = iteration,
+             .about = "maximum number of iterations, plus one; with noise 10 to 30 are enough",
+             .words = {},
+             .control = 1031,
+             .field = &S::maxIterations},
+            {.key = "stop-at-error",
+             .needs = iteration,
+             .about = "stop once the sum of the squared residuals is at or below this; or off",
+             .words = {{"off", 0, 0}},
+             .control = 1034,
+             .field = &S::errorValue,
+             .range = Setting::Range::aboveZero,
+             .enabledBy = &S::abortAtError,
+             .enablingControl = 1032},
+            {.key = "stop-at-minimum",
+             .needs = iteration,
+             .about = "stop at the first step that raises the error, and discard it",
+             .words = {{"off", 0, 0}, {"on", 1, 0}},
+             .control = 1033,
+             .field = &S::abortAtMinError}};
+}
+
+static std::vector<Setting> settingsOfFilter() {
+    return {{.key = "scaling",
+             .needs = "method=pseudo-inverse",
+             .about = "what to scale to 1: the central element, the magnitude or the manhattan "
+                      "magnitude of the identity, the magnitude of the filter, or none of them",
+             .words = {{"central", 0, 0},
+                       {"magnitude", 1, 0},
+                       {"manhattan", 2, 0},
+                       {"filter", 3, 0},
+                       {"none", 4, 0}},
+             .control = 1036,
+             .field = &FendraSettings::scaling}};
+}
+
+const std::vector<Setting>& Setting::all() {
+    static const std::vector<Setting> table = [] {
+        std::vector<Setting> rows = choices();
+        for (const std::vector<Setting>& more : {settingsOfIteration(), settingsOfFilter()}) {
+            rows.insert(rows.end(), more.begin(), more.end());
+        }
+        return rows;
+    }();
     return table;
 }
 

@@ -37,6 +37,44 @@ static std::string valueBranches(const CLI::App& command) {
     return branches;
 }
 
+// Its places are for the names of the commands, the branches of values, and those of options.
+static constexpr const char* scriptText = R"(# bash completion for fendra
+_fendra() {{
+    local current=${{COMP_WORDS[COMP_CWORD]}} command=${{COMP_WORDS[1]}} words= key= head=
+    local before=$((COMP_CWORD - 1))
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        mapfile -t COMPREPLY < <(compgen -W "{} --help --version" -- "$current")
+        return
+    fi
+    COMPREPLY=()
+    # KEY=VALUE comes as three words, or two while there is no value; OPTION=VALUE likewise.
+    if [ "$current" = = ]; then
+        current= key=${{COMP_WORDS[before]}}= before=$((before - 1))
+    elif [ "${{COMP_WORDS[before]}}" = = ]; then
+        key=${{COMP_WORDS[before-1]}}= before=$((before - 2))
+    fi
+    [[ $key != --* ]] || {{ key= before=$((before + 1)); }}
+    case "$command:${{COMP_WORDS[before]}}" in
+{}        *) case "$command:$current" in
+            *:-*) ;;
+            *)  # a name as it is, without what protects it from the shell
+                current=${{current#[\"\']}}
+                mapfile -t COMPREPLY < <(compgen -f -- "${{current//\\/}}")
+                return ;;
+            esac
+            case "$command" in
+{}            esac ;;
+    esac
+    # Of a list the last entry is completed.
+    [[ $current != *,* ]] || {{ head=${{current%,*}}, current=${{current##*,}}; }}
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$key$current")
+    COMPREPLY=("${{COMPREPLY[@]#"$key"}}")
+    COMPREPLY=("${{COMPREPLY[@]/#/$head}}")
+    [ -n "${{COMPREPLY[0]%%*=}}" ] || compopt -o nospace 2>/dev/null
+}}
+complete -o filenames -F _fendra fendra
+)";
+
 std::string completionScript(const CLI::App& program) {
     std::string names, options, values;
     for (const CLI::App* command : program.get_subcommands({})) {
@@ -45,45 +83,5 @@ std::string completionScript(const CLI::App& program) {
                                optionWords(*command));
         values += valueBranches(*command);
     }
-    return fmt::format(
-        "# bash completion for fendra\n"
-        "_fendra() {{\n"
-        "    local current=${{COMP_WORDS[COMP_CWORD]}} command=${{COMP_WORDS[1]}} words= key= "
-        "head=\n"
-        "    local before=$((COMP_CWORD - 1))\n"
-        "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
-        "        mapfile -t COMPREPLY < <(compgen -W \"{} --help --version\" -- \"$current\")\n"
-        "        return\n"
-        "    fi\n"
-        "    COMPREPLY=()\n"
-        "    # KEY=VALUE comes as three words, or two while there is no value; OPTION=VALUE "
-        "likewise.\n"
-        "    if [ \"$current\" = = ]; then\n"
-        "        current= key=${{COMP_WORDS[before]}}= before=$((before - 1))\n"
-        "    elif [ \"${{COMP_WORDS[before]}}\" = = ]; then\n"
-        "        key=${{COMP_WORDS[before-1]}}= before=$((before - 2))\n"
-        "    fi\n"
-        "    [[ $key != --* ]] || {{ key= before=$((before + 1)); }}\n"
-        "    case \"$command:${{COMP_WORDS[before]}}\" in\n"
-        "{}"
-        "        *) case \"$command:$current\" in\n"
-        "            *:-*) ;;\n"
-        "            *)  # a name as it is, without what protects it from the shell\n"
-        "                current=${{current#[\\\"\\']}}\n"
-        "                mapfile -t COMPREPLY < <(compgen -f -- \"${{current//\\\\/}}\")\n"
-        "                return ;;\n"
-        "            esac\n"
-        "            case \"$command\" in\n"
-        "{}"
-        "            esac ;;\n"
-        "    esac\n"
-        "    # Of a list the last entry is completed.\n"
-        "    [[ $current != *,* ]] || {{ head=${{current%,*}}, current=${{current##*,}}; }}\n"
-        "    mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$key$current\")\n"
-        "    COMPREPLY=(\"${{COMPREPLY[@]#\"$key\"}}\")\n"
-        "    COMPREPLY=(\"${{COMPREPLY[@]/#/$head}}\")\n"
-        "    [ -n \"${{COMPREPLY[0]%%*=}}\" ] || compopt -o nospace 2>/dev/null\n"
-        "}}\n"
-        "complete -o filenames -F _fendra fendra\n",
-        names, values, options);
+    return fmt::format(scriptText, names, values, options);
 }
