@@ -355,5 +355,5 @@ TEST(DisplayTest, MissingIsSaidInOneLine) {
     EXPECT_THROW((void)window.windowDesktop(), Failure);
     qputenv("DISPLAY", ":4711");
     EXPECT_EXIT((void)window.windowDesktop(), testing::ExitedWithCode(1),
-                "^fendra: no window can be opened \\(.*\\); set values with --set\n$");
+                "^fendra: no window can be opened \\(.*\\); check the display, .*see fendra --help\n$");
 }

@@ -1,10 +1,10 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/InputOptions.h"
-#include "workbench/terminal/SettingOptions.h"
 #include "workbench/jobs/CompareJob.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/terminal/Progress.h"
+#include "workbench/terminal/SettingOptions.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>

@@ -85,10 +85,10 @@ static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
     for (const ModulePorts& ports : portsOf(*module)) {
         const bool named = !ports.settings.empty();
         const std::string name = named ? ports.settings + " " : "";
-        facts.push_back({ports.settings + (named ? "Inputs" : "inputs"), name + "inputs",
-                         ports.inputs});
-        facts.push_back({ports.settings + (named ? "Outputs" : "outputs"), name + "outputs",
-                         ports.outputs});
+        facts.push_back(
+            {ports.settings + (named ? "Inputs" : "inputs"), name + "inputs", ports.inputs});
+        facts.push_back(
+            {ports.settings + (named ? "Outputs" : "outputs"), name + "outputs", ports.outputs});
     }
     return facts;
 }

@@ -1,5 +1,6 @@
-#include "workbench/commands/Command.h"
 #include "workbench/jobs/Selftest.h"
+
+#include "workbench/commands/Command.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/terminal/values.h"
 
@@ -58,9 +59,10 @@ static void runAndPrint(const std::string& instructions, bool asJson) {
     const SelftestResult result = runSelftest(set);
     print(result, set, asJson);
     if (!result.differences.empty()) {
-        throw Failure(fmt::format("do not trust results of this machine, kernels differ from their "
-                                  "plain loops: {}",
-                                  fmt::join(result.differences, "; ")));
+        throw Failure(
+            fmt::format("do not trust results of this machine, kernels differ from their "
+                        "plain loops: {}",
+                        fmt::join(result.differences, "; ")));
     }
 }
 
@@ -70,7 +72,8 @@ static void addSelftest(CLI::App& program) {
         "Test the arithmetic on this machine, and print digests of its results.\n"
         "Every inner loop runs on fixed input, once as it is written down and once in its fast "
         "form, which have to agree in every bit. The digests are the same on every machine, with "
-        "every instruction set and compiler; all NaNs are treated as equal. The kernels are those that "
+        "every instruction set and compiler; all NaNs are treated as equal. The kernels are those "
+        "that "
         "the module computes with. The last line is the mode of the arithmetic that was met; the "
         "module itself always computes to nearest, with denormals.");
     command.footer(

@@ -4,7 +4,6 @@
 #include "workbench/desktop/DialogTyper.h"
 #include "workbench/desktop/SettingsEditor.h"
 #include "workbench/desktop/WindowLibrary.h"
-#include "workbench/desktop/display.h"
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
@@ -36,6 +35,7 @@ struct SettingsCommand {
 
 private:
     void edit(Desktop& desktop) const;
+    void editInWindow() const;
     [[nodiscard]] std::vector<Assignment> assignments() const;
 };
 
@@ -74,6 +74,22 @@ std::vector<Assignment> SettingsCommand::assignments() const {
     return given;
 }
 
+// There is always a way without a window, and the message names it.
+void SettingsCommand::editInWindow() const {
+    std::unique_ptr<WindowLibrary> library;
+    std::unique_ptr<Desktop> desktop;  // ends before the library
+    try {
+        library = std::make_unique<WindowLibrary>();
+        desktop = library->windowDesktop(printable(nameOf(pathOf(graph).filename())));
+    } catch (const Failure& failure) {
+        throw Failure(
+            fmt::format("{}; or set values with fendra settings {} --set KEY=VALUE, see "
+                        "fendra settings --help",
+                        failure.what(), quoted(graph)));
+    }
+    edit(*desktop);
+}
+
 void SettingsCommand::run() const {
     if (graph == "-") {
         throw CLI::ValidationError("GRAPH", "name a file; standard input cannot be stored in");
@@ -89,14 +105,7 @@ void SettingsCommand::run() const {
         edit(*windows.pictureDesktop(picture));
         return;
     }
-    if (!displayAvailable()) {
-        throw Failure(fmt::format(
-            "there is no display to show the dialog on; set values with fendra settings "
-            "{} --set KEY=VALUE, see fendra settings --help",
-            quoted(graph)));
-    }
-    const WindowLibrary windows;
-    edit(*windows.windowDesktop(printable(nameOf(pathOf(graph).filename()))));
+    editInWindow();
 }
 
 static void addSettings(CLI::App& program) {
@@ -121,8 +130,9 @@ static void addSettings(CLI::App& program) {
         ->type_name("FILE");
     CLI::Option* const set =
         command
-            .add_option("--set", settings->values,
-                        "give values instead of showing the dialog, in any order: " + settingVocabulary())
+            .add_option(
+                "--set", settings->values,
+                "give values instead of showing the dialog, in any order: " + settingVocabulary())
             ->check(CLI::Validator([](std::string& word) { return problemWithAssignment(word); },
                                    fmt::format("{{{}}}", fmt::join(settingCompletions(), ","))))
             ->type_name("KEY=VALUE");

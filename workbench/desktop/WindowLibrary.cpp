@@ -11,16 +11,16 @@
 static SharedLibrary loadWindow() {
     const std::filesystem::path file = SharedLibrary::besideProgram("fendra-window");
     if (!std::filesystem::is_regular_file(file)) {
-        throw Failure(fmt::format(
-            "{} is not there: fendra was built without Qt 6, which it takes; set values with --set",
-            printable(nameOf(file))));
+        throw Failure(
+            fmt::format("{} does not exist: fendra was built without Qt 6; install qt6-base-dev "
+                        "and build it again",
+                        printable(nameOf(file))));
     }
     try {
         return SharedLibrary(file);
     } catch (const Failure& reason) {
-        throw Failure(fmt::format(
-            "{} cannot be loaded ({}): install libqt6widgets6, or set values with --set",
-            printable(nameOf(file)), reason.what()));
+        throw Failure(fmt::format("{} cannot be loaded ({}); install libqt6widgets6",
+                                  printable(nameOf(file)), reason.what()));
     }
 }
 
@@ -28,7 +28,7 @@ WindowLibrary::WindowLibrary() : library(loadWindow()) {}
 
 std::unique_ptr<Desktop> WindowLibrary::windowDesktop(const std::string& subject) const {
     if (!displayAvailable()) {
-        throw Failure("there is no display to open a window on; set values with --set");
+        throw Failure("there is no display to open a window on");
     }
     const auto make =
         reinterpret_cast<decltype(&makeWindowDesktop)>(library.symbol("makeWindowDesktop"));

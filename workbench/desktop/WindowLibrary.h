@@ -13,7 +13,7 @@ public:
     // Failure if it is not there, or Qt is not.
     WindowLibrary();
 
-    // The desktops of window.h. They end before the library does.
+    // The desktops of windowExports.h. They end before the library does.
     // Failure if no font is installed; windowDesktop: also if there is no display.
     //   subject   added to the titles of dialogs, UTF-8 and printable; empty: nothing
     [[nodiscard]] std::unique_ptr<Desktop> windowDesktop(const std::string& subject = {}) const;

@@ -14,11 +14,13 @@
 // Why the platform does not start: the first that it complains about.
 static std::string platformComplaint;
 
-// While Qt starts: ends the process in one line where it would abort in many. What else it has to
-// say about the environment concerns nobody.
+// While Qt starts: ends the process in one line where it would abort in many. Its other messages
+// about the environment are of no use to anybody.
 static void hearStart(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     if (type == QtFatalMsg) {
-        std::fprintf(stderr, "fendra: no window can be opened (%s); set values with --set\n",
+        std::fprintf(stderr,
+                     "fendra: no window can be opened (%s); check the display, or work without a "
+                     "window: see fendra --help\n",
                      platformComplaint.c_str());
         std::_Exit(1);
     }
@@ -36,9 +38,7 @@ static int& listening(int& count) {
 Application::Application() : application(listening(argumentCount), arguments) {
     qInstallMessageHandler(nullptr);
     if (QFontInfo(QApplication::font()).family().isEmpty()) {
-        throw Failure(
-            "there is no font to write in a window with; install fonts-dejavu-core, or set values "
-            "with --set");
+        throw Failure("there is no font to write in a window with; install fonts-dejavu-core");
     }
     // Qt has set the user's locale. Numbers of the module and of files have a decimal point in any.
     std::setlocale(LC_NUMERIC, "C");
@@ -53,6 +53,6 @@ Application::Application() : application(listening(argumentCount), arguments) {
         translator.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(&translator);
     }
-    // A dialog that closes is no end of the program.
+    // A dialog that closes does not end the program.
     QApplication::setQuitOnLastWindowClosed(false);
 }
