@@ -27,7 +27,8 @@ static void addHelp(CLI::App& program) {
         ->type_name("");
     command.callback([&program, name] {
         const CLI::App& shown = name->empty() ? program : *program.get_subcommand(*name);
-        fmt::print("{}", shown.help());
+        // Not shown.help(): that of the program would be the help of the command under way.
+        fmt::print("{}", shown.get_formatter()->make_help(&shown, "", CLI::AppFormatMode::Normal));
     });
 }
 

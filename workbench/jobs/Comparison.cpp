@@ -37,5 +37,5 @@ TruthError Comparison::error() const {
             "{} is zero wherever the result is: no error is relative to that; leave --truth out",
             name.shown));
     }
-    return {name, std::sqrt(differences / squares), compared};
+    return {name, std::sqrt(differences / squares), compared, reader->info().samples};
 }

@@ -143,7 +143,8 @@ void FoldRun::refuseNonfinite(const double* interleaved, std::int64_t samples) c
     if (odd != end) {
         const std::int64_t index = odd - interleaved;
         throw Failure(fmt::format(
-            "the result is {} at sample {}{}: {}; --allow-nonfinite lets it through", *odd,
+            "the result is {} at sample {}{}: {}; --allow-nonfinite lets it through",
+            std::isnan(*odd) ? std::abs(*odd) : *odd,  // the sign of a NaN means nothing
             taken + index / record.channels + 1,
             record.channels == 1 ? "" : fmt::format(" of channel {}", index % record.channels + 1),
             method.onOverflow));

@@ -61,7 +61,7 @@ std::string RunRecord::summary() const {
         text += "\n";
     }
     if (error) {
-        const bool whole = error->samples == samples;
+        const bool whole = error->known == samples;
         text += fmt::format(
             "relative error against {}: {:.2g}{}\n", error->truth.shown, error->relativeError,
             whole ? "" : fmt::format(" (over the first {} samples)", error->samples));

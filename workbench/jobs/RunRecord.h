@@ -15,6 +15,7 @@ struct TruthError {
     SourceName truth;
     double relativeError = 0.0;
     std::int64_t samples = 0;  // compared, of each channel: as many as both have
+    std::int64_t known = 0;    // those of the known signal
 };
 
 // What a run did, enough to judge its result and to run it again.
