@@ -27,7 +27,9 @@ namespace fs = std::filesystem;
 namespace {
 
 struct Case {
-    std::string place, command, output, errors, needs;
+    fs::path file;
+    int line;
+    std::string command, output, errors, needs;
     std::vector<std::string> created;
     int status = 0;
 };
@@ -38,10 +40,11 @@ std::ostream& operator<<(std::ostream& stream, const Case& golden) {
 
 }  // namespace
 
-static void addLine(std::vector<Case>& cases, const std::string& line, const std::string& place) {
+static void addLine(std::vector<Case>& cases, const std::string& line, const fs::path& file,
+                    int number) {
     const std::string text = line.size() > 2 ? line.substr(2) : "";
     if (line[0] == '$') {
-        cases.push_back({place, text, "", "", "", {}, 0});
+        cases.push_back({file, number, text, "", "", "", {}, 0});
         return;
     }
     Case& current = cases.back();
@@ -62,7 +65,7 @@ static void addLine(std::vector<Case>& cases, const std::string& line, const std
             current.needs = text;
             break;
         default:
-            throw std::invalid_argument(place + ": " + line);
+            throw std::invalid_argument(file.string() + ":" + std::to_string(number) + ": " + line);
     }
 }
 
@@ -80,7 +83,7 @@ static std::vector<Case> goldenCases() {
         int number = 1;
         for (std::string line; std::getline(stream, line); ++number) {
             if (!line.empty() && line[0] != '#') {
-                addLine(cases, line, file.stem().string() + "_" + std::to_string(number));
+                addLine(cases, line, file.filename(), number);
             }
         }
     }
@@ -106,14 +109,14 @@ static void expectNothingElse(const std::map<std::string, std::string>& before,
                               std::map<std::string, std::string> after,
                               const std::vector<std::string>& created) {
     for (const std::string& name : created) {
-        EXPECT_EQ(after.erase(name), 1U) << name << " is missing";
+        EXPECT_EQ(1U, after.erase(name)) << name << " is missing";
     }
     for (const auto& [name, bytes] : after) {
         const auto old = before.find(name);
         EXPECT_TRUE(old != before.end() && old->second == bytes)
             << name << " left behind or changed";
     }
-    EXPECT_EQ(after.size(), before.size());
+    EXPECT_EQ(before.size(), after.size());
 }
 
 namespace {
@@ -141,11 +144,13 @@ TEST_P(Command, DoesAsTheGoldenFileSays) {
            << golden.command << "\n} >'" << output << "' 2>'" << errors << "' </dev/null";
     const int status = std::system(script.str().c_str());
 
-    EXPECT_EQ(WEXITSTATUS(status), golden.status) << golden.command;
-    EXPECT_EQ(contents(output), golden.output) << golden.command;
-    EXPECT_EQ(contents(errors), golden.errors) << golden.command;
+    const testing::ScopedTrace place(golden.file.c_str(), golden.line, golden.command);
+    EXPECT_EQ(golden.status, WEXITSTATUS(status));
+    EXPECT_EQ(golden.output, contents(output)) << "on standard output";
+    EXPECT_EQ(golden.errors, contents(errors)) << "on standard error";
     expectNothingElse(before, everythingIn(scratch.path("")), golden.created);
 }
 
-INSTANTIATE_TEST_SUITE_P(Golden, Command, testing::ValuesIn(goldenCases()),
-                         [](const auto& golden) { return golden.param.place; });
+INSTANTIATE_TEST_SUITE_P(Golden, Command, testing::ValuesIn(goldenCases()), [](const auto& golden) {
+    return golden.param.file.stem().string() + "_" + std::to_string(golden.param.line);
+});
