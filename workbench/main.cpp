@@ -60,15 +60,19 @@ static int runCommand(std::vector<std::string> words) {
     return 0;
 }
 
+static int reportOutput(int error) {
+    return report(fmt::format("cannot write standard output: {}; make room or send it elsewhere",
+                              error == 0 ? "write error" : std::generic_category().message(error)),
+                  1);
+}
+
 // What the command printed may still have to be written.
 static int statusOfOutput(int status) {
     errno = 0;
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
         return status;
     }
-    return report(fmt::format("cannot write standard output: {}; make room or send it elsewhere",
-                              errno == 0 ? "write error" : std::generic_category().message(errno)),
-                  1);
+    return reportOutput(errno);
 }
 
 int main(int argc, char** argv) {
@@ -81,6 +85,9 @@ int main(int argc, char** argv) {
         return report(memoryExhausted, 1);
     } catch (const std::length_error&) {  // a size beyond what vectors hold
         return report(memoryExhausted, 1);
+    } catch (const std::system_error& error) {  // of printing, beyond the stream's buffer
+        return std::ferror(stdout) != 0 ? reportOutput(error.code().value())
+                                        : report(error.what(), 1);
     } catch (const std::exception& error) {
         std::fflush(stdout);
         return report(error.what(), 1);

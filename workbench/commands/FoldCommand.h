@@ -1,8 +1,8 @@
 #pragma once
 
 #include "workbench/commands/InputOptions.h"
-#include "workbench/terminal/SettingOptions.h"
 #include "workbench/jobs/FoldJob.h"
+#include "workbench/terminal/SettingOptions.h"
 
 #include <string>
 

@@ -9,24 +9,9 @@
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <array>
 #include <memory>
 #include <string>
-#include <vector>
-
-static kernels::InstructionSet setNamed(const std::string& name) {
-    const std::vector<kernels::InstructionSet> sets = kernels::availableInstructionSets();
-    const auto named = std::find_if(sets.begin(), sets.end(), [&](kernels::InstructionSet set) {
-        return name == kernels::instructionSetName(set);
-    });
-    if (named == sets.end()) {
-        throw Failure(
-            fmt::format("--instructions: this processor has no {}; the widest it has is {}", name,
-                        kernels::instructionSetName(sets.back())));
-    }
-    return *named;
-}
 
 // "to nearest, denormals kept": what the thread was set to, before the trial.
 static std::string describe(const ArithmeticMode& mode) {
@@ -35,9 +20,9 @@ static std::string describe(const ArithmeticMode& mode) {
                        mode.flushesDenormals ? "flushed to zero" : "kept");
 }
 
-static void print(const SelftestResult& result, kernels::InstructionSet set, bool asJson) {
+static void print(const SelftestResult& result, bool asJson) {
     if (asJson) {
-        nlohmann::ordered_json facts = {{"instructions", kernels::instructionSetName(set)},
+        nlohmann::ordered_json facts = {{"instructions", result.instructions},
                                         {"arithmetic", describe(result.mode)}};
         for (const auto& [name, digest] : result.digests) {
             facts["kernels"][name] = digest;
@@ -54,10 +39,8 @@ static void print(const SelftestResult& result, kernels::InstructionSet set, boo
 }
 
 static void runAndPrint(const std::string& instructions, bool asJson) {
-    const kernels::InstructionSet set =
-        instructions.empty() ? kernels::instructionSet() : setNamed(instructions);
-    const SelftestResult result = runSelftest(set);
-    print(result, set, asJson);
+    const SelftestResult result = runSelftest(instructions);
+    print(result, asJson);
     if (!result.differences.empty()) {
         throw Failure(
             fmt::format("do not trust results of this machine, kernels differ from their "

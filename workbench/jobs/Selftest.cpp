@@ -1,6 +1,7 @@
 #include "workbench/jobs/Selftest.h"
 
 #include "kernels/contract/trial.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/signals/SampleDigest.h"
 
 #include <fmt/format.h>
@@ -35,8 +36,24 @@ static std::string digits(const SampleDigest& digest) {
     return digest.hex().substr(0, 16);
 }
 
-SelftestResult runSelftest(kernels::InstructionSet set) {
+static kernels::InstructionSet setNamed(const std::string& name) {
+    const std::vector<kernels::InstructionSet> sets = kernels::availableInstructionSets();
+    const auto named = std::find_if(sets.begin(), sets.end(), [&](kernels::InstructionSet set) {
+        return name == kernels::instructionSetName(set);
+    });
+    if (named == sets.end()) {
+        throw Failure(
+            fmt::format("--instructions: this processor has no {}; the widest it has is {}", name,
+                        kernels::instructionSetName(sets.back())));
+    }
+    return *named;
+}
+
+SelftestResult runSelftest(const std::string& instructions) {
+    const kernels::InstructionSet set =
+        instructions.empty() ? kernels::instructionSet() : setNamed(instructions);
     SelftestResult result;
+    result.instructions = kernels::instructionSetName(set);
     result.mode = ArithmeticMode::current();
     const StandardArithmetic standard;
     SampleDigest all;

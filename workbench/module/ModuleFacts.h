@@ -7,7 +7,7 @@ class B_BasisModule;
 
 // The ports of a module under some of its settings, as its host shows them.
 struct ModulePorts {
-    std::string settings;  // "convolution"; empty: as the module is made
+    std::string settings;                      // "convolution"; empty: as the module is made
     std::vector<std::string> inputs, outputs;  // "Signal 1 (DOUBLE[] TIME_DOMAIN)", in UTF-8
 };
 
