@@ -63,14 +63,17 @@ static std::string complaintOnSurplus(const CLI::App& command, const std::string
 }
 
 // The parser's own words on an option without a value, or with too many, do not say which it was.
-static std::string complaintOnCount(const CLI::ArgumentMismatch& error,
+static std::string complaintOnCount(const CLI::App& command, const CLI::ArgumentMismatch& error,
                                     const std::vector<std::string>& words) {
     const std::string text = error.what(), option = text.substr(0, text.find(':'));
     const auto given = std::count_if(words.begin(), words.end(), [&](const std::string& word) {
         return word == option || word.starts_with(option + "=");
     });
-    return given > 1 ? fmt::format("{} is given {} times; give it once", option, given)
-                     : fmt::format("{} needs a value", option);
+    if (given > 1) {
+        return fmt::format("{} is given {} times; give it once", option, given);
+    }
+    const CLI::Option* const known = command.get_option_no_throw(option);
+    return fmt::format("{} needs a value{}", option, known == nullptr ? "" : ": " + term(*known));
 }
 
 std::string complaint(const CLI::App& program, const CLI::ParseError& error,
@@ -92,5 +95,6 @@ std::string complaint(const CLI::App& program, const CLI::ParseError& error,
         return complaintOnSurplus(command, surplus.front()) + help;
     }
     const auto* const mismatch = dynamic_cast<const CLI::ArgumentMismatch*>(&error);
-    return (mismatch != nullptr ? complaintOnCount(*mismatch, words) : error.what()) + help;
+    return (mismatch != nullptr ? complaintOnCount(command, *mismatch, words) : error.what()) +
+           help;
 }

@@ -9,10 +9,15 @@ static constexpr std::array<std::string_view, 4> timeWords = {"t", "time", "zeit
 static constexpr std::array<std::string_view, 10> axisWords = {
     "x", "axis", "index", "sample", "channel", "kanal", "n", "offset", "energy", "frequency"};
 
+namespace {
+
 struct TimeUnit {
     std::string_view word;
     double perSecond;
 };
+
+}  // namespace
+
 // The micro sign has two characters in UTF-8, and a byte of its own in older files.
 static constexpr std::array timeUnits = {
     TimeUnit{"s", 1.0},         TimeUnit{"ms", 1e3},         TimeUnit{"us", 1e6},
