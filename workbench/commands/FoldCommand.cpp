@@ -123,6 +123,7 @@ FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
     return stored;
 }
 
+// Without --force, --truth and --json, which do not change the result.
 std::string FoldCommand::commandLine(const FendraSettings& used) const {
     std::string line = fmt::format("fendra {} {} {} {}", name, quoted(first), quoted(second),
                                    graph.empty() ? optionWords(used) : "--graph " + quoted(graph));
@@ -138,6 +139,7 @@ std::string FoldCommand::commandLine(const FendraSettings& used) const {
     return line;
 }
 
+// Where the result itself goes to standard output, what is said about it goes to standard error.
 void FoldCommand::run() const {
     checkStreams();
     const ReadOptions reading = input.reading();

@@ -47,6 +47,7 @@ static std::string reportedText(const MethodOutcome& outcome) {
     return text;
 }
 
+// Remarks are sentences and come below, where they do not break the columns.
 static void printTable(const std::vector<MethodOutcome>& outcomes, bool withTruth) {
     fmt::print("{:<16}{:>10}{:>11}{}   {}\n", "method", "misfit", "roughness",
                withTruth ? fmt::format("{:>10}", "error") : "", "reported");
@@ -95,6 +96,7 @@ static void printJson(const std::vector<MethodOutcome>& outcomes) {
     fmt::print("{}\n", all.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
+// The signals are read once, for all methods.
 CompareJob CompareCommand::job() const {
     CompareJob job;
     job.settings = options.settings();

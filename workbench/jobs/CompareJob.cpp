@@ -50,10 +50,11 @@ static Signal modelOf(const CompareJob& job, const Method& method, const Signal&
     convolution.settings.direction = FendraSettings::convolution;
     convolution.settings.method =
         method.lag != 0 ? FendraSettings::timeDomain : FendraSettings::frequencyDomain;
-    convolution.allowNonfinite = true;
+    convolution.allowNonfinite = true;  // the misfit is then not finite either, and says so
     return run(convolution, library, observer).result;
 }
 
+// A method that fails takes its place in the comparison with its reason.
 MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibrary& library,
                   JobObserver& observer) {
     MethodOutcome compared;

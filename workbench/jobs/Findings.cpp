@@ -10,6 +10,7 @@
 #include <new>
 #include <numeric>
 
+// A file of thousands of blocks would have as many remarks; ten show what is wrong.
 static constexpr std::size_t mostRemarks = 10;
 
 KernelGain kernelGain(const std::vector<double>& kernel, std::size_t length) {
@@ -56,6 +57,7 @@ static double energyOf(const std::vector<double>& samples) {
     return std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0);
 }
 
+// A convolution loses nothing that could be remarked on.
 void Findings::add(const ModuleRun::Channel& channel) {
     if (settings.direction == FendraSettings::convolution) {
         return;

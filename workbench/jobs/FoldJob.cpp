@@ -26,6 +26,8 @@
 // Makes the writer of a result, when it is known what the result will be like.
 using MakeWriter = std::function<std::unique_ptr<SignalWriter>(const ResultInfo& info)>;
 
+// The command line offers nothing that a run refuses; a stored graph, or a program that makes a
+// job, may hold it.
 static const Method& methodOf(const FoldJob& job) {
     const std::string refused = refusedSetting(job.settings);
     const Method* const method = Method::selectedBy(job.settings);
@@ -37,6 +39,8 @@ static const Method& methodOf(const FoldJob& job) {
     return *method;
 }
 
+// The lag is room that a padded convolution needs, or its last sample would wrap round to the
+// front. Deconvolutions are as long as their signal.
 static RunPlan planOf(const FoldJob& job, const Method& method) {
     RunPlan plan;
     plan.blockLength = job.cutting.block;
@@ -73,6 +77,7 @@ namespace {
 // A job under way: what it was given, opened, and what becomes of it.
 class FoldRun {
 public:
+    // Everything that can be refused is refused here, before a file is made for the result.
     FoldRun(const FoldJob& foldJob, const ModuleLibrary& library)
         : job(foldJob),
           first(job.first.open()),
@@ -126,6 +131,8 @@ void FoldRun::describe(const ModuleLibrary& library) {
     record.rate = commonRate(a, b, job.rate);
 }
 
+// The axis is that of the first signal; the names are those of the signal whose channels the result
+// has.
 ResultInfo FoldRun::resultInfo() const {
     const SignalInfo &a = first->info(), &b = second->info();
     return {record.channels,
@@ -136,6 +143,7 @@ ResultInfo FoldRun::resultInfo() const {
             record.openingNotes()};
 }
 
+// A result with NaN or infinity looks like a file that succeeded until somebody reads it.
 void FoldRun::refuseNonfinite(const double* interleaved, std::int64_t samples) const {
     const double* const end = interleaved + samples * record.channels;
     const double* const odd =
@@ -168,6 +176,7 @@ void FoldRun::take(SignalWriter& writer, const double* interleaved, std::int64_t
     taken += samples;
 }
 
+// The writer takes its place on disk last of all: whatever fails before leaves nothing behind.
 RunRecord FoldRun::run(const MakeWriter& makeWriter, JobObserver& observer) {
     const std::unique_ptr<SignalWriter> writer = makeWriter(resultInfo());
     Findings findings(method, job.settings, *driven);
@@ -196,9 +205,11 @@ RunRecord FoldRun::run(const MakeWriter& makeWriter, JobObserver& observer) {
 
 namespace {
 
+// Collects a result. It has no name of its own; messages about it, read as a signal, need one.
 class MemoryWriter final : public SignalWriter {
 public:
     MemoryWriter(Signal& target, const ResultInfo& info) : signal(target) {
+        signal.info.source = SourceName("the result");
         signal.info.channels = info.channels;
         signal.info.rate = info.rate;
         signal.info.axis = info.axis;

@@ -97,6 +97,7 @@ static void addNumbers(const RunRecord& record, Json& result) {
     }
 }
 
+// What is absent has no field, except rates: that none is known is a fact of its own.
 static Json resultOf(const RunRecord& record) {
     Json result = {{"file", record.output.recorded()}, {"samples", record.samples},
                    {"channels", record.channels},      {"rate", known(record.rate)},

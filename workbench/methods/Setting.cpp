@@ -165,6 +165,7 @@ std::string Setting::text(const FendraSettings& settings) const {
     return key + "=" + word(settings);
 }
 
+// What a setting needs may need something itself: the method of an iteration, deconvolution.
 bool Setting::applies(const FendraSettings& settings) const {
     for (const Setting* setting = this; !setting->needs.empty();) {
         const Setting* const needed = Assignment(setting->needs).setting;

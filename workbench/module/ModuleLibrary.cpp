@@ -37,6 +37,7 @@ static SharedLibrary loadModule(const std::filesystem::path& file) {
 
 ModuleLibrary::ModuleLibrary(std::filesystem::path libraryFile)
     : file(std::move(libraryFile)), library(loadModule(file)) {
+    // All of them, so that a library is refused at once and not in the middle of a run.
     for (const char* name : exportNames) {
         if (library.symbol(name) == nullptr) {
             throw Failure(fmt::format("{} is not a module: it lacks the export {}",

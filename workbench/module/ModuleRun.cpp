@@ -87,7 +87,7 @@ std::int64_t ModuleRun::shorterLength(std::int64_t round) const {
 }
 
 void ModuleRun::drive(const Listener& listener) {
-    std::vector<double> interleaved;
+    std::vector<double> interleaved;  // of one round; it keeps its memory for the next
     const auto width = static_cast<std::size_t>(channels());
     for (std::int64_t round = 0; round < roundCount; ++round) {
         first.advance();
@@ -104,6 +104,7 @@ void ModuleRun::drive(const Listener& listener) {
     }
 }
 
+// The module would divide by zero in every bin and report success.
 void ModuleRun::checkKernel(std::int64_t round) const {
     for (int channel = 0; plan.divides && channel < second.channels(); ++channel) {
         const std::vector<double>& kernel = second.share(channel);

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <utility>
 
+// Shorter runs show no line, which would only flicker.
 static constexpr auto beforeFirst = std::chrono::milliseconds(500);
 static constexpr auto betweenShows = std::chrono::milliseconds(200);
 
@@ -55,6 +56,7 @@ bool Progress::advances(const JobProgress& jobProgress) {
     return true;
 }
 
+// A thread of its own, since a transform of a long signal reports nothing until it ends.
 void Progress::paint() {
     std::unique_lock lock(guard);
     auto wait = beforeFirst;

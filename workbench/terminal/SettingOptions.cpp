@@ -63,6 +63,7 @@ void SettingOptions::exclude(CLI::Option& other) {
     }
 }
 
+// An option that was not given keeps its value empty, which no setting takes.
 FendraSettings SettingOptions::settings() const {
     FendraSettings settings = base;
     for (const Row& row : rows) {
@@ -73,6 +74,7 @@ FendraSettings SettingOptions::settings() const {
     return settings;
 }
 
+// An option without effect would let a person believe that it had one.
 void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) const {
     for (const Row& row : rows) {
         const auto applies = [&](const FendraSettings& settings) {
