@@ -2,7 +2,10 @@
 
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev libmd-dev
     qt6-base-dev)
-testPackages=(libgtest-dev clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev)
+testPackages=(libgtest-dev)
+formatPackages=(clang-format-14)
+clangPackages=(clang-14 libclang-rt-14-dev)
+lintPackages=(clang-14 clang-tidy-14)
 # What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
 linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 libmd-dev:i386)
 windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
@@ -11,19 +14,43 @@ benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft
 
 say() { printf '%s\n' "$*" >&2; }
 
-# quietly LOG COMMAND...: runs a command with its output in a file, shown only if it fails.
-quietly() {
-    local log=$1
-    shift
+# heartbeat WHAT LOG: says every 25 seconds how far a command is, as long as the script lives that waits
+# for it. Short sleeps, since the last one outlives it.
+heartbeat() {
+    local step seconds=0
+    while sleep 1 && kill -0 $$ 2> /dev/null; do
+        (((seconds += 1) % 25 == 0)) || continue
+        step=$(tail -c 10000 "$2" | grep -oE '^ *\[?[0-9]+/[0-9]+' | tail -n 1 | tr -d '[ ') || true
+        say "$1: ${step:+${step/\// of }, }$(duration $seconds)"
+    done
+}
+
+# duration SECONDS
+duration() { (($1 < 60)) && echo "$1 s" || echo "$(($1 / 60)) min $(($1 % 60)) s"; }
+
+# watched WHAT LOG COMMAND...: runs a command with its output in a file, and is never silent for long.
+watched() {
+    local what=$1 log=$2 status=0 watcher
+    shift 2
     mkdir -p "$(dirname "$log")"
-    "$@" > "$log" 2>&1 || { tail -n 60 "$log" >&2; say "failed: $*"; return 1; }
+    : > "$log"
+    heartbeat "$what" "$log" > /dev/null &
+    watcher=$!
+    "$@" > "$log" 2>&1 || status=$?
+    kill "$watcher" && wait "$watcher" 2> /dev/null || true
+    return $status
+}
+
+# quietly WHAT LOG COMMAND...: the same, and shows the output if the command fails.
+quietly() {
+    watched "$@" || { tail -n 60 "$2" >&2; say "failed: ${*:3}"; return 1; }
 }
 
 # asRoot COMMAND...: as root or through sudo, with its output in the log of packages.
 asRoot() {
     local sudo=()
     [ "$(id -u)" -eq 0 ] || sudo=(sudo)
-    quietly build/log/packages "${sudo[@]}" "$@"
+    watched packages build/log/packages "${sudo[@]}" "$@"
 }
 
 # isInstalled PACKAGE[:ARCHITECTURE]: a package may be there for more than one architecture; without
@@ -42,14 +69,24 @@ installMissing() {
         isInstalled "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
+    command -v apt-get > /dev/null || {
+        say "There is no apt-get here. These packages of Debian 12 are needed $why: ${missing[*]}"
+        return 1
+    }
     [ "$(id -u)" -eq 0 ] || command -v sudo > /dev/null || {
         say "Missing packages. As root: apt-get install --no-install-recommends ${missing[*]}"
         return 1
     }
     say "Installing Debian packages $why: ${missing[*]}"
-    asRoot apt-get update || say "Going on with the lists of packages that are there"
+    # Where new lists cannot be had, those that are there may do.
+    asRoot apt-get update || true
+    mv build/log/packages build/log/packages-update
     asRoot env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends --no-remove "${missing[@]}"
+        apt-get install -y --no-install-recommends --no-remove "${missing[@]}" || {
+        grep -hE '^(E|W|Err)' build/log/packages-update build/log/packages | tail -n 20 >&2
+        say "These packages of Debian 12 could not be installed; what was said is in build/log/packages*"
+        return 1
+    }
 }
 
 # addI386 WHY: lets packages of i386 be installed, which only a Debian of amd64 can have beside its own.
@@ -60,8 +97,18 @@ addI386() {
     }
     dpkg --print-foreign-architectures | grep -qx i386 || {
         say "Adding the Debian architecture i386 $1"
-        asRoot dpkg --add-architecture i386
+        asRoot dpkg --add-architecture i386 || { cat build/log/packages >&2; return 1; }
     }
+}
+
+# configure PRESET: a build that was moved or copied here with its project is made anew.
+configure() {
+    local cache=build/$1/CMakeCache.txt
+    if [ -e "$cache" ] && ! [ "$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache")" -ef . ]; then
+        say "build/$1 was made for another folder, and is made anew"
+        rm -rf "build/$1"
+    fi
+    quietly "$1" "build/log/$1" cmake --preset "$1"
 }
 
 # build PRESET TARGET...
@@ -69,6 +116,6 @@ build() {
     local preset=$1
     shift
     [ -e "build/$preset/build.ninja" ] || say "Building ($preset); the first time takes a few minutes"
-    quietly "build/log/$preset" cmake --preset "$preset"
-    quietly "build/log/$preset" cmake --build --preset "$preset" --target "$@"
+    configure "$preset"
+    quietly "$preset: building" "build/log/$preset" cmake --build --preset "$preset" --target "$@"
 }
