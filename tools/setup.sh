@@ -14,13 +14,14 @@ benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft
 
 say() { printf '%s\n' "$*" >&2; }
 
-# heartbeat WHAT LOG: says every 25 seconds how far a command is, until the script ends that waits for it.
+# heartbeat WHAT LOG: says every 25 seconds how far a command is, as long as the script lives that waits
+# for it. Short sleeps, since the last one outlives it.
 heartbeat() {
-    local step started=$SECONDS
-    exec {never}<> <(:)  # nothing comes: with read a sleep that leaves no process behind
-    until read -rt 25 -u "$never" || ! kill -0 $$ 2> /dev/null; do
+    local step seconds=0
+    while sleep 1 && kill -0 $$ 2> /dev/null; do
+        (((seconds += 1) % 25 == 0)) || continue
         step=$(tail -c 10000 "$2" | grep -oE '^ *\[?[0-9]+/[0-9]+' | tail -n 1 | tr -d '[ ') || true
-        say "$1: ${step:+${step/\// of }, }$(duration $((SECONDS - started)))"
+        say "$1: ${step:+${step/\// of }, }$(duration $seconds)"
     done
 }
 
@@ -62,7 +63,7 @@ isInstalled() {
 
 # installMissing WHY PACKAGE...: as root or through sudo, and only what is not there yet.
 installMissing() {
-    local why=$1 package updated=no missing=()
+    local why=$1 package missing=()
     shift
     for package in "$@"; do
         isInstalled "$package" || missing+=("$package")
@@ -77,13 +78,13 @@ installMissing() {
         return 1
     }
     say "Installing Debian packages $why: ${missing[*]}"
-    # The lists that are there may do when new ones cannot be had.
-    asRoot apt-get update && updated=yes || mv build/log/packages build/log/packages-update
+    # Where new lists cannot be had, those that are there may do.
+    asRoot apt-get update || true
+    mv build/log/packages build/log/packages-update
     asRoot env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y --no-install-recommends --no-remove "${missing[@]}" || {
-        [ $updated = yes ] || tail -n 5 build/log/packages-update >&2
-        tail -n 20 build/log/packages >&2
-        say "These packages could not be installed; all is in build/log/packages. They are for Debian 12."
+        grep -hE '^(E|W|Err)' build/log/packages-update build/log/packages | tail -n 20 >&2
+        say "These packages of Debian 12 could not be installed; what was said is in build/log/packages*"
         return 1
     }
 }
