@@ -53,7 +53,8 @@ static int runCommand(std::vector<std::string> words) {
     } catch (const CLI::CallForHelp& help) {
         return program.exit(help);
     } catch (const CLI::CallForVersion& version) {
-        return program.exit(version);
+        fmt::print("{}\n", version.what());
+        return 0;
     } catch (const CLI::ParseError& error) {
         return report(complaint(program, error, words), 2);
     }

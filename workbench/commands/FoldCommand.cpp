@@ -112,6 +112,7 @@ FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
         return given;
     }
     const ModuleObject module = library.makeModule();
+    requireFendra(*module);
     loadGraph(*module, graph);
     FendraSettings stored = settingsOf(*module);
     if (refusedSetting(stored).empty() && stored.direction != given.direction) {

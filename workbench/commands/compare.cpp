@@ -67,6 +67,11 @@ static void printTable(const std::vector<MethodOutcome>& outcomes, bool withTrut
         for (const std::string& remark : outcome.record.remarks) {
             fmt::print("{}: {}.\n", outcome.method->word, remark);
         }
+        if (const auto& error = outcome.record.error;
+            error && error->known != outcome.record.samples) {
+            fmt::print("{}: the error is over the first {} samples.\n", outcome.method->word,
+                       error->samples);
+        }
     }
 }
 
@@ -130,13 +135,13 @@ void CompareCommand::run() const {
         Progress progress(method->word, quiet);
         outcomes.push_back(::run(comparison, *method, library, progress));
     }
-    if (!output.empty()) {
-        writeResults(outcomes, {SourceName::ofOutput(output), replace});
-    }
     if (json) {
         printJson(outcomes);
     } else {
         printTable(outcomes, comparison.truth.has_value());
+    }
+    if (!output.empty()) {
+        writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });

@@ -37,7 +37,8 @@ static std::string plain(const Json& value) {
     std::string line;
     for (const Json& entry : list) {
         line += line.empty() ? "" : ", ";
-        line += entry.is_string() ? printable(entry.get<std::string>()) : entry.dump();
+        line += entry.is_null()     ? "none"
+                : entry.is_string() ? printable(entry.get<std::string>()) : entry.dump();
     }
     return line;
 }
@@ -70,11 +71,12 @@ static std::string languageName(unsigned language) {
 
 static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
     const ModuleObject module = library.makeModule();
+    const std::string label = library.longLabel();  // empty where there are no texts
     Json languages = Json::array();
     for (const unsigned language : ResourceChain::stringLanguages(library.labelId())) {
         languages.push_back(languageName(language));
     }
-    std::vector<Fact> facts = {{"module", "module", library.longLabel()},
+    std::vector<Fact> facts = {{"module", "module", label.empty() ? moduleName(*module) : label},
                                {"shortName", "short name", library.shortLabel()},
                                {"version", "version of its settings", moduleVersion(*module)},
                                {"file", "file", nameOf(library.file)},

@@ -44,6 +44,7 @@ static void addReport(CLI::App& program) {
     command.callback([report] {
         const ModuleLibrary library = report->input.library();
         const ModuleObject module = library.makeModule();
+        requireFendra(*module);
         loadGraph(*module, report->graph);
         const FendraSettings settings = settingsOf(*module);
         if (report->json) {

@@ -49,9 +49,11 @@ std::vector<std::string> RunRecord::closingNotes() const {
 }
 
 std::string RunRecord::summary() const {
-    std::string text = fmt::format("{}: {}, from {:.6g} to {:.6g}\n{}{}\n", output.shown,
-                                   describe(channels, samples, rate), minimum, maximum, work(),
-                                   stopped ? ", stopped: the estimate so far" : "");
+    const bool hasRange = minimum <= maximum;  // not where all samples are NaN
+    std::string text =
+        fmt::format("{}: {}, {}\n{}{}\n", output.shown, describe(channels, samples, rate),
+                    hasRange ? fmt::format("from {:.6g} to {:.6g}", minimum, maximum) : "all NaN",
+                    work(), stopped ? ", stopped: the estimate so far" : "");
     for (const ReportedNumbers& entry : numbers) {
         text += fmt::format("block {}{}:", entry.round + 1,
                             channels == 1 ? "" : fmt::format(", channel {}", entry.channel + 1));

@@ -18,7 +18,7 @@ bool isFendra(const B_BasisModule& module) {
     return moduleName(module) == fendraName && moduleVersion(module) == recordVersion;
 }
 
-static void refuseOthers(const B_BasisModule& module) {
+void requireFendra(const B_BasisModule& module) {
     if (!isFendra(module)) {
         throw Failure(
             fmt::format("{} {} is not {} {}, whose settings these are; choose another module with "
@@ -28,7 +28,7 @@ static void refuseOthers(const B_BasisModule& module) {
 }
 
 void applySettings(const FendraSettings& settings, B_BasisModule& module) {
-    refuseOthers(module);
+    requireFendra(module);
     const Method* const method = Method::selectedBy(settings);
     const std::int32_t outputs = method != nullptr && method->reportsNumbers() ? 3 : 1;
     std::stringstream graph;
@@ -42,7 +42,7 @@ void applySettings(const FendraSettings& settings, B_BasisModule& module) {
 }
 
 FendraSettings settingsOf(B_BasisModule& module) {
-    refuseOthers(module);
+    requireFendra(module);
     std::stringstream graph;
     CArchive stored(graph, CArchive::store);
     module.Serialize(stored);

@@ -14,5 +14,8 @@ void applySettings(const FendraSettings& settings, B_BasisModule& module);
 // The settings of a module, read from what it stores.
 FendraSettings settingsOf(B_BasisModule& module);
 
+// Asks this alone, before a file is loaded that only Fendra is to see.
+void requireFendra(const B_BasisModule& module);
+
 // Whether a module is the one whose settings these are.
 bool isFendra(const B_BasisModule& module);

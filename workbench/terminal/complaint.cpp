@@ -65,15 +65,17 @@ static std::string complaintOnSurplus(const CLI::App& command, const std::string
 // The parser's own words on an option without a value, or with too many, do not say which it was.
 static std::string complaintOnCount(const CLI::App& command, const CLI::ArgumentMismatch& error,
                                     const std::vector<std::string>& words) {
-    const std::string text = error.what(), option = text.substr(0, text.find(':'));
-    const auto given = std::count_if(words.begin(), words.end(), [&](const std::string& word) {
-        return word == option || word.starts_with(option + "=");
-    });
-    if (given > 1) {
-        return fmt::format("{} is given {} times; give it once", option, given);
+    const std::string text = error.what(), name = text.substr(0, text.find(':'));
+    const CLI::Option* const option = command.get_option_no_throw(name);
+    if (option == nullptr) {
+        return text;
     }
-    const CLI::Option* const known = command.get_option_no_throw(option);
-    return fmt::format("{} needs a value{}", option, known == nullptr ? "" : ": " + term(*known));
+    const std::vector<std::string> names = optionNames(*option);
+    const auto given = std::count_if(words.begin(), words.end(), [&](const std::string& word) {
+        return std::find(names.begin(), names.end(), word.substr(0, word.find('='))) != names.end();
+    });
+    return given > 1 ? fmt::format("{} is given {} times; give it once", name, given)
+                     : fmt::format("{} needs a value: {}", name, term(*option));
 }
 
 std::string complaint(const CLI::App& program, const CLI::ParseError& error,

@@ -65,8 +65,11 @@ _fendra() {{
             case "$command" in
 {}            esac ;;
     esac
-    # Of a list the last entry is completed.
-    [[ $current != *,* ]] || {{ head=${{current%,*}}, current=${{current##*,}}; }}
+    # Of a list the last entry is completed, by what it does not have yet.
+    if [[ $current = *,* ]]; then
+        head=${{current%,*}}, current=${{current##*,}} words=" $words "
+        for before in ${{head//,/ }}; do words=${{words/ $before / }}; done
+    fi
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$key$current")
     COMPREPLY=("${{COMPREPLY[@]#"$key"}}")
     COMPREPLY=("${{COMPREPLY[@]/#/$head}}")
@@ -83,5 +86,6 @@ std::string completionScript(const CLI::App& program) {
                                optionWords(*command));
         values += valueBranches(*command);
     }
+    values += fmt::format("        help:help) words=\"{}\" ;;\n", names);
     return fmt::format(scriptText, names, values, options);
 }

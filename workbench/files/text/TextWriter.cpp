@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 static constexpr std::size_t blockLength = std::size_t{1} << 16;
 
@@ -76,10 +77,11 @@ void TextWriter::writeNotes(const std::vector<std::string>& notes) {
     }
 }
 
-// std::to_chars gives the shortest digits that read back exactly.
+// std::to_chars gives the shortest digits that read back exactly. The sign of a NaN differs between
+// processors and means nothing.
 void TextWriter::appendNumber(double value) {
     std::array<char, 32> digits = {};
-    const std::to_chars_result end = std::to_chars(digits.begin(), digits.end(), value);
+    const std::to_chars_result end = std::to_chars(digits.begin(), digits.end(), std::isnan(value) ? std::abs(value) : value);
     text.append(digits.data(), end.ptr);
     text += separator;
 }
