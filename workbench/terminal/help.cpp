@@ -106,7 +106,7 @@ static std::string optionEntries(const CLI::App& command) {
     for (const CLI::Option* option : command.get_options()) {
         if (!option->get_positional()) {
             const std::string group = option->get_group();
-            if (group != noGroup && entries.count(group) == 0) {
+            if (group != noGroup && !entries.contains(group)) {
                 groups.push_back(group);
             }
             entries[group] += entry(term(*option), explanation(*option));
