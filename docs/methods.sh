@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # docs/methods.sh: the methods on the shipped recordings, a measured spectrum that was blurred and
 # speech that was put into a street, each convolved in the frequency and in the time domain, without
-# and with noise of a thousandth of its root mean square. The figures of the README come from here.
+# and with noise of a thousandth of its root mean square. The figures in the README are from this.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 mkdir -p out
@@ -28,7 +28,7 @@ compareMethods() {
     shift 3
     for domain in frequency time; do
         ./run convolve "$original" "$kernel" --domain $domain --truth "$original" -o "out/$name-$domain.csv" \
-            --force 2> /dev/null | sed -n "s/.*relative error/== $name, $domain domain: away by/p"
+            --force 2> /dev/null | sed -n "s/^relative error against .*: \([^ ]*\).*/== $name, $domain domain: error \1/p"
         addNoise "out/$name-$domain.csv" "out/$name-$domain-noisy.csv"
         ./run compare "out/$name-$domain.csv" "$kernel" --truth "$original" "$@"
         echo "== with noise"

@@ -17,7 +17,7 @@ set title "convolved: in a street" offset 0,-0.6
 plot scratch."wet" with lines ls 2
 set format x "%g"
 set xlabel "seconds" offset 0,0.6
-set title "deconvolved: dry again, relative error 8.7e-15" offset 0,-0.6
+set title "deconvolved: dry again, relative error 8.6e-15" offset 0,-0.6
 plot scratch."dry" with lines ls 1
 
 set datafile separator ","
@@ -27,7 +27,7 @@ set format x ""
 unset xlabel
 set title "X-ray spectrum, counts" offset 0,-0.6
 plot "samples/xrf-spectrum.csv" using 1:2 with lines ls 1
-set title "convolved: blurred by the detector's noise, 40 channels late" offset 0,-0.6
+set title "convolved: blurred by the detector, 40 channels late" offset 0,-0.6
 plot "out/blurred.csv" using 1:2 with lines ls 2
 set format x "%g"
 set xlabel "channel" offset 0,0.6

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# docs/results.sh: draws docs/results.png from what ./run has written. Needs gnuplot and sox.
+# docs/results.sh: draws docs/results.png from the results of ./run. Needs gnuplot and sox.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 

@@ -106,7 +106,7 @@ static std::string optionEntries(const CLI::App& command) {
     for (const CLI::Option* option : command.get_options()) {
         if (!option->get_positional()) {
             const std::string group = option->get_group();
-            if (group != noGroup && entries.count(group) == 0) {
+            if (group != noGroup && !entries.contains(group)) {
                 groups.push_back(group);
             }
             entries[group] += entry(term(*option), explanation(*option));
@@ -148,6 +148,6 @@ std::string Help::make_help(const CLI::App* command, std::string /*name*/,
     for (const CLI::App* subcommand : command->get_subcommands({})) {
         text += entry(subcommand->get_name(), summary(*subcommand));
     }
-    return text + fmt::format("\nFiles: {}\n\nExit status: {}\n", filled(filesText, 0),
-                              filled(exitText, 0));
+    return text + fmt::format("\n{}\n\n{}\n", filled("Files: " + filesText(), 0),
+                              filled(std::string("Exit status: ") + exitText, 0));
 }

@@ -49,6 +49,6 @@ std::string manualPage(const CLI::App& program) {
     for (const CLI::App* command : program.get_subcommands({})) {
         text += commandSection(*command);
     }
-    return text + fmt::format(".SH FILES\n{}\n.SH EXIT STATUS\n{}\n", escaped(filesText),
+    return text + fmt::format(".SH FILES\n{}\n.SH EXIT STATUS\n{}\n", escaped(filesText()),
                               escaped(exitText));
 }
