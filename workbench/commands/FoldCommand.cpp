@@ -58,9 +58,8 @@ void FoldCommand::addCutting(CLI::App& command) {
             convolves
                 ? "append zeros so that nothing wraps round: the linear result, longer by the "
                   "other signal (with --block: each block's own)"
-                : "append zeros: with spectral as many as the other signal has samples, so "
-                  "that nothing wraps round; with van-cittert and pseudo-inverse to the "
-                  "shorter signal, which makes the lengths equal")
+                : "append zeros, so that nothing wraps round; for a method that needs signals of "
+                  "equal length, to the shorter one until it is as long as the other")
         ->group("Blocks");
 }
 

@@ -147,8 +147,8 @@ void CompareCommand::run() const {
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
     if (failed > 0) {
         throw Failure(
-            fmt::format("{} of {} methods gave no result; the reasons stand with them, and "
-                        "--methods leaves methods out",
+            fmt::format("{} of {} methods gave no result; the reasons are given above; choose "
+                        "others with --methods",
                         failed, outcomes.size()));
     }
 }

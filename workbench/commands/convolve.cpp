@@ -16,8 +16,8 @@ static void addConvolve(CLI::App& program) {
     command.footer(
         "  fendra convolve speech.wav room.wav -o wet.wav\n"
         "  fendra convolve a.csv b.csv --domain time --pad -o linear.csv\n"
-        "  fendra convolve long.wav filter.wav --block 65536 -o out.w64   in constant memory\n"
-        "  sensor | fendra convolve - kernel.txt > smooth.csv\n");
+        "  fendra convolve long.wav filter.wav --block 65536 -o out.w64   each block by itself\n"
+        "  cat measured.txt | fendra convolve - kernel.txt > smooth.csv\n");
     const auto convolve = std::make_shared<FoldCommand>("convolve", FendraSettings::convolution);
     convolve->addTo(command, "A", "B");
     command.callback([convolve] { convolve->run(); });

@@ -12,17 +12,15 @@
 static std::string methodsText() {
     std::string text;
     for (const Method* method : Method::of(FendraSettings::deconvolution)) {
-        text += fmt::format("{} {}. ", method->word, method->about);
+        text += fmt::format("{} {}; it undoes a convolution in the {} domain. ", method->word,
+                            method->about, method->lag == 0 ? "frequency" : "time");
     }
     return text;
 }
 
 static void addDeconvolve(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
-        "deconvolve",
-        "Remove a known kernel from a measured signal.\n" + methodsText() +
-            "spectral and pseudo-inverse undo a convolution in the frequency domain in place, "
-            "van-cittert one in the time domain.");
+        "deconvolve", "Remove a known kernel from a measured signal.\n" + methodsText());
     command.footer(
         "  fendra deconvolve wet.wav room.wav -o dry.wav\n"
         "  fendra deconvolve measured.csv kernel.csv --truth original.csv -o restored.csv\n"

@@ -38,7 +38,8 @@ static std::string plain(const Json& value) {
     for (const Json& entry : list) {
         line += line.empty() ? "" : ", ";
         line += entry.is_null()     ? "none"
-                : entry.is_string() ? printable(entry.get<std::string>()) : entry.dump();
+                : entry.is_string() ? printable(entry.get<std::string>())
+                                    : entry.dump();
     }
     return line;
 }

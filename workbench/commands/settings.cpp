@@ -83,7 +83,7 @@ void SettingsCommand::editInWindow() const {
         desktop = library->windowDesktop(printable(nameOf(pathOf(graph).filename())));
     } catch (const Failure& failure) {
         throw Failure(
-            fmt::format("{}; or set values with fendra settings {} --set KEY=VALUE, see "
+            fmt::format("{}; set values with fendra settings {} --set KEY=VALUE, see "
                         "fendra settings --help",
                         failure.what(), quoted(graph)));
     }
@@ -113,7 +113,7 @@ static void addSettings(CLI::App& program) {
         "settings",
         "Choose settings and keep them in a stored graph.\n"
         "Opens the module's own settings dialog on GRAPH, or with --set fills it in and presses "
-        "OK: what the dialog does not offer is refused. GRAPH is replaced on OK, as a whole, and "
+        "OK: values that it would not offer are rejected. GRAPH is replaced on OK, as a whole, and "
         "otherwise stays as it was. If it does not exist, the dialog starts from the module's "
         "defaults. A graph holds the settings of one module and nothing else: a file with trailing "
         "data is rejected, as is one of another version of the module. The settings in the record "

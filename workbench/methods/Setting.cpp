@@ -68,7 +68,7 @@ static std::vector<Setting> settingsOfIteration() {
              .field = &S::maxIterations},
             {.key = "stop-at-error",
              .needs = iteration,
-             .about = "stop once the sum of the squared residuals is at or below this; or off",
+             .about = "off, or the sum of the squared residuals at or below which to stop",
              .words = {{"off", 0, 0}},
              .control = 1034,
              .field = &S::errorValue,
@@ -253,7 +253,7 @@ std::string refusedSetting(const FendraSettings& settings) {
         }
         // An error bound of 0 or less never ends the iteration, and does no harm.
         if (setting->key == "convergence" && !(settings.convergence > 0.0)) {
-            return setting->text(settings) + ", with which the iteration cannot converge";
+            return setting->text(settings) + ", which does not let the iteration converge";
         }
     }
     return "";
