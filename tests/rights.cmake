@@ -1,5 +1,8 @@
-# Include rights: what a layer may include compiles, what it may not is not found. A row is a layer, a
-# header of it, and the layers that it may include beside itself.
+# Include rights: what a layer may include is found, what it may not is not. A row is a layer, a header
+# of it, and the layers that it may include beside itself. The program, which nothing includes, has no
+# header.
+set(target_workbench fendra)
+set(target_workbench/window fendra_window)
 set(rows
   "platform CString"
   "host B_BasisModule platform"
@@ -22,26 +25,32 @@ set(rows
   "workbench/terminal help host platform workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module workbench/jobs"
   "workbench/desktop windowExports host platform workbench/messages workbench/system workbench/methods"
   "workbench/commands Command host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
-  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk")
+  "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk"
+  "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/commands")
 
 foreach(row IN LISTS rows)
   separate_arguments(words UNIX_COMMAND ${row})
   list(POP_FRONT words layer header)
   list(APPEND layers ${layer})
-  set(header_${layer} ${layer}/${header}.h)
+  if(NOT header STREQUAL "-")
+    set(header_${layer} ${layer}/${header}.h)
+  endif()
   set(rights_${layer} ${layer} ${words})
 endforeach()
 foreach(layer IN LISTS layers)
   string(REPLACE "/" "_" target ${layer})
-  if(layer STREQUAL "workbench/window")
-    set(target fendra_window)
-    if(NOT TARGET ${target})
-      continue()
-    endif()
+  if(DEFINED target_${layer})
+    set(target ${target_${layer}})
+  endif()
+  if(NOT TARGET ${target})  # no Qt, no windows
+    continue()
   endif()
   set(lines "")
   foreach(other IN LISTS layers)
     set(header ${header_${other}})
+    if(NOT header)
+      continue()
+    endif()
     if(other IN_LIST rights_${layer})
       string(APPEND lines "#if !__has_include(\"${header}\")\n#error does not find ${header}\n#endif\n")
     else()
