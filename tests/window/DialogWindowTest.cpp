@@ -354,6 +354,7 @@ TEST(DisplayTest, MissingIsSaidInOneLine) {
     const WindowLibrary window;
     EXPECT_THROW((void)window.windowDesktop(), Failure);
     qputenv("DISPLAY", ":4711");
-    EXPECT_EXIT((void)window.windowDesktop(), testing::ExitedWithCode(1),
-                "^fendra: no window can be opened \\(.*\\); check the display, .*see fendra --help\n$");
+    EXPECT_EXIT(
+        (void)window.windowDesktop(), testing::ExitedWithCode(1),
+        "^fendra: no window can be opened \\(.*\\); check the display, .*see fendra --help\n$");
 }

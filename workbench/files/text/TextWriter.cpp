@@ -81,7 +81,8 @@ void TextWriter::writeNotes(const std::vector<std::string>& notes) {
 // processors and means nothing.
 void TextWriter::appendNumber(double value) {
     std::array<char, 32> digits = {};
-    const std::to_chars_result end = std::to_chars(digits.begin(), digits.end(), std::isnan(value) ? std::abs(value) : value);
+    const std::to_chars_result end =
+        std::to_chars(digits.begin(), digits.end(), std::isnan(value) ? std::abs(value) : value);
     text.append(digits.data(), end.ptr);
     text += separator;
 }
