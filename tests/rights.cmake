@@ -22,7 +22,7 @@ set(rows
   "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio"
   "workbench/methods Setting workbench/messages"
   "workbench/module ModuleRun host platform workbench/messages workbench/system workbench/signals workbench/files/disk workbench/methods"
-  "workbench/jobs RunRecord host platform transform kernels workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module"
+  "workbench/jobs RunRecord host platform transform kernels workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/methods workbench/module"
   "workbench/terminal help host platform workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module workbench/jobs"
   "workbench/desktop windowExports host platform workbench/messages workbench/system workbench/methods"
   "workbench/commands Command host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
