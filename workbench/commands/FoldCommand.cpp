@@ -124,9 +124,10 @@ FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
 }
 
 // Without --force, --truth and --json, which do not change the result.
-std::string FoldCommand::commandLine(const FendraSettings& used) const {
-    std::string line = fmt::format("fendra {} {} {} {}", name, quoted(first), quoted(second),
-                                   graph.empty() ? optionWords(used) : "--graph " + quoted(graph));
+std::string FoldCommand::commandLine(const FendraSettings& used, const LeftToData& left) const {
+    std::string line =
+        fmt::format("fendra {} {} {} {}", name, quoted(first), quoted(second),
+                    graph.empty() ? optionWords(used, left) : "--graph " + quoted(graph));
     const auto add = [&line](bool given, const std::string& words) {
         line += given ? " " + words : "";
     };
@@ -148,10 +149,12 @@ void FoldCommand::run() const {
     job.first = fileSource(first, reading);
     job.second = fileSource(second, reading);
     job.settings = settings(library);
+    job.leftToData = options.leftToData();
     job.cutting = cutting;
     job.rate = rate;
     job.allowNonfinite = input.allowNonfinite;
-    job.words = commandLine(job.settings);
+    job.words = commandLine(job.settings, job.leftToData);
+    job.wordsWith = [this](const FendraSettings& found) { return commandLine(found, {}); };
     job.graph = graph.empty() ? "" : SourceName(graph).shown;
     if (!truth.empty()) {
         job.truth = fileSource(truth, reading);

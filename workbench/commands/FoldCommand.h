@@ -28,7 +28,7 @@ private:
     void addOutput(CLI::App& command);
     void checkStreams() const;
     [[nodiscard]] FendraSettings settings(const ModuleLibrary& library) const;
-    [[nodiscard]] std::string commandLine(const FendraSettings& used) const;
+    [[nodiscard]] std::string commandLine(const FendraSettings& used, const LeftToData& left) const;
 
     std::string name;  // of the subcommand
     std::string first, second, graph, truth;

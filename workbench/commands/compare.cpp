@@ -105,6 +105,7 @@ static void printJson(const std::vector<MethodOutcome>& outcomes) {
 CompareJob CompareCommand::job() const {
     CompareJob job;
     job.settings = options.settings();
+    job.leftToData = options.leftToData();
     std::vector<FendraSettings> used;
     for (const std::string& word : methods) {
         FendraSettings settings = job.settings;

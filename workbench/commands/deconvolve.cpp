@@ -24,7 +24,7 @@ static void addDeconvolve(CLI::App& program) {
     command.footer(
         "  fendra deconvolve wet.wav room.wav -o dry.wav\n"
         "  fendra deconvolve measured.csv kernel.csv --truth original.csv -o restored.csv\n"
-        "  fendra deconvolve lines.csv peak.csv --method van-cittert --max-iterations 30\n"
+        "  fendra deconvolve lines.csv peak.csv --method van-cittert --max-iterations auto\n"
         "  fendra deconvolve far.csv near.csv --method pseudo-inverse --scaling central\n"
         "  fendra deconvolve lines.csv peak.csv --graph lines.graph      settings that are kept\n");
     const auto deconvolve =

@@ -68,6 +68,9 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
     deconvolution.allowNonfinite = job.allowNonfinite;
     deconvolution.settings.direction = method.direction;
     deconvolution.settings.method = method.code;
+    if (method.code == FendraSettings::vanCittert) {
+        deconvolution.leftToData = job.leftToData;
+    }
     try {
         Outcome outcome = run(deconvolution, library, observer);
         compared.record = std::move(outcome.record);

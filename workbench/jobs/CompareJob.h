@@ -16,6 +16,7 @@ struct CompareJob {
     std::optional<SignalSource> truth;
     std::vector<const Method*> methods;
     FendraSettings settings;  // those of all methods
+    LeftToData leftToData;    // likewise
     bool pad = false;         // methods that need equal lengths get zeros after the shorter signal
     bool allowNonfinite = false;
 };

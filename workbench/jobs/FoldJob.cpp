@@ -2,6 +2,7 @@
 
 #include "host/B_BasisModule.h"
 #include "workbench/jobs/Comparison.h"
+#include "workbench/jobs/DataChoice.h"
 #include "workbench/jobs/Findings.h"
 #include "workbench/jobs/StepRelay.h"
 #include "workbench/jobs/jobSize.h"
@@ -22,6 +23,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <utility>
 
 // Makes the writer of a result, when it is known what the result will be like.
 using MakeWriter = std::function<std::unique_ptr<SignalWriter>(const ResultInfo& info)>;
@@ -72,6 +74,16 @@ static double commonRate(const SignalInfo& a, const SignalInfo& b, double given)
     return known > 0.0 ? known : given;
 }
 
+// A choice reads the signals before the module does, and standard input can be read once.
+static FoldJob readableTwice(FoldJob job) {
+    for (SignalSource* source : {&job.first, &job.second}) {
+        if (job.leftToData.any()) {
+            *source = sourceOf(std::make_shared<const Signal>(Signal::of(*source->open())));
+        }
+    }
+    return job;
+}
+
 namespace {
 
 // A job under way: what it was given, opened, and what becomes of it.
@@ -79,7 +91,7 @@ class FoldRun {
 public:
     // Everything that can be refused is refused here, before a file is made for the result.
     FoldRun(const FoldJob& foldJob, const ModuleLibrary& library)
-        : job(foldJob),
+        : job(readableTwice(foldJob)),
           first(job.first.open()),
           second(job.second.open()),
           module(library.makeModule()),
@@ -87,6 +99,11 @@ public:
         applySettings(job.settings, *module);
         driven.emplace(*module, *first, *second, planOf(job, method));
         checkMemory(method, *driven);
+        if (job.leftToData.any()) {
+            choice.emplace(job, *driven);
+            job.settings = choice->settings();
+            applySettings(job.settings, *module);
+        }
         describe(library);
         if (job.truth) {
             comparison.emplace(*job.truth, record.channels);
@@ -101,11 +118,12 @@ private:
     void take(SignalWriter& writer, const double* interleaved, std::int64_t samples);
     void refuseNonfinite(const double* interleaved, std::int64_t samples) const;
 
-    const FoldJob& job;
+    FoldJob job;  // with the settings found
     std::unique_ptr<SignalReader> first, second;
     ModuleObject module;
     const Method& method;
     std::optional<ModuleRun> driven;
+    std::optional<DataChoice> choice;
     std::optional<Comparison> comparison;
     SampleDigest digest;
     std::int64_t taken = 0;  // samples of each channel
@@ -129,6 +147,10 @@ void FoldRun::describe(const ModuleLibrary& library) {
     record.samples = driven->samples();
     record.rounds = driven->rounds();
     record.rate = commonRate(a, b, job.rate);
+    if (choice) {
+        record.choice = choice->record();
+        record.choice->rerun = job.wordsWith ? job.wordsWith(job.settings) : "";
+    }
 }
 
 // The axis is that of the first signal; the names are those of the signal whose channels the result
@@ -195,6 +217,11 @@ RunRecord FoldRun::run(const MakeWriter& makeWriter, JobObserver& observer) {
     record.numberNames = driven->numberNames();
     record.numbers = driven->numbers();
     record.remarks = findings.remarks();
+    if (choice) {
+        for (std::string& remark : choice->remarks(record.numbers)) {
+            record.remarks.push_back(std::move(remark));
+        }
+    }
     record.digest = digest.hex();
     if (comparison) {
         record.error = comparison->error();

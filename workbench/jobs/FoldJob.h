@@ -8,6 +8,7 @@
 #include "workbench/signals/SignalSource.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -26,12 +27,15 @@ struct Cutting {
 struct FoldJob {
     SignalSource first, second;  // with deconvolution the measured signal, and the kernel
     FendraSettings settings;
+    LeftToData leftToData;  // of the iteration's settings: chosen before the module runs
     Cutting cutting;
     double rate = 0.0;                  // of signals that have none, in Hz; 0: not known
     std::optional<SignalSource> truth;  // to compare the result with
     bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
     std::string words;                  // the command line that gives the same result again
-    std::string graph;                  // where the settings were stored; empty: they were given
+    // That with settings found in place of those left to the data; may be empty.
+    std::function<std::string(const FendraSettings& found)> wordsWith;
+    std::string graph;  // where the settings were stored; empty: they were given
 };
 
 // Result and record of a job that was run in memory.
@@ -40,8 +44,10 @@ struct Outcome {
     RunRecord record;
 };
 
-// Both forms run the job with the module of a library, in one thread.
-//   Failure   settings that a run refuses, signals that do not go together or cannot be read, more
+// Both forms run the job with the module of a library, in one thread. A job that leaves settings to
+// the data reads its signals into memory first.
+//   Failure   settings that a run refuses, or that the data do not give (DataChoice), signals that
+//   do not go together or cannot be read, more
 //             memory than there is, a module that fails, a result with NaN or infinity, a target
 //             that cannot be written; stopped by the observer before the end. Nothing is written
 //             then.

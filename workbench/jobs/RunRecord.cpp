@@ -28,10 +28,36 @@ std::string RunRecord::work() const {
                        module, moduleVersion);
 }
 
+// What was chosen and why; and what that does.
+std::vector<std::string> RunRecord::choiceLines() const {
+    if (!choice) {
+        return {};
+    }
+    std::string line;
+    if (choice->ofKernel) {
+        line += fmt::format("convergence {:.6g}, 1 over the kernel's largest squared gain",
+                            choice->convergence);
+    }
+    if (choice->bySearch) {
+        line += fmt::format("{}{} step{}, at which robust GCV is smallest",
+                            line.empty() ? "" : "; ", choice->steps, choice->steps == 1 ? "" : "s");
+    }
+    return {line, fmt::format("{:.2f} % of the signal's energy explained, {:.1f} of {} degrees of "
+                              "freedom kept, noise {} {:.3g}",
+                              100.0 * choice->explained, choice->kept, samples,
+                              choice->noiseIsBound ? "at most" : "about", choice->noise)};
+}
+
 std::vector<std::string> RunRecord::openingNotes() const {
     std::vector<std::string> notes = {words, work()};
     if (!graph.empty()) {
         notes.push_back(fmt::format("{}: {}", graph, settingsLine(settings)));
+    }
+    for (const std::string& line : choiceLines()) {
+        notes.push_back(line);
+    }
+    if (choice && !choice->rerun.empty()) {
+        notes.push_back("without a search: " + choice->rerun);
     }
     for (const SignalInfo& input : inputs) {
         notes.push_back(fmt::format("{}: {}", input.source.shown,
@@ -54,6 +80,9 @@ std::string RunRecord::summary() const {
         fmt::format("{}: {}, {}\n{}{}\n", output.shown, describe(channels, samples, rate),
                     hasRange ? fmt::format("from {:.6g} to {:.6g}", minimum, maximum) : "all NaN",
                     work(), stopped ? ", stopped: the estimate so far" : "");
+    for (const std::string& line : choiceLines()) {
+        text += line + "\n";
+    }
     for (const ReportedNumbers& entry : numbers) {
         text += fmt::format("block {}{}:", entry.round + 1,
                             channels == 1 ? "" : fmt::format(", channel {}", entry.channel + 1));
@@ -120,6 +149,21 @@ static Json resultOf(const RunRecord& record) {
     return result;
 }
 
+static Json choiceOf(const ChoiceRecord& choice, const FendraSettings& settings) {
+    Json found = Json::object();
+    if (choice.bySearch) {
+        found["rule"] = "robust GCV";
+    }
+    found["method"] = Method::selectedBy(settings)->word;
+    found["steps"] = choice.steps;
+    found["convergence"] = choice.convergence;
+    found["explained"] = choice.explained;
+    found["kept"] = choice.kept;
+    found["noise"] = choice.noise;
+    found["predictedError"] = choice.predictedError;
+    return found;
+}
+
 std::string RunRecord::json() const {
     Json files = Json::array();
     for (const SignalInfo& input : inputs) {
@@ -134,6 +178,12 @@ std::string RunRecord::json() const {
                    {"result", resultOf(*this)}};
     if (!graph.empty()) {
         record["graph"] = graph;
+    }
+    if (choice) {
+        record["choice"] = choiceOf(*choice, settings);
+    }
+    if (choice && !choice->rerun.empty()) {
+        record["rerun"] = choice->rerun;
     }
     return record.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

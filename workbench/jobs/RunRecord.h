@@ -18,6 +18,20 @@ struct TruthError {
     std::int64_t known = 0;    // those of the known signal
 };
 
+// What was chosen from the data, and what it does to them. Definitions: workbench/analysis.
+struct ChoiceRecord {
+    bool bySearch = false;   // the number of steps was searched, by robust cross-validation
+    bool ofKernel = false;   // the convergence was taken from the kernel
+    std::int64_t steps = 0;  // one less than the loop count
+    double convergence = 0.0;
+    double explained = 0.0;  // share of the signal's energy
+    double kept = 0.0;       // degrees of freedom, of as many as there are samples
+    double noise = 0.0;      // standard deviation
+    bool noiseIsBound = false;
+    double predictedError = 0.0;  // the last error that the module should report
+    std::string rerun;            // the command line with what was found; empty: not known
+};
+
 // What a run did, enough to judge its result and to run it again.
 struct RunRecord {
     std::string words;        // the command line
@@ -38,7 +52,8 @@ struct RunRecord {
     std::string digest;                    // SHA-256 of the samples
     std::optional<TruthError> error;
     std::vector<std::string> remarks;  // why the result may not be what was wanted
-    bool stopped = false;              // by the observer: the result is the estimate so far
+    std::optional<ChoiceRecord> choice;
+    bool stopped = false;  // by the observer: the result is the estimate so far
 
     // Comment lines of a text result: known before the run, and known after it.
     [[nodiscard]] std::vector<std::string> openingNotes() const;
@@ -50,6 +65,7 @@ struct RunRecord {
 
 private:
     [[nodiscard]] std::string work() const;
+    [[nodiscard]] std::vector<std::string> choiceLines() const;
 };
 
 // "3 channels, 44580 samples, 16000 Hz"

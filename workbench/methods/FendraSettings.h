@@ -22,3 +22,11 @@ struct FendraSettings {
     std::int32_t abortAtMinError = 1;
     std::int32_t scaling = 4;
 };
+
+// Those of them that are chosen from the signals, before the module runs.
+struct LeftToData {
+    bool convergence = false;
+    bool maxIterations = false;
+
+    [[nodiscard]] bool any() const { return convergence || maxIterations; }
+};

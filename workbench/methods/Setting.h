@@ -34,6 +34,9 @@ struct Setting {
     // is then "off".
     std::int32_t FendraSettings::*enabledBy = nullptr;
     unsigned enablingControl = 0;
+    // Where it is kept that the value is to be chosen from the signals; null: it cannot be. On the
+    // command line that is the word "auto"; modules, graphs and --set know nothing of it.
+    bool LeftToData::*leftToData = nullptr;
 
     // All of them, each after the one that it needs.
     static const std::vector<Setting>& all();

@@ -33,6 +33,25 @@ SettingOptions::SettingOptions(std::int32_t direction) {
     }
 }
 
+static constexpr const char* fromData = "auto";
+
+// The words that an option takes.
+static std::vector<std::string> wordsOf(const Setting& setting) {
+    std::vector<std::string> words = setting.wordList();
+    if (setting.leftToData != nullptr) {
+        words.emplace_back(fromData);
+    }
+    return words;
+}
+
+static std::string problemWith(const Setting& setting, const std::string& word) {
+    if (setting.leftToData == nullptr) {
+        return setting.problemWith(word);
+    }
+    const std::string problem = word == fromData ? "" : setting.problemWith(word);
+    return problem.empty() ? "" : fmt::format("{}, or {}", problem, fromData);
+}
+
 static std::string groupOf(const Setting& setting) {
     if (setting.needs.starts_with("method=")) {
         return "Options of --method " + setting.needs.substr(setting.needs.find('=') + 1);
@@ -47,11 +66,11 @@ void SettingOptions::addTo(CLI::App& command, const std::vector<std::string>& ex
     for (Row& row : rows) {  // the command holds on to the values: rows stay where they are
         const Setting& setting = *row.setting;
         row.option = command.add_option("--" + setting.key, row.value, setting.about)
-                         ->check(settingValue(setting.wordList(), setting.takesNumber(),
+                         ->check(settingValue(wordsOf(setting), setting.takesNumber(),
                                               [&setting](const std::string& word) {
-                                                  return setting.problemWith(word);
+                                                  return problemWith(setting, word);
                                               }))
-                         ->type_name(setting.words.empty() ? "NUMBER" : "")
+                         ->type_name(wordsOf(setting).empty() ? "NUMBER" : "")
                          ->default_str(setting.word(base))
                          ->group(groupOf(setting));
     }
@@ -67,11 +86,21 @@ void SettingOptions::exclude(CLI::Option& other) {
 FendraSettings SettingOptions::settings() const {
     FendraSettings settings = base;
     for (const Row& row : rows) {
-        if (!row.value.empty()) {
+        if (!row.value.empty() && row.value != fromData) {
             row.setting->assign(settings, row.value);
         }
     }
     return settings;
+}
+
+LeftToData SettingOptions::leftToData() const {
+    LeftToData left;
+    for (const Row& row : rows) {
+        if (row.value == fromData) {
+            left.*row.setting->leftToData = true;
+        }
+    }
+    return left;
 }
 
 // An option without effect would let a person believe that it had one.
@@ -89,10 +118,12 @@ void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) cons
     }
 }
 
-std::string optionWords(const FendraSettings& settings) {
+std::string optionWords(const FendraSettings& settings, const LeftToData& left) {
     std::string words, last;
     for (const Setting* setting : Setting::applyingTo(settings)) {
-        const std::string option = fmt::format("--{} {} ", setting->key, setting->word(settings));
+        const bool isLeft = setting->leftToData != nullptr && left.*setting->leftToData;
+        const std::string option =
+            fmt::format("--{} {} ", setting->key, isLeft ? fromData : setting->word(settings));
         if (setting->key == "per") {
             last = option;
         } else if (setting->key != "direction") {

@@ -23,6 +23,8 @@ public:
 
     // What was given; the rest as in a new module.
     [[nodiscard]] FendraSettings settings() const;
+    // Those that were given as auto. In settings() they are as in a new module.
+    [[nodiscard]] LeftToData leftToData() const;
 
     // CLI::ValidationError if an option was given that plays no part under any of these settings.
     void refuseIgnored(const std::vector<FendraSettings>& used) const;
@@ -39,5 +41,5 @@ private:
 };
 
 // The options that give these settings, as a command line takes them: "--method spectral --per
-// block".
-std::string optionWords(const FendraSettings& settings);
+// block". Those that are left to the data are auto.
+std::string optionWords(const FendraSettings& settings, const LeftToData& left = {});
