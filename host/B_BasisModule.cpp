@@ -248,7 +248,10 @@ static BlockStream* blocksOf(const PortTables& ports, int port) {
 
 void B_BasisModule::discardFromInport(int port, int left) {
     BlockStream* const stream = blocksOf(*this, port);
-    for (int i = stream != nullptr ? stream->waitingBlocks() : 0; i > left; --i) {
+    if (stream == nullptr) {
+        return;
+    }
+    for (int i = stream->waitingBlocks(); i > left; --i) {
         stream->discardBlock();
     }
 }

@@ -158,6 +158,15 @@ class SettingsDialogOutcome : public testing::TestWithParam<Outcome> {};
 
 }  // namespace
 
+// "3:12": the outputs, and the ports that the host is told to rebuild.
+static std::string portsText(B_BasisModule& module, const RET_PORT& changed) {
+    std::string told = std::to_string(module.GetNoOutput()) + ":";
+    for (int i = 0; i < changed.ports.GetSize(); ++i) {
+        told += std::to_string(changed.ports[i]);
+    }
+    return told;
+}
+
 TEST_P(SettingsDialogOutcome, ReachesTheModuleByOkAlone) {
     setVariable("LC_ALL", "C");
     const auto& [start, script, settings, ports, messages] = GetParam();
@@ -167,14 +176,10 @@ TEST_P(SettingsDialogOutcome, ReachesTheModuleByOkAlone) {
     RET_PORT changed;
     const PORTTYPE side = rig.module.OnLeftDblClk(changed);
     EXPECT_EQ(toText(rig.module), settings);
-    std::string told = std::to_string(rig.module.GetNoOutput()) + ":";
-    for (int i = 0; i < changed.ports.GetSize(); ++i) {
-        told += std::to_string(changed.ports[i]);
-    }
-    EXPECT_EQ(told, ports);
+    EXPECT_EQ(portsText(rig.module, changed), ports);
     EXPECT_EQ(side, changed.ports.GetSize() == 0 ? noPort : outputPort);
     EXPECT_EQ(changed.flag, side == outputPort ? 1 : 0);
-    EXPECT_EQ(rig.module.ValidatePortType(outputPort, 2, "DOUBLE", "SCALAR"), told[0] == '3');
+    EXPECT_EQ(rig.module.ValidatePortType(outputPort, 2, "DOUBLE", "SCALAR"), ports[0] == '3');
     EXPECT_EQ(person.messages, messages);
     const ModuleRig other;
     EXPECT_EQ(load(other.module, stored(rig.module)), CArchiveException::none);

@@ -21,24 +21,35 @@ static std::pair<Rounding, bool> mode() {
     return {current.rounding, current.flushesDenormals};
 }
 
+static Rounding roundingOf(int ofC) {
+    switch (ofC) {
+        case FE_DOWNWARD:
+            return Rounding::downward;
+        case FE_UPWARD:
+            return Rounding::upward;
+        case FE_TOWARDZERO:
+            return Rounding::towardZero;
+        default:
+            return Rounding::toNearest;
+    }
+}
+
+static void expectStandardWithin(const std::vector<std::uint64_t>& standard) {
+    const StandardArithmetic outer;
+    const StandardArithmetic inner;
+    EXPECT_EQ(compute(), standard);
+    EXPECT_EQ(mode(), std::pair(Rounding::toNearest, false));
+}
+
 TEST(ArithmeticMode, IsDescribedSetAsideAndGivenBack) {
     const std::vector<std::uint64_t> standard = compute();
     EXPECT_EQ(mode(), std::pair(Rounding::toNearest, false));
     for (const auto& [rounding, flushed] : HostArithmetic::modes()) {
         const HostArithmetic host({rounding, flushed});
-        const Rounding expected = rounding == FE_DOWNWARD     ? Rounding::downward
-                                  : rounding == FE_UPWARD     ? Rounding::upward
-                                  : rounding == FE_TOWARDZERO ? Rounding::towardZero
-                                                              : Rounding::toNearest;
         const std::vector<std::uint64_t> inHostsMode = compute();
         EXPECT_NE(inHostsMode, standard);
-        {
-            const StandardArithmetic outer;
-            const StandardArithmetic inner;
-            EXPECT_EQ(compute(), standard);
-            EXPECT_EQ(mode(), std::pair(Rounding::toNearest, false));
-        }
-        EXPECT_EQ(mode(), std::pair(expected, flushed != 0));
+        expectStandardWithin(standard);
+        EXPECT_EQ(mode(), std::pair(roundingOf(rounding), flushed != 0));
         EXPECT_EQ(compute(), inHostsMode);
     }
 }

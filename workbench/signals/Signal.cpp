@@ -38,5 +38,5 @@ Signal Signal::of(SignalReader& reader) {
 
 SignalSource sourceOf(std::shared_ptr<const Signal> signal) {
     const SourceName name = signal->info.source;
-    return {name, [signal] { return std::make_unique<MemoryReader>(signal); }};
+    return {name, [shared = std::move(signal)] { return std::make_unique<MemoryReader>(shared); }};
 }

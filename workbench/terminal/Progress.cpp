@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -71,7 +72,7 @@ void Progress::paint() {
 // "3 s" or "2 min 10 s"
 static std::string duration(double seconds) {
     constexpr double minute = 60.0;
-    const auto whole = static_cast<long long>(seconds + 0.5);
+    const long long whole = std::llround(seconds);
     return seconds < minute ? fmt::format("{} s", whole)
                             : fmt::format("{} min {} s", whole / 60, whole % 60);
 }

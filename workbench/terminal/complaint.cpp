@@ -65,7 +65,8 @@ static std::string complaintOnSurplus(const CLI::App& command, const std::string
 // The parser's own words on an option without a value, or with too many, do not say which it was.
 static std::string complaintOnCount(const CLI::App& command, const CLI::ArgumentMismatch& error,
                                     const std::vector<std::string>& words) {
-    const std::string text = error.what(), name = text.substr(0, text.find(':'));
+    std::string text = error.what();
+    const std::string name = text.substr(0, text.find(':'));
     const CLI::Option* const option = command.get_option_no_throw(name);
     if (option == nullptr) {
         return text;
