@@ -103,7 +103,8 @@ static void reportLeftovers(const fs::path& target) {
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const fs::path name = entry->path().filename();
         if (isPartial(name, beginning) && !isInUse(folder / name)) {
-            report(printable(nameOf(folder / name)));
+            // With the separators that command lines have on every system.
+            report(printable(nameOf((folder / name).generic_u8string())));
         }
     }
 }
