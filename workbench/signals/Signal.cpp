@@ -16,7 +16,7 @@ public:
 
     std::int64_t read(double* interleaved, std::int64_t count) override {
         const std::int64_t got = std::min(count, facts.samples - position);
-        std::copy_n(signal->interleaved.begin() + position * facts.channels, got * facts.channels,
+        std::copy_n(signal->interleaved.data() + position * facts.channels, got * facts.channels,
                     interleaved);
         position += got;
         return got;
