@@ -82,19 +82,19 @@ TEST(WatchedRun, TakesNoHarmFromAnObserverThatThrows) {
 // A refusal is told as one, also where Process counts a result of NaN as done.
 TEST(WatchedRun, SaysWhatAMethodRefuses) {
     struct Refusal {
-        Settings settings;
+        const char* failures;
         Signal second;
         int code;
-        const char* failures;
+        Settings settings;
     };
-    const Refusal table[] = {{{0, 1, 2}, {1}, -5, "refused "},
-                             {{0, 1, 3}, {0, 0}, -1, "refused "},
-                             {{0, 1, 3}, {1e-200, 0}, -1, "refused "},  // its square is 0
-                             {{0, 1, 0}, {1, 0}, -1, "refused "},
-                             {{0, 0, 2}, {1, 0}, 0, "refused "},
-                             {{0, 1, 1}, {0, 0}, 0, ""},
-                             {{0, 1, 3}, {1, 0}, 0, ""}};
-    for (const auto& [settings, second, code, failures] : table) {
+    const Refusal table[] = {{"refused ", {1}, -5, {0, 1, 2}},
+                             {"refused ", {0, 0}, -1, {0, 1, 3}},
+                             {"refused ", {1e-200, 0}, -1, {0, 1, 3}},  // its square is 0
+                             {"refused ", {1, 0}, -1, {0, 1, 0}},
+                             {"refused ", {1, 0}, 0, {0, 0, 2}},
+                             {"", {0, 0}, 0, {0, 1, 1}},
+                             {"", {1, 0}, 0, {0, 1, 3}}};
+    for (const auto& [failures, second, code, settings] : table) {
         RunWatcher watcher;
         ModuleRig rig(settings, settings.direction == 1 && settings.method >= 2 ? 3 : 1);
         feed(rig, {3, 5}, second);

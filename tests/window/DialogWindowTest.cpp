@@ -323,25 +323,33 @@ static QStringList unexplained(const QStringList& labels, const QString& page,
     return left;
 }
 
+// Title and text of the help that is shown.
+static std::pair<QString, QString> shownHelp() {
+    std::pair<QString, QString> help;
+    for (const auto* const browser : DialogScreen::dialog().findChildren<QTextBrowser*>()) {
+        help = {browser->isVisible() ? browser->window()->windowTitle() : QString("not shown"),
+                browser->toPlainText().simplified()};
+    }
+    return help;
+}
+
 // The page explains every setting, in the dialog's own words, and the dialog stays usable.
 TEST_P(DialogWindowTest, HelpStaysOpenBesideTheDialog) {
     const std::function<void()> ways[] = {[] { click(1002); }, [] { press(Qt::Key_F1); }};
     for (const auto& askForHelp : ways) {
-        QString title, page;
+        std::pair<QString, QString> help;
         QStringList labels;
         Ids checkedBeside;
         open([&] {
             labels = allLabels();
             askForHelp();
-            for (const auto* const browser : dialog().findChildren<QTextBrowser*>()) {
-                title = browser->isVisible() ? browser->window()->windowTitle() : "not shown";
-                page = browser->toPlainText().simplified();
-            }
+            help = shownHelp();
             click(1026);
             checkedBeside = checked();
         });
-        EXPECT_EQ(GetParam().helpTitle, title.toStdString());
-        EXPECT_EQ("", unexplained(labels, page, GetParam().helpButton).join(", ").toStdString());
+        EXPECT_EQ(GetParam().helpTitle, help.first.toStdString());
+        EXPECT_EQ("",
+                  unexplained(labels, help.second, GetParam().helpButton).join(", ").toStdString());
         EXPECT_EQ((Ids{1040, 1026, 1024, 1033}), checkedBeside);
     }
 }
