@@ -79,6 +79,7 @@ void SettingsCommand::editInWindow() const {
     std::unique_ptr<WindowLibrary> library;
     std::unique_ptr<Desktop> desktop;  // ends before the library
     try {
+        WindowLibrary::requireDisplay();
         library = std::make_unique<WindowLibrary>();
         desktop = library->windowDesktop(printable(nameOf(pathOf(graph).filename())));
     } catch (const Failure& failure) {

@@ -24,12 +24,16 @@ static SharedLibrary loadWindow() {
     }
 }
 
-WindowLibrary::WindowLibrary() : library(loadWindow()) {}
-
-std::unique_ptr<Desktop> WindowLibrary::windowDesktop(const std::string& subject) const {
+void WindowLibrary::requireDisplay() {
     if (!displayAvailable()) {
         throw Failure("there is no display to open a window on");
     }
+}
+
+WindowLibrary::WindowLibrary() : library(loadWindow()) {}
+
+std::unique_ptr<Desktop> WindowLibrary::windowDesktop(const std::string& subject) const {
+    requireDisplay();
     const auto make =
         reinterpret_cast<decltype(&makeWindowDesktop)>(library.symbol("makeWindowDesktop"));
     return std::unique_ptr<Desktop>(make(subject.c_str()));

@@ -13,6 +13,9 @@ public:
     // Failure if it is not there, or Qt is not.
     WindowLibrary();
 
+    // Failure if there is no display: a better reason than that the library is missing.
+    static void requireDisplay();
+
     // The desktops of windowExports.h. They end before the library does.
     // Failure if no font is installed; windowDesktop: also if there is no display.
     //   subject   added to the titles of dialogs, UTF-8 and printable; empty: nothing
