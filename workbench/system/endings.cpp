@@ -1,5 +1,7 @@
 #include "workbench/system/endings.h"
 
+#include "workbench/system/endingSignals.h"
+
 #include <atomic>
 #include <csignal>
 
@@ -14,12 +16,7 @@ static void leave(int signal) {
 
 void catchEndings(void (*cleanUp)()) {
     clean = cleanUp;
-    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGXCPU}) {
-        struct sigaction before = {};
-        sigaction(signal, nullptr, &before);
-        if (before.sa_handler != SIG_IGN) {
-            std::signal(signal, leave);
-        }
+    for (const int signal : endingSignals()) {
+        std::signal(signal, leave);
     }
-    std::signal(SIGXFSZ, SIG_IGN);
 }
