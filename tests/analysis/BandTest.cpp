@@ -1,0 +1,94 @@
+#include "workbench/analysis/Band.h"
+
+#include "tests/support/Signal.h"
+#include "workbench/analysis/ExponentialSweep.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+// The variance of each sample by the sum over all impulses; with equal counts it is that of white
+// noise.
+TEST(Band, IsThatOfTheSum) {
+    for (const std::size_t n : {12U, 16U}) {
+        const Signal answer = noise(static_cast<int>(n), 1);
+        Signal counts = noise(static_cast<int>(n), 2);
+        const Signal band = bandOfCounts(answer, 5, counts);
+        for (std::size_t i = 0; i < n; ++i) {
+            double variance = 0.0;
+            for (std::size_t k = 0; k < n; ++k) {
+                const double f = answer[(5 + i + n - k) % n];
+                variance += f * f * std::max(counts[k], 0.0);
+            }
+            EXPECT_NEAR(band[i], 1.96 * std::sqrt(variance), 1e-13);
+        }
+        const double half = bandHalfWidth(answer, 3.0);
+        for (const double same : bandOfCounts(answer, 0, Signal(n, 9.0))) {
+            EXPECT_NEAR(same, half, 1e-13 * half);
+        }
+    }
+}
+
+// Where counts are nothing, so is the band: rounding makes no root of a number below 0.
+TEST(Band, IsANumberInEmptyChannels) {
+    Signal counts(1024), answer(1024);
+    counts[7] = 1e5;
+    answer[3] = 1.0;
+    const Signal band = bandOfCounts(answer, 3, counts);
+    for (std::size_t i = 0; i < band.size(); ++i) {
+        EXPECT_NEAR(band[i], i == 7 ? 1.96 * std::sqrt(1e5) : 0.0, 1e-4);
+    }
+}
+
+// By hand: a kernel that an impulse leaves as it is, wherever it stands.
+TEST(Resolution, IsTheWidthAtHalfHeight) {
+    Signal impulse(8);
+    for (const std::size_t place : {0U, 3U, 7U}) {
+        std::fill(impulse.begin(), impulse.end(), 0.0);
+        impulse[place] = 1.0;
+        EXPECT_NEAR(resolutionOf(impulse, {1.0}), 1.0, 1e-14);
+        EXPECT_NEAR(resolutionOf(impulse, {1.0, 2.0, 1.5}), 0.0 + 1.0 + 1.0 + 1.0 / 3.0, 1e-13);
+        EXPECT_NEAR(resolutionOf(impulse, {1.0, 4.0, 3.0, 1.0}), 2.0 / 3.0 + 1.5, 1e-13);
+        EXPECT_EQ(resolutionOf(impulse, {0.0}), 0.0);
+    }
+    EXPECT_EQ(resolutionOf(Signal(8, 1.0), {1.0}), 8.0);
+}
+
+// Half a period lies between two zeros: its frequency is that of its middle, to the second order.
+TEST(ExponentialSweep, HasItsFrequencies) {
+    const double rate = 48000.0, from = 50.0, to = 800.0;
+    const Signal sweep = exponentialSweep(from, to, 2.0, rate, 0.0);
+    ASSERT_EQ(sweep.size(), 96000U);
+    std::vector<double> zeros = {0.0};
+    for (std::size_t i = 2; i < sweep.size(); ++i) {
+        if ((sweep[i - 1] < 0.0) != (sweep[i] < 0.0)) {
+            zeros.push_back((static_cast<double>(i) - sweep[i] / (sweep[i] - sweep[i - 1])) / rate);
+        }
+    }
+    EXPECT_NEAR(static_cast<double>(zeros.size()), 2.0 * 2.0 * (to - from) / std::log(to / from),
+                1);
+    for (std::size_t k = 1; k < zeros.size(); ++k) {
+        const double frequency = 0.5 / (zeros[k] - zeros[k - 1]);
+        const double expected = from * std::pow(to / from, (zeros[k] + zeros[k - 1]) / 2.0 / 2.0);
+        EXPECT_NEAR(frequency, expected, 1e-4 * expected) << k;
+    }
+}
+
+// Half a cosine: a quarter of the fade has (2 - sqrt 2) / 4, the middle 1/2.
+TEST(ExponentialSweep, Fades) {
+    const Signal plain = exponentialSweep(10.0, 90.0, 1.0, 1000.0, 0.0);
+    const Signal faded = exponentialSweep(10.0, 90.0, 1.0, 1000.0, 0.2);
+    const double quarter = (2.0 - std::sqrt(2.0)) / 4.0;
+    for (const auto& [i, weight] : {std::pair{0, 0.0},
+                                    {50, quarter},
+                                    {100, 0.5},
+                                    {200, 1.0},
+                                    {799, 1.0},
+                                    {899, 0.5},
+                                    {949, quarter},
+                                    {999, 0.0}}) {
+        const auto place = static_cast<std::size_t>(i);
+        EXPECT_NEAR(faded[place], weight * plain[place], 1e-15) << i;
+    }
+}

@@ -1,0 +1,83 @@
+#include "tests/support/Signal.h"
+#include "workbench/analysis/Ends.h"
+#include "workbench/analysis/KernelShape.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+TEST(Ends, TakeTheRoomOfTheKernel) {
+    const auto rooms = [](std::size_t length, std::size_t support) {
+        std::vector<std::size_t> sides;
+        for (const Ends ends : {Ends::periodic, Ends::zero, Ends::odd, Ends::bridge}) {
+            const EndRoom room = roomFor(ends, length, support);
+            sides.insert(sides.end(), {room.before, room.after});
+        }
+        return sides;
+    };
+    using Sides = std::vector<std::size_t>;
+    EXPECT_EQ(rooms(100, 7), (Sides{0, 0, 0, 6, 7, 7, 0, 7}));
+    EXPECT_EQ(rooms(5, 7), (Sides{0, 0, 0, 6, 4, 4, 0, 7}));
+    EXPECT_EQ(rooms(1, 1), (Sides{0, 0, 0, 0, 0, 0, 0, 1}));
+    EXPECT_EQ(rooms(5, 0), (Sides{0, 0, 0, 0, 0, 0, 0, 0}));
+}
+
+// By hand; and a straight line goes on straight, to the last bit.
+TEST(Ends, Extend) {
+    const Signal x = {1.0, 3.0, -2.0, 5.0};
+    EXPECT_EQ(extended(x, Ends::periodic, {}), x);
+    EXPECT_EQ(extended(x, Ends::zero, {1, 2}), (Signal{0.0, 1.0, 3.0, -2.0, 5.0, 0.0, 0.0}));
+    EXPECT_EQ(extended(x, Ends::odd, {3, 2}),
+              (Signal{-3.0, 4.0, -1.0, 1.0, 3.0, -2.0, 5.0, 12.0, 7.0}));
+    const Signal bridged = extended(x, Ends::bridge, {0, 3});
+    EXPECT_NEAR(bridged[4], 3.0 + std::sqrt(2.0), 1e-14);
+    EXPECT_NEAR(bridged[5], 3.0, 1e-14);
+    EXPECT_NEAR(bridged[6], 3.0 - std::sqrt(2.0), 1e-14);
+
+    Signal line(30);
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        line[i] = 7.0 - 3.0 * static_cast<double>(i);
+    }
+    const Signal middle(line.begin() + 10, line.begin() + 20);
+    EXPECT_EQ(extended(middle, Ends::odd, {9, 9}), Signal(line.begin() + 1, line.end() - 1));
+}
+
+TEST(Ends, DifferBeyondFiveDeviations) {
+    EXPECT_FALSE(endsDiffer({1.0, 9.0, -4.0}, 1.0));
+    EXPECT_TRUE(endsDiffer({1.0, 9.0, -4.1}, 1.0));
+    EXPECT_TRUE(endsDiffer({-4.1, 9.0, 1.0}, 1.0));
+}
+
+static double gammaDensity(double t, int order) {
+    return std::exp((order - 1) * std::log(t) - t - std::lgamma(order));
+}
+
+// The response of the blood to a short event: a peak, and a sixth of its area as undershoot.
+static Signal doubleGamma() {
+    Signal samples(320);
+    for (std::size_t i = 1; i < samples.size(); ++i) {
+        const double t = 0.1 * static_cast<double>(i);
+        samples[i] = gammaDensity(t, 6) - gammaDensity(t, 16) / 6.0;
+    }
+    return samples;
+}
+
+// Correlations by hand, at any scale.
+TEST(KernelShape, IsThatAboutTheMaximum) {
+    for (const double scale : {1.0, -1e-200, 1e200}) {
+        const KernelPeak peak = peakOf({0.0, scale, 2.0 * scale, scale});
+        EXPECT_EQ(peak.index, 2U);
+        EXPECT_DOUBLE_EQ(peak.correlation, 1.0);
+        EXPECT_DOUBLE_EQ(peak.centroid, 2.0);
+        const KernelPeak decay = peakOf({0.0, 2.0 * scale, -scale, scale, 0.0});
+        EXPECT_EQ(decay.index, 1U);
+        EXPECT_DOUBLE_EQ(decay.correlation, 4.0 / 6.0);
+        EXPECT_DOUBLE_EQ(decay.centroid, (2.0 + 2.0 + 3.0) / 4.0);
+        EXPECT_EQ(supportOf({scale, 0.0, 1.01e-6 * scale, 0.99e-6 * scale, 0.0}), 3U);
+    }
+    const KernelPeak response = peakOf(doubleGamma());
+    EXPECT_EQ(response.index, 50U);
+    EXPECT_NEAR(response.correlation, 0.925, 5e-4);
+    EXPECT_EQ(supportOf({0.0, 0.0}), 0U);
+    EXPECT_EQ(peakOf({0.0, 0.0}).correlation, 0.0);
+}

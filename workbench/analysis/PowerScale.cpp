@@ -1,0 +1,23 @@
+#include "workbench/analysis/PowerScale.h"
+
+#include <algorithm>
+#include <cmath>
+
+PowerScale PowerScale::of(const std::vector<double>& samples) {
+    double largest = 0.0;
+    for (const double sample : samples) {
+        largest = std::isfinite(sample) ? std::max(largest, std::abs(sample)) : largest;
+    }
+    constexpr int mostBits = 200;
+    const bool inRange =
+        largest >= std::ldexp(1.0, -mostBits) && largest <= std::ldexp(1.0, mostBits);
+    return {.exponent = largest == 0.0 || inRange ? 0 : std::ilogb(largest)};
+}
+
+std::vector<double> scaled(const std::vector<double>& samples, int exponent) {
+    std::vector<double> moved = samples;
+    for (double& sample : moved) {
+        sample = std::ldexp(sample, exponent);
+    }
+    return moved;
+}
