@@ -25,7 +25,7 @@ set(rows
   "workbench/jobs RunRecord host platform transform kernels workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/methods workbench/module"
   "workbench/terminal help host platform workbench/messages workbench/system workbench/signals workbench/files workbench/methods workbench/module workbench/jobs"
   "workbench/desktop windowExports host platform workbench/messages workbench/system workbench/methods"
-  "workbench/commands Command host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
+  "workbench/commands Command host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/desktop"
   "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk"
   "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/terminal workbench/commands")
 

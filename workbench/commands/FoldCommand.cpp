@@ -14,7 +14,7 @@
 #include <array>
 #include <limits>
 
-static std::vector<std::string> encodingWords() {
+std::vector<std::string> encodingWords() {
     std::vector<std::string> words;
     for (const EncodingRow& row : EncodingRow::all()) {
         words.emplace_back(row.word);

@@ -5,10 +5,14 @@
 #include "workbench/terminal/SettingOptions.h"
 
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
 }
+
+// The words of --encoding.
+std::vector<std::string> encodingWords();
 
 // What convolve and deconvolve have in common: the words of the command line become a job, and the
 // record of its run becomes text or JSON.

@@ -45,7 +45,7 @@ std::string term(const CLI::Option& option) {
     if (option.get_positional()) {
         return option.get_name(true);
     }
-    const std::string type = option.get_type_name(), name = type.substr(0, type.find(':'));
+    const std::string type = option.get_type_name(), name = type.substr(0, type.find(":{"));
     const std::string value =
         name.empty() ? fmt::format("{}", fmt::join(choices(option), "|")) : name;
     return fmt::format("{}{}{}", fmt::join(optionNames(option), ", "), value.empty() ? "" : " ",

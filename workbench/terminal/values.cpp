@@ -39,13 +39,45 @@ CLI::Validator countUpTo(long long largest, const std::string& what) {
     return {check, ""};
 }
 
-CLI::Validator positiveNumber(const std::string& what) {
+static CLI::Validator number(const std::string& what, bool zeroToo) {
     const auto check = [=](std::string& word) -> std::string {
         double value = 0.0;
-        if (parse(word, value) && std::isfinite(value) && value > 0.0) {
+        if (parse(word, value) && std::isfinite(value) &&
+            (value > 0.0 || (zeroToo && value == 0))) {
             return "";
         }
-        return fmt::format("\"{}\" is not a {}; give a number above 0", word, what);
+        return fmt::format("\"{}\" is not a {}; give {}a number above 0", word, what,
+                           zeroToo ? "0 or " : "");
+    };
+    return {check, ""};
+}
+
+CLI::Validator positiveNumber(const std::string& what) {
+    return number(what, false);
+}
+
+CLI::Validator zeroOrPositive(const std::string& what) {
+    return number(what, true);
+}
+
+// Both numbers 0 where the word is not two of them.
+NumberRange rangeOf(const std::string& word) {
+    const std::size_t colon = word.find(':');
+    NumberRange range;
+    const bool numbers = colon != std::string::npos && parse(word.substr(0, colon), range.from) &&
+                         parse(word.substr(colon + 1), range.to) && std::isfinite(range.from) &&
+                         std::isfinite(range.to);
+    return numbers ? range : NumberRange();
+}
+
+CLI::Validator rangeValue(const std::string& what) {
+    const auto check = [=](std::string& word) -> std::string {
+        const NumberRange range = rangeOf(word);
+        if (range.from < range.to) {
+            return "";
+        }
+        return fmt::format("\"{}\" is not a {}; give FROM:TO, two numbers, the lower one first",
+                           word, what);
     };
     return {check, ""};
 }

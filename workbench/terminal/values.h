@@ -22,3 +22,13 @@ CLI::Validator countUpTo(long long largest, const std::string& what);
 
 // A number above 0.
 CLI::Validator positiveNumber(const std::string& what);
+
+// 0, or a number above it.
+CLI::Validator zeroOrPositive(const std::string& what);
+
+// Two finite numbers FROM:TO, FROM below TO, and what such a word stands for.
+struct NumberRange {
+    double from = 0.0, to = 0.0;
+};
+CLI::Validator rangeValue(const std::string& what);
+NumberRange rangeOf(const std::string& word);
