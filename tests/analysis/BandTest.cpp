@@ -1,56 +1,54 @@
 #include "workbench/analysis/Band.h"
 
 #include "tests/support/Signal.h"
+#include "tests/support/expectNear.h"
 #include "workbench/analysis/ExponentialSweep.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <utility>
+#include <vector>
 
 // The variance of each sample by the sum over all impulses; with equal counts it is that of white
 // noise.
 TEST(Band, IsThatOfTheSum) {
     for (const std::size_t n : {12U, 16U}) {
-        const Signal answer = noise(static_cast<int>(n), 1);
-        Signal counts = noise(static_cast<int>(n), 2);
-        const Signal band = bandOfCounts(answer, 5, counts);
+        const Signal answer = noise(static_cast<int>(n), 1), counts = noise(static_cast<int>(n), 2);
+        Signal expected(n);
         for (std::size_t i = 0; i < n; ++i) {
-            double variance = 0.0;
             for (std::size_t k = 0; k < n; ++k) {
                 const double f = answer[(5 + i + n - k) % n];
-                variance += f * f * std::max(counts[k], 0.0);
+                expected[i] += f * f * std::max(counts[k], 0.0);
             }
-            EXPECT_NEAR(band[i], 1.96 * std::sqrt(variance), 1e-13);
+            expected[i] = 1.96 * std::sqrt(expected[i]);
         }
-        const double half = bandHalfWidth(answer, 3.0);
-        for (const double same : bandOfCounts(answer, 0, Signal(n, 9.0))) {
-            EXPECT_NEAR(same, half, 1e-13 * half);
-        }
+        expectNear(bandOfCounts(answer, 5, counts), expected, 1e-13);
+        const Signal white(n, bandHalfWidth(answer, 3.0));
+        expectNear(bandOfCounts(answer, 0, Signal(n, 9.0)), white, 1e-13 * white[0]);
     }
 }
 
 // Where counts are nothing, so is the band: rounding makes no root of a number below 0.
 TEST(Band, IsANumberInEmptyChannels) {
-    Signal counts(1024), answer(1024);
+    Signal counts(1024), answer(1024), expected(1024);
     counts[7] = 1e5;
     answer[3] = 1.0;
-    const Signal band = bandOfCounts(answer, 3, counts);
-    for (std::size_t i = 0; i < band.size(); ++i) {
-        EXPECT_NEAR(band[i], i == 7 ? 1.96 * std::sqrt(1e5) : 0.0, 1e-4);
-    }
+    expected[7] = 1.96 * std::sqrt(1e5);
+    expectNear(bandOfCounts(answer, 3, counts), expected, 1e-4);
 }
 
 // By hand: a kernel that an impulse leaves as it is, wherever it stands.
 TEST(Resolution, IsTheWidthAtHalfHeight) {
-    Signal impulse(8);
     for (const std::size_t place : {0U, 3U, 7U}) {
-        std::fill(impulse.begin(), impulse.end(), 0.0);
+        Signal impulse(8);
         impulse[place] = 1.0;
-        EXPECT_NEAR(resolutionOf(impulse, {1.0}), 1.0, 1e-14);
-        EXPECT_NEAR(resolutionOf(impulse, {1.0, 2.0, 1.5}), 0.0 + 1.0 + 1.0 + 1.0 / 3.0, 1e-13);
-        EXPECT_NEAR(resolutionOf(impulse, {1.0, 4.0, 3.0, 1.0}), 2.0 / 3.0 + 1.5, 1e-13);
-        EXPECT_EQ(resolutionOf(impulse, {0.0}), 0.0);
+        const Signal widths = {resolutionOf(impulse, {1.0}), resolutionOf(impulse, {1.0, 2.0, 1.5}),
+                               resolutionOf(impulse, {1.0, 4.0, 3.0, 1.0}),
+                               resolutionOf(impulse, {0.0})};
+        expectNear(widths, {1.0, 1.0 + 4.0 / 3.0, 2.0 / 3.0 + 1.5, 0.0}, 1e-13);
     }
     EXPECT_EQ(resolutionOf(Signal(8, 1.0), {1.0}), 8.0);
 }

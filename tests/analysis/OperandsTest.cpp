@@ -1,5 +1,6 @@
 #include "tests/support/PlainTransforms.h"
 #include "tests/support/Signal.h"
+#include "tests/support/expectNear.h"
 #include "workbench/analysis/Oversampling.h"
 #include "workbench/analysis/PowerScale.h"
 #include "workbench/analysis/RegularizedOperands.h"
@@ -7,17 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <functional>
+#include <complex>
 #include <limits>
 #include <numbers>
-
-static void expectNear(const Signal& values, const Signal& expected, double tolerance) {
-    ASSERT_EQ(values.size(), expected.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        EXPECT_NEAR(values[i], expected[i], tolerance) << i << " of " << values.size();
-    }
-}
+#include <utility>
+#include <vector>
 
 // All frequencies that n samples hold, sampled r times as densely; that of half the rate is a
 // cosine.
@@ -40,6 +37,9 @@ TEST(Oversampling, InterpolatesWhatTheSamplesHold) {
             expectNear(everyNth(fine, r), coarse, n * transformBound(n * r));
         }
     }
+}
+
+TEST(Oversampling, RefusesMoreThanATransformTakes) {
     EXPECT_THROW(interpolated(Signal(1 << 10), 1 << 20), Failure);
 }
 
@@ -61,25 +61,38 @@ static LongSpectrum spectrumOfReal(const Signal& samples) {
     return definingSum(widen(samples, Signal(samples.size())), -1);
 }
 
-// On few samples several lags meet in one tap.
+// Of real and even taps.
+static Signal penaltyOf(const Signal& taps) {
+    Signal penalty;
+    for (const std::complex<long double>& bin : spectrumOfReal(taps)) {
+        penalty.push_back(static_cast<double>(bin.real()));
+    }
+    return penalty;
+}
+
+// On few samples several lags meet in one tap. At the rate of 10 n bin j has the frequency 10 j.
 TEST(RegularizedOperands, HaveThePenaltiesOfTheirOrder) {
     for (const std::size_t n : {1U, 2U, 3U, 4U, 5U, 16U, 17U}) {
-        const auto rate = 10.0 * static_cast<double>(n);  // so bin j has the frequency 10 j
-        const std::size_t last = n / 2;
-        const Signal smooth = penaltySpectrum(penaltyTaps(2, n));
-        const Signal small = penaltySpectrum(penaltyTaps(0, n));
-        const LongSpectrum band =
-            spectrumOfReal(bandTaps(10.0 * static_cast<double>(last), 1e3, rate, n));
-        ASSERT_EQ(smooth.size(), last + 1);
-        for (std::size_t j = 0; j <= last; ++j) {
-            const double w =
-                2.0 * std::numbers::pi * static_cast<double>(j) / static_cast<double>(n);
-            EXPECT_NEAR(smooth[j], std::pow(std::sin(w / 2.0), 4.0) + 1e-12, 1e-14);
-            EXPECT_NEAR(small[j], 1.0, 1e-14);
-            EXPECT_NEAR(static_cast<double>(band[j].real()), j == last ? 1e-6 : 1.0, 1e-14);
-            EXPECT_NEAR(static_cast<double>(band[j].imag()), 0.0, 1e-14);
+        const auto length = static_cast<double>(n);
+        const double from = std::floor(length / 4.0);
+        Signal smooth(n), band(n, 1.0);
+        for (std::size_t j = 0; j < n; ++j) {
+            const auto bin = static_cast<double>(j);
+            const double frequency = std::min(bin, length - bin);
+            smooth[j] = std::pow(std::sin(std::numbers::pi * bin / length), 4.0) + 1e-12;
+            band[j] = frequency >= from && frequency <= from + 1.0 ? 1e-6 : 1.0;
         }
+        const Signal taps = penaltyTaps(2, n);
+        expectNear(penaltyOf(taps), smooth, 1e-15);
+        expectNear(penaltyOf(penaltyTaps(0, n)), Signal(n, 1.0), 1e-15);
+        expectNear(penaltyOf(bandTaps(10.0 * from, 10.0 * from + 10.0, 10.0 * length, n)), band,
+                   1e-14);
+        smooth.resize(n / 2 + 1);
+        expectNear(penaltySpectrum(taps), smooth, 1e-14);
     }
+}
+
+TEST(RegularizedOperands, RefuseABandBetweenTwoFrequencies) {
     EXPECT_THROW(bandTaps(11.0, 19.0, 160.0, 16), Failure);
 }
 

@@ -1,10 +1,13 @@
 #include "tests/support/Signal.h"
+#include "tests/support/expectNear.h"
 #include "workbench/analysis/Ends.h"
 #include "workbench/analysis/KernelShape.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 TEST(Ends, TakeTheRoomOfTheKernel) {
     const auto rooms = [](std::size_t length, std::size_t support) {
@@ -22,18 +25,18 @@ TEST(Ends, TakeTheRoomOfTheKernel) {
     EXPECT_EQ(rooms(5, 0), (Sides{0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
-// By hand; and a straight line goes on straight, to the last bit.
+// By hand.
 TEST(Ends, Extend) {
     const Signal x = {1.0, 3.0, -2.0, 5.0};
     EXPECT_EQ(extended(x, Ends::periodic, {}), x);
     EXPECT_EQ(extended(x, Ends::zero, {1, 2}), (Signal{0.0, 1.0, 3.0, -2.0, 5.0, 0.0, 0.0}));
     EXPECT_EQ(extended(x, Ends::odd, {3, 2}),
               (Signal{-3.0, 4.0, -1.0, 1.0, 3.0, -2.0, 5.0, 12.0, 7.0}));
-    const Signal bridged = extended(x, Ends::bridge, {0, 3});
-    EXPECT_NEAR(bridged[4], 3.0 + std::sqrt(2.0), 1e-14);
-    EXPECT_NEAR(bridged[5], 3.0, 1e-14);
-    EXPECT_NEAR(bridged[6], 3.0 - std::sqrt(2.0), 1e-14);
+    const Signal half = {1.0, 3.0, -2.0, 5.0, 3.0 + std::sqrt(2.0), 3.0, 3.0 - std::sqrt(2.0)};
+    expectNear(extended(x, Ends::bridge, {0, 3}), half, 1e-14);
+}
 
+TEST(Ends, ContinueAStraightLineToTheLastBit) {
     Signal line(30);
     for (std::size_t i = 0; i < line.size(); ++i) {
         line[i] = 7.0 - 3.0 * static_cast<double>(i);
@@ -62,22 +65,19 @@ static Signal doubleGamma() {
     return samples;
 }
 
-// Correlations by hand, at any scale.
+static Signal shapeOf(const Signal& kernel) {
+    const KernelPeak peak = peakOf(kernel);
+    return {static_cast<double>(peak.index), peak.correlation, peak.centroid,
+            static_cast<double>(supportOf(kernel))};
+}
+
+// By hand, at any scale.
 TEST(KernelShape, IsThatAboutTheMaximum) {
-    for (const double scale : {1.0, -1e-200, 1e200}) {
-        const KernelPeak peak = peakOf({0.0, scale, 2.0 * scale, scale});
-        EXPECT_EQ(peak.index, 2U);
-        EXPECT_DOUBLE_EQ(peak.correlation, 1.0);
-        EXPECT_DOUBLE_EQ(peak.centroid, 2.0);
-        const KernelPeak decay = peakOf({0.0, 2.0 * scale, -scale, scale, 0.0});
-        EXPECT_EQ(decay.index, 1U);
-        EXPECT_DOUBLE_EQ(decay.correlation, 4.0 / 6.0);
-        EXPECT_DOUBLE_EQ(decay.centroid, (2.0 + 2.0 + 3.0) / 4.0);
-        EXPECT_EQ(supportOf({scale, 0.0, 1.01e-6 * scale, 0.99e-6 * scale, 0.0}), 3U);
+    for (const double a : {1.0, -1e-200, 1e200}) {
+        expectNear(shapeOf({0.0, a, 2.0 * a, a}), {2.0, 1.0, 2.0, 4.0}, 1e-15);
+        expectNear(shapeOf({0.0, 2.0 * a, -a, a, 0.0}), {1.0, 4.0 / 6.0, 7.0 / 4.0, 4.0}, 1e-15);
     }
-    const KernelPeak response = peakOf(doubleGamma());
-    EXPECT_EQ(response.index, 50U);
-    EXPECT_NEAR(response.correlation, 0.925, 5e-4);
-    EXPECT_EQ(supportOf({0.0, 0.0}), 0U);
-    EXPECT_EQ(peakOf({0.0, 0.0}).correlation, 0.0);
+    EXPECT_EQ(shapeOf({0.0, 0.0}), Signal(4));
+    EXPECT_EQ(supportOf({1.0, 0.0, -1.01e-6, 0.99e-6, 0.0}), 3U);
+    EXPECT_NEAR(peakOf(doubleGamma()).correlation, 0.925, 5e-4);
 }
