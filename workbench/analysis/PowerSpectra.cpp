@@ -5,13 +5,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string>
 
-static std::vector<double> powerOf(const std::vector<double>& samples, std::size_t length) {
+static std::vector<double> powerOf(const std::vector<double>& samples, std::size_t length,
+                                   std::size_t bins) {
     std::vector<double> re(samples), im(length);
     re.resize(length);
     FourierTransform().transform(re.data(), im.data(), static_cast<int>(length), -1);
-    re.resize(length / 2 + 1);
+    re.resize(bins);
     std::transform(re.begin(), re.end(), im.begin(), re.begin(),
                    [](double x, double y) { return x * x + y * y; });
     return re;
@@ -26,17 +28,26 @@ static void checkRange(double square, const std::string& what) {
 }
 
 PowerSpectra::PowerSpectra(const std::vector<double>& signalSamples,
-                           const std::vector<double>& kernelSamples)
+                           const std::vector<double>& kernelSamples, int oversamplingFactor)
     : length(static_cast<int>(std::max(signalSamples.size(), kernelSamples.size()))),
-      signal(powerOf(signalSamples, static_cast<std::size_t>(length))),
-      kernel(powerOf(kernelSamples, static_cast<std::size_t>(length))) {
+      oversampling(oversamplingFactor) {
+    const auto size = static_cast<std::size_t>(length);
+    const auto bins = static_cast<std::size_t>(degrees() / 2 + 1);
+    signal = powerOf(signalSamples, size, bins);
+    kernel = powerOf(kernelSamples, size, bins);
+    if (oversampling > 1 && degrees() % 2 == 0) {
+        signal.back() *= 2.0;
+    }
     checkRange(energy(), "signal");
     checkRange(largestGain(), "kernel");
 }
 
 int PowerSpectra::multiplicity(std::size_t j) const {
-    const auto n = static_cast<std::size_t>(length);
-    return j == 0 || 2 * j == n ? 1 : 2;
+    return j == 0 || 2 * j == static_cast<std::size_t>(degrees()) ? 1 : 2;
+}
+
+double PowerSpectra::frequency(std::size_t j) const {
+    return 2.0 * std::numbers::pi * static_cast<double>(j) / length;
 }
 
 double PowerSpectra::energy() const {

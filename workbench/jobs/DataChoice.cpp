@@ -54,11 +54,12 @@ DataChoice::DataChoice(const FoldJob& job, const ModuleRun& moduleRun)
     }
     curve.emplace(spectra, found.convergence);
     if (left.maxIterations) {
-        choice = chooseSteps(*curve);
-        found.maxIterations = static_cast<std::uint32_t>(choice.steps + 1);
+        choice = chooseSteps(*curve, std::nullopt);
+        found.maxIterations = static_cast<std::uint32_t>(choice.parameter) + 1;
     } else {
         const std::int64_t asked = std::int64_t{found.maxIterations} - 1;
-        choice = judgeSteps(*curve, found.abortAtMinError != 0 ? curve->lastFalling(asked) : asked);
+        choice = judgeSteps(*curve, found.abortAtMinError != 0 ? curve->lastFalling(asked) : asked,
+                            std::nullopt);
     }
     refuseUnexplained(signal.info);
 }
@@ -78,7 +79,7 @@ void DataChoice::refuseUnexplained(const SignalInfo& info) const {
 ChoiceRecord DataChoice::record() const {
     return {.bySearch = left.maxIterations,
             .ofKernel = left.convergence,
-            .steps = choice.steps,
+            .steps = static_cast<std::int64_t>(choice.parameter),
             .convergence = found.convergence,
             .explained = choice.explained,
             .kept = choice.kept,
@@ -94,7 +95,7 @@ std::vector<std::string> DataChoice::remarks(const std::vector<ReportedNumbers>&
         remarks.push_back(fmt::format(
             "the choice lies at an edge of the range, from 1 to {} steps: no balance of noise and "
             "detail was found inside it; compare with other --max-iterations",
-            choice.lastStep));
+            choice.last));
     }
     if (choice.explained < 0.5) {
         remarks.push_back(fmt::format(
@@ -109,7 +110,7 @@ std::vector<std::string> DataChoice::remarks(const std::vector<ReportedNumbers>&
                 fmt::format("internal error: after {} steps the module reports the last error "
                             "{:.9g}, and {:.9g} "
                             "was predicted; do not rely on the choice, and report this",
-                            steps, entry.values[0], curve->at(steps).error));
+                            steps, entry.values[0], curve->at(entry.values.at(1) - 1.0).error));
         }
     }
     return remarks;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "workbench/analysis/AnswerChoice.h"
 #include "workbench/analysis/IterationCurve.h"
-#include "workbench/analysis/StepChoice.h"
 #include "workbench/jobs/FoldJob.h"
 #include "workbench/jobs/RunRecord.h"
 #include "workbench/module/ModuleRun.h"
@@ -37,5 +37,5 @@ private:
     FendraSettings found;
     int channel = 0;
     std::optional<IterationCurve> curve;
-    StepChoice choice;
+    AnswerChoice choice;
 };

@@ -1,0 +1,37 @@
+#include "workbench/analysis/NoiseEstimate.h"
+
+#include "workbench/analysis/CurveSearch.h"
+#include "workbench/analysis/RegularizedCurve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <numbers>
+#include <optional>
+#include <vector>
+
+static std::vector<double> powersOfEmptyBins(const PowerSpectra& spectra) {
+    const double low = 1e-3 * 1e-3 * spectra.largestGain();
+    std::vector<double> empty;
+    for (std::size_t j = 0; j < spectra.kernel.size(); ++j) {
+        if (spectra.kernel[j] < low) {
+            empty.insert(empty.end(), static_cast<std::size_t>(spectra.multiplicity(j)),
+                         spectra.signal[j]);
+        }
+    }
+    return empty;
+}
+
+NoiseEstimate estimateNoise(const PowerSpectra& spectra) {
+    constexpr std::size_t fewest = 16;
+    std::vector<double> empty = powersOfEmptyBins(spectra);
+    if (empty.size() >= fewest) {
+        const auto middle = empty.begin() + std::ssize(empty) / 2;
+        std::nth_element(empty.begin(), middle, empty.end());
+        const double mean = *middle / std::numbers::ln2;
+        return {.sigma = std::sqrt(mean / spectra.length / spectra.oversampling)};
+    }
+    const CurvePoint best = searchStrength(RegularizedCurve(spectra, 2), std::nullopt).best;
+    return {.sigma = std::sqrt(best.error / best.leftSquares / spectra.oversampling),
+            .isBound = true};
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "workbench/analysis/PowerSpectra.h"
+
+// Standard deviation of the noise in a sample of the signal, before any oversampling.
+struct NoiseEstimate {
+    double sigma = 0.0;    // in units of the samples
+    bool isBound = false;  // taken from a residual: noise, and what the model does not reach
+};
+
+// The noise of a signal, taken as white, with N degrees of freedom and r-fold oversampling.
+//     Bins that the kernel leaves empty, |H| < 1e-3 max |H|, if there are 16 of N: noise of the
+//     variance s^2 has there a power of exponential distribution with the mean r^2 N s^2, so the
+//     median r^2 N s^2 ln 2, which a few bins of signal do not move.
+//     Otherwise regularised division of order 2, at its best strength by robust generalised
+//     cross-validation: s^2 = E / (r (N - 2 A + B)), in terms of AnswerCurve.
+NoiseEstimate estimateNoise(const PowerSpectra& spectra);
