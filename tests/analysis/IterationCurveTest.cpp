@@ -1,16 +1,15 @@
 #include "workbench/analysis/IterationCurve.h"
 
-#include "tests/support/Signal.h"
-#include "workbench/analysis/StepChoice.h"
-#include "workbench/messages/Failure.h"
+#include "tests/support/BlurredLines.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <numeric>
+#include <cstdint>
+#include <numbers>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -56,35 +55,6 @@ struct PlainIteration {
 
 }  // namespace
 
-// A peak with the sum 1, wrapped round the front.
-static Signal peak(int n, double width) {
-    Signal samples(static_cast<std::size_t>(n));
-    double sum = 0.0;
-    for (int i = 0; i < n; ++i) {
-        const double x = (i < n / 2 ? i : i - n) / width;
-        samples[static_cast<std::size_t>(i)] = std::exp(-x * x);
-        sum += samples[static_cast<std::size_t>(i)];
-    }
-    for (double& sample : samples) {
-        sample /= sum;
-    }
-    return samples;
-}
-
-// Two lines, blurred and late as the time domain makes them, and noise.
-static Signal measured(const Signal& kernel, double noiseHeight, std::uint64_t seed) {
-    const int n = static_cast<int>(kernel.size());
-    Signal lines(kernel.size());
-    lines[kernel.size() / 3] = 1.0;
-    lines[kernel.size() / 2] = 2.0;
-    Signal y = laggingFold(lines, kernel);
-    const Signal disturbance = noise(n, seed);
-    for (std::size_t i = 0; i < y.size(); ++i) {
-        y[i] += noiseHeight * disturbance[i];
-    }
-    return y;
-}
-
 // What the curve says against the definition, and the last step that does not raise the error.
 static std::int64_t lastFallOf(PlainIteration plain, const IterationCurve& curve) {
     std::int64_t falling = 0;
@@ -93,7 +63,7 @@ static std::int64_t lastFallOf(PlainIteration plain, const IterationCurve& curve
     for (std::int64_t k = 1; k <= 60; ++k) {
         plain.step();
         const double error = plain.error();
-        EXPECT_NEAR(curve.at(k).error, error, 1e-11 * error) << k;
+        EXPECT_NEAR(curve.at(static_cast<double>(k)).error, error, 1e-11 * error) << k;
         EXPECT_TRUE(curve.predicts(error, k) && !curve.predicts(1.00001 * error, k)) << k;
         EXPECT_FALSE(curve.predicts(error, k + 1)) << k;
         falling += error <= last ? 1 : 0;  // never after a rise: the curve is convex
@@ -106,7 +76,7 @@ static std::int64_t lastFallOf(PlainIteration plain, const IterationCurve& curve
 TEST(IterationCurve, HasTheErrorsAndTheLastFallOfTheDefinition) {
     for (const int n : {24, 25, 32}) {
         for (const double width : {1.0, 2.0}) {
-            const Signal kernel = peak(n, width), y = measured(kernel, 1e-3, 1);
+            const Signal kernel = peak(n, width), y = blurredLines(kernel, 1e-3, 1);
             const IterationCurve curve(PowerSpectra(y, kernel), 0.9);
             const std::int64_t falling =
                 lastFallOf(PlainIteration(Long(y.begin(), y.end()), kernel, 0.9L), curve);
@@ -115,87 +85,86 @@ TEST(IterationCurve, HasTheErrorsAndTheLastFallOfTheDefinition) {
     }
 }
 
+// r samples for each one, the old ones among them; n is odd.
+static Signal interpolated(const Signal& samples, int r) {
+    const int n = static_cast<int>(samples.size());
+    Signal fine(samples.size() * static_cast<std::size_t>(r));
+    for (std::size_t i = 0; i < fine.size(); ++i) {
+        for (int m = 0; m < n; ++m) {  // Dirichlet's kernel
+            const double x = std::numbers::pi * (static_cast<double>(i) / r - m);
+            const double weight = std::sin(x / n) == 0.0 ? n : std::sin(x) / std::sin(x / n);
+            fine[i] += weight / n * samples[static_cast<std::size_t>(m)];
+        }
+    }
+    return fine;
+}
+
+namespace {
+
+// A kernel as the run has it, and what the run makes of a signal.
+struct PreparedRun {
+    PreparedRun(const Signal& smooth, int factor) : r(factor), kernel(smooth) {
+        if (r > 1) {
+            kernel = interpolated(kernel, r);
+            for (double& sample : kernel) {
+                sample /= r;
+            }
+        }
+    }
+    // The signal later by the lag of the fine time domain.
+    [[nodiscard]] Signal prepared(const Signal& signal) const {
+        if (r == 1) {
+            return signal;
+        }
+        Signal fine = interpolated(signal, r);
+        std::rotate(fine.begin(), fine.end() - 1, fine.end());
+        return fine;
+    }
+
+    int r;
+    Signal kernel;
+};
+
+}  // namespace
+
 // Trace, and sum of the squared elements, of the matrix from signal to model after k steps: what
 // becomes of unit impulses stands in its columns.
-static std::pair<long double, long double> freedomOf(const Signal& kernel, std::int64_t k) {
+static std::pair<long double, long double> freedomOf(const PreparedRun& run, std::size_t n,
+                                                     std::int64_t k) {
     long double trace = 0.0L, squares = 0.0L;
-    for (std::size_t i = 0; i < kernel.size(); ++i) {
-        Long impulse(kernel.size());
-        impulse[i] = 1.0L;
-        PlainIteration plain(impulse, kernel, 0.7L);
+    for (std::size_t i = 0; i < n; ++i) {
+        Signal impulse(n);
+        impulse[i] = 1.0;
+        const Signal y = run.prepared(impulse);
+        PlainIteration plain(Long(y.begin(), y.end()), run.kernel, 0.7L);
         for (std::int64_t step = 0; step < k; ++step) {
             plain.step();
         }
-        trace += plain.model[i];
-        squares +=
-            std::inner_product(plain.model.begin(), plain.model.end(), plain.model.begin(), 0.0L);
+        const auto r = static_cast<std::size_t>(run.r), lag = r > 1 ? std::size_t{1} : 0;
+        trace += plain.model[i * r + lag];
+        for (std::size_t m = 0; m < n; ++m) {
+            squares += plain.model[m * r + lag] * plain.model[m * r + lag];
+        }
     }
     return {trace, squares};
 }
 
+// Among them the matrix from a signal to the samples of its model that stay, where the iteration
+// runs oversampled.
 TEST(IterationCurve, CountsTheFreedomOfTheMatrixFromSignalToModel) {
-    for (const int n : {6, 7}) {
-        const Signal kernel = peak(n, 0.8);
-        const IterationCurve curve(PowerSpectra(noise(n, 2), kernel), 0.7);
-        for (const std::int64_t k : {1, 2, 9}) {
-            const auto [trace, squares] = freedomOf(kernel, k);
-            EXPECT_NEAR(curve.at(k).kept, static_cast<double>(trace), 1e-12);
-            EXPECT_NEAR(curve.at(k).squares, static_cast<double>(squares), 1e-12);
+    for (const auto& [n, r] : {std::pair{6, 1}, {7, 1}, {7, 2}, {5, 4}}) {
+        const PreparedRun run(peak(n, 0.8), r);
+        const Signal y = run.prepared(noise(n, 2));
+        const IterationCurve curve(PowerSpectra(y, run.kernel, r), 0.7);
+        PlainIteration plain(Long(y.begin(), y.end()), run.kernel, 0.7L);
+        for (const int k : {1, 2, 3}) {
+            plain.step();
+            const CurvePoint point = curve.at(k);
+            const auto [trace, squares] = freedomOf(run, static_cast<std::size_t>(n), k);
+            EXPECT_NEAR(point.error, plain.error(), 1e-12) << n << " " << r;
+            EXPECT_NEAR(point.kept, static_cast<double>(trace), 1e-12);
+            EXPECT_NEAR(point.squares, static_cast<double>(squares), 1e-12);
+            EXPECT_NEAR(point.leftSquares, n - 2.0 * point.kept + point.squares, 1e-12);
         }
     }
-}
-
-// By hand: 8 / (3/4)^2 (1/5 + 4/5 1/8) = 64/15.
-TEST(StepChoice, IsTheMinimumOfTheCriterion) {
-    const Signal four = {1.0, 2.0, 3.0, 4.0};
-    const IterationCurve tiny(PowerSpectra(four, four), 0.01);
-    EXPECT_NEAR(tiny.robustGcv({.steps = 1, .error = 8.0, .kept = 1.0, .squares = 0.5}),
-                64.0 / 15.0, 1e-14);
-
-    const Signal kernel = peak(256, 4.0);
-    for (const double height : {1e-1, 1e-2, 1e-3, 1e-4}) {  // the outer ones at an edge
-        const IterationCurve curve(PowerSpectra(measured(kernel, height, 3), kernel), 1.0);
-        const StepChoice choice = chooseSteps(curve);
-        std::int64_t best = 1;
-        for (std::int64_t k = 2; k <= choice.lastStep; ++k) {
-            best = curve.robustGcv(curve.at(k)) < curve.robustGcv(curve.at(best)) ? k : best;
-        }
-        EXPECT_EQ(choice.steps, best) << height;
-        EXPECT_EQ(choice.atEdge(), height != 1e-2 && height != 1e-3) << choice.steps;
-    }
-}
-
-// A width of 4 leaves 5 of 6 bins empty; that of a single sample leaves none, and what is there of
-// noise and signal is a bound. Uniform noise of the height 1 has the variance 1/3.
-TEST(StepChoice, EstimatesTheNoise) {
-    for (const double height : {1e-2, 1e-4}) {
-        const Signal broad = peak(1024, 4.0), narrow = peak(1024, 0.1);
-        const double truth = height / std::sqrt(3.0);
-        const StepChoice choice =
-            chooseSteps(IterationCurve(PowerSpectra(measured(broad, height, 4), broad), 1.0));
-        EXPECT_FALSE(choice.noiseIsBound);
-        EXPECT_NEAR(choice.noise, truth, 0.1 * truth);
-        const StepChoice bound =
-            judgeSteps(IterationCurve(PowerSpectra(measured(narrow, height, 4), narrow), 0.1), 5);
-        EXPECT_TRUE(bound.noiseIsBound);
-        EXPECT_GT(bound.noise, 0.9 * truth);
-    }
-}
-
-static bool refuses(const Signal& signal, const Signal& kernel) {
-    try {
-        PowerSpectra(signal, kernel);
-    } catch (const Failure&) {
-        return true;
-    }
-    return false;
-}
-
-TEST(PowerSpectra, RefuseWhatLeavesTheRange) {
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    for (const double bad : {0.0, 1e-170, 1e160, nan}) {
-        EXPECT_TRUE(refuses({bad, bad, bad}, {1.0, 2.0})) << bad;
-        EXPECT_TRUE(refuses({1.0, 2.0}, {bad, bad, bad})) << bad;
-    }
-    EXPECT_FALSE(refuses({3.0}, {2.0}));
 }

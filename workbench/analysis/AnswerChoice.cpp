@@ -8,16 +8,14 @@
 #include <numeric>
 #include <utility>
 
-// What the residual has in each bin that is left to the noise, in units of what is expected there.
-static std::vector<double> restOf(const AnswerCurve& curve, double parameter,
-                                  const std::optional<NoiseModel>& noise) {
+// Periodogram of the residual in the bins that the method leaves to the noise.
+static std::vector<double> restOf(const AnswerCurve& curve, double parameter) {
     constexpr double negligible = 0.1;
     std::vector<double> rest;
     for (std::size_t j = 0; j < curve.spectra().signal.size(); ++j) {
         const std::complex<double> left = curve.left(j, parameter);
         if (std::abs(1.0 - left) < negligible) {
-            const double power = curve.spectra().signal[j] * std::norm(left);
-            rest.push_back(noise ? power / noise->power()[j] : power);
+            rest.push_back(curve.spectra().signal[j] * std::norm(left));
         }
     }
     return rest;
@@ -47,7 +45,7 @@ static AnswerChoice judge(const AnswerCurve& curve, const CurvePoint& point,
                         .degrees = static_cast<double>(spectra.degrees()),
                         .noiseGiven = noise.has_value(),
                         .predictedError = point.error,
-                        .whiteness = whitenessOf(restOf(curve, point.parameter, noise)),
+                        .whiteness = whitenessOf(restOf(curve, point.parameter)),
                         .curve = {point}};
     const NoiseEstimate estimate =
         noise ? NoiseEstimate{.sigma = noise->sigma()} : estimateNoise(spectra);
