@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -79,6 +80,25 @@ TEST(AnswerChoice, EstimatesTheNoise) {
             judgeStrength(RegularizedCurve(full, 2), 1.0, NoiseModel::white(truth, 1024));
         EXPECT_TRUE(given.noiseGiven && !given.noiseIsBound);
         EXPECT_EQ(given.noise, NoiseModel::white(truth, 1024).sigma());
+    }
+}
+
+// Twice as many samples of the same signal have four times its power in each bin.
+TEST(AnswerChoice, CountsOversampledNoiseInSamplesOfTheSignal) {
+    const Signal broad = peak(255, 2.0), sharp = decay(255, 20.0);
+    for (const Signal& kernel : {broad, sharp}) {
+        const PowerSpectra plain(blurredLines(kernel, 1e-2, 4), kernel);
+        PowerSpectra fine = plain;
+        fine.length *= 2;
+        fine.oversampling = 2;
+        std::for_each(fine.signal.begin(), fine.signal.end(), [](double& power) { power *= 4.0; });
+        for (const Noise& noise : {Noise(), Noise(NoiseModel::white(1e-2, 255))}) {
+            const AnswerChoice expected = chooseStrength(RegularizedCurve(plain, 0), noise);
+            const AnswerChoice choice = chooseStrength(RegularizedCurve(fine, 0), noise);
+            EXPECT_EQ(choice.parameter, expected.parameter);
+            EXPECT_NEAR(choice.predictedError, 2.0 * expected.predictedError, 1e-14);
+            EXPECT_NEAR(choice.noise, expected.noise, 0.01 * expected.noise);
+        }
     }
 }
 

@@ -85,85 +85,65 @@ TEST(IterationCurve, HasTheErrorsAndTheLastFallOfTheDefinition) {
     }
 }
 
-// r samples for each one, the old ones among them; n is odd.
-static Signal interpolated(const Signal& samples, int r) {
+// r samples for each one by Dirichlet's kernel, the old ones at the multiples of r after the lag.
+// For r above 1 the number of samples is odd.
+static Signal interpolated(const Signal& samples, int r, int lag) {
     const int n = static_cast<int>(samples.size());
-    Signal fine(samples.size() * static_cast<std::size_t>(r));
-    for (std::size_t i = 0; i < fine.size(); ++i) {
-        for (int m = 0; m < n; ++m) {  // Dirichlet's kernel
-            const double x = std::numbers::pi * (static_cast<double>(i) / r - m);
+    Signal fine;
+    for (int i = 0; i < n * r; ++i) {
+        fine.push_back(0.0);
+        for (int m = 0; m < n; ++m) {
+            const double x = std::numbers::pi * (static_cast<double>(i - lag) / r - m);
             const double weight = std::sin(x / n) == 0.0 ? n : std::sin(x) / std::sin(x / n);
-            fine[i] += weight / n * samples[static_cast<std::size_t>(m)];
+            fine.back() += weight / n * samples[static_cast<std::size_t>(m)];
         }
     }
     return fine;
 }
 
-namespace {
-
-// A kernel as the run has it, and what the run makes of a signal.
-struct PreparedRun {
-    PreparedRun(const Signal& smooth, int factor) : r(factor), kernel(smooth) {
-        if (r > 1) {
-            kernel = interpolated(kernel, r);
-            for (double& sample : kernel) {
-                sample /= r;
-            }
-        }
-    }
-    // The signal later by the lag of the fine time domain.
-    [[nodiscard]] Signal prepared(const Signal& signal) const {
-        if (r == 1) {
-            return signal;
-        }
-        Signal fine = interpolated(signal, r);
-        std::rotate(fine.begin(), fine.end() - 1, fine.end());
-        return fine;
-    }
-
-    int r;
-    Signal kernel;
-};
-
-}  // namespace
-
-// Trace, and sum of the squared elements, of the matrix from signal to model after k steps: what
-// becomes of unit impulses stands in its columns.
-static std::pair<long double, long double> freedomOf(const PreparedRun& run, std::size_t n,
-                                                     std::int64_t k) {
-    long double trace = 0.0L, squares = 0.0L;
-    for (std::size_t i = 0; i < n; ++i) {
-        Signal impulse(n);
-        impulse[i] = 1.0;
-        const Signal y = run.prepared(impulse);
-        PlainIteration plain(Long(y.begin(), y.end()), run.kernel, 0.7L);
-        for (std::int64_t step = 0; step < k; ++step) {
-            plain.step();
-        }
-        const auto r = static_cast<std::size_t>(run.r), lag = r > 1 ? std::size_t{1} : 0;
-        trace += plain.model[i * r + lag];
-        for (std::size_t m = 0; m < n; ++m) {
-            squares += plain.model[m * r + lag] * plain.model[m * r + lag];
-        }
-    }
-    return {trace, squares};
+// Where the iteration runs oversampled, the signal is late by the lag of the finer time domain.
+static PlainIteration runOf(const Signal& signal, const Signal& fineKernel, int r) {
+    const Signal y = interpolated(signal, r, r > 1 ? 1 : 0);
+    return {Long(y.begin(), y.end()), fineKernel, 0.7L};
 }
 
-// Among them the matrix from a signal to the samples of its model that stay, where the iteration
-// runs oversampled.
+// Trace, and sum of the squared elements, of the matrix from a signal to the samples of its model
+// that stand where the old ones stood, after k steps: what becomes of impulses is in its columns.
+static std::pair<double, double> freedomOf(const Signal& fineKernel, int n, int r, int k) {
+    long double trace = 0.0L, squares = 0.0L;
+    for (int i = 0; i < n; ++i) {
+        Signal impulse(static_cast<std::size_t>(n));
+        impulse[static_cast<std::size_t>(i)] = 1.0;
+        PlainIteration plain = runOf(impulse, fineKernel, r);
+        for (int step = 0; step < k; ++step) {
+            plain.step();
+        }
+        for (int m = 0; m < n; ++m) {
+            const long double element =
+                plain.model[static_cast<std::size_t>(m * r + (r > 1 ? 1 : 0))];
+            trace += m == i ? element : 0.0L;
+            squares += element * element;
+        }
+    }
+    return {static_cast<double>(trace), static_cast<double>(squares)};
+}
+
 TEST(IterationCurve, CountsTheFreedomOfTheMatrixFromSignalToModel) {
     for (const auto& [n, r] : {std::pair{6, 1}, {7, 1}, {7, 2}, {5, 4}}) {
-        const PreparedRun run(peak(n, 0.8), r);
-        const Signal y = run.prepared(noise(n, 2));
-        const IterationCurve curve(PowerSpectra(y, run.kernel, r), 0.7);
-        PlainIteration plain(Long(y.begin(), y.end()), run.kernel, 0.7L);
+        Signal kernel = interpolated(peak(n, 0.8), r, 0);
+        for (double& sample : kernel) {
+            sample /= r;
+        }
+        PlainIteration plain = runOf(noise(n, 2), kernel, r);
+        const IterationCurve curve(PowerSpectra(Signal(plain.y.begin(), plain.y.end()), kernel, r),
+                                   0.7);
         for (const int k : {1, 2, 3}) {
             plain.step();
             const CurvePoint point = curve.at(k);
-            const auto [trace, squares] = freedomOf(run, static_cast<std::size_t>(n), k);
+            const auto [trace, squares] = freedomOf(kernel, n, r, k);
             EXPECT_NEAR(point.error, plain.error(), 1e-12) << n << " " << r;
-            EXPECT_NEAR(point.kept, static_cast<double>(trace), 1e-12);
-            EXPECT_NEAR(point.squares, static_cast<double>(squares), 1e-12);
+            EXPECT_NEAR(point.kept, trace, 1e-12);
+            EXPECT_NEAR(point.squares, squares, 1e-12);
             EXPECT_NEAR(point.leftSquares, n - 2.0 * point.kept + point.squares, 1e-12);
         }
     }

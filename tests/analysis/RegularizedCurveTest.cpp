@@ -1,95 +1,65 @@
 #include "workbench/analysis/RegularizedCurve.h"
 
+#include "matrix/SquareMatrix.h"
 #include "tests/support/BlurredLines.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstddef>
+#include <numeric>
 #include <vector>
 
-namespace {
-
-using Long = std::vector<long double>;
-
-// The normal equations (H'H + l m Q'Q) x = H'y of a periodic block; the rows of Q are the samples,
-// or a quarter of their second differences.
-struct NormalEquations {
-    NormalEquations(const Signal& h, int order, long double factor) : n(h.size()), rows(n) {
-        const Long q = order == 0 ? Long{1.0L} : Long{0.25L, -0.5L, 0.25L};
-        kernel.assign(h.begin(), h.end());
-        for (std::size_t i = 0; i < n; ++i) {
-            rows[i].resize(n);
-            for (std::size_t j = 0; j < n; ++j) {
-                for (std::size_t k = 0; k < n; ++k) {
-                    rows[i][j] += tap(kernel, k, i) * tap(kernel, k, j) +
-                                  factor * tap(q, k, i) * tap(q, k, j);
-                }
-            }
-            rows[i][i] += order == 0 ? 0.0L : factor * 1e-12L;
-        }
+// With these taps from index 0 on, periodic.
+static SquareMatrix<double> circulant(const Signal& taps, int n) {
+    SquareMatrix<double> matrix(n);
+    for (int i = 0; i < n * n; ++i) {
+        const auto lag = static_cast<std::size_t>((i / n + n - i % n) % n);
+        matrix.dataBlock[i] = lag < taps.size() ? taps[lag] : 0.0;
     }
+    return matrix;
+}
 
-    [[nodiscard]] long double tap(const Long& taps, std::size_t row, std::size_t column) const {
-        const std::size_t lag = (row + n - column) % n;
-        return lag < taps.size() ? taps[lag] : 0.0L;
+// From signal to model by the normal equations, H (H'H + f Q'Q)^-1 H'. The rows of Q are samples,
+// or second differences, a quarter of them; 1e-12 is added for the mean.
+static SquareMatrix<double> modelMatrix(const Signal& kernel, int order, double factor) {
+    const int n = static_cast<int>(kernel.size());
+    const SquareMatrix<double> h = circulant(kernel, n);
+    const Signal differences = {0.25, -0.5, 0.25};
+    const SquareMatrix<double> q = circulant(order == 0 ? Signal{1.0} : differences, n);
+    SquareMatrix<double> hTransposed(h), qTransposed(q), inverse(n), product(n), model(n);
+    hTransposed.transpose();
+    qTransposed.transpose();
+    product.multiply(qTransposed, q);
+    inverse.multiply(hTransposed, h);
+    for (int i = 0; i < n * n; ++i) {
+        const double mean = order == 2 && i % (n + 1) == 0 ? 1e-12 : 0.0;
+        inverse.dataBlock[i] += factor * (product.dataBlock[i] + mean);
     }
-
-    // H x. Elimination needs no pivots: the matrix is positive definite.
-    [[nodiscard]] Long modelOf(const Long& y) const {
-        std::vector<Long> a = rows;
-        Long x(n), model(n);
-        for (std::size_t i = 0; i < n; ++i) {
-            for (std::size_t k = 0; k < n; ++k) {
-                x[i] += tap(kernel, k, i) * y[k];
-            }
-        }
-        for (std::size_t pivot = 0; pivot < n; ++pivot) {
-            for (std::size_t i = 0; i < n; ++i) {
-                const long double ratio = i == pivot ? 0.0L : a[i][pivot] / a[pivot][pivot];
-                for (std::size_t j = 0; j < n; ++j) {
-                    a[i][j] -= ratio * a[pivot][j];
-                }
-                x[i] -= ratio * x[pivot];
-            }
-        }
-        for (std::size_t i = 0; i < n; ++i) {
-            for (std::size_t k = 0; k < n; ++k) {
-                model[i] += tap(kernel, i, k) * x[k] / a[k][k];
-            }
-        }
-        return model;
-    }
-
-    std::size_t n;
-    std::vector<Long> rows;
-    Long kernel;
-};
-
-}  // namespace
+    inverse.invert(true);
+    product.multiply(inverse, hTransposed);
+    model.multiply(h, product);
+    return model;
+}
 
 TEST(RegularizedCurve, IsThatOfTheNormalEquations) {
     for (const int n : {7, 8}) {
         for (const int order : {0, 2}) {
             const Signal kernel = decay(n, 1.5), y = noise(n, 5);
             const PowerSpectra spectra(y, kernel);
-            const NormalEquations equations(kernel, order, 0.03L * spectra.largestGain());
-            long double error = 0.0L, trace = 0.0L, squares = 0.0L;
-            const Long model = equations.modelOf(Long(y.begin(), y.end()));
-            for (std::size_t i = 0; i < y.size(); ++i) {
-                error += (y[i] - model[i]) * (y[i] - model[i]);
-                Long impulse(y.size());
-                impulse[i] = 1.0L;
-                const Long column = equations.modelOf(impulse);
-                trace += column[i];
-                for (const long double element : column) {
-                    squares += element * element;
-                }
+            const auto model = modelMatrix(kernel, order, 0.03 * spectra.largestGain());
+            double error = 0.0, trace = 0.0, squares = 0.0;
+            for (int i = 0; i < n; ++i) {
+                const double* row = model.rowTable[i];
+                const double left = y.begin()[i] - std::inner_product(row, row + n, y.begin(), 0.0);
+                error += left * left;
+                trace += row[i];
+                squares += std::inner_product(row, row + n, row, 0.0);
             }
             const CurvePoint point = RegularizedCurve(spectra, order).at(0.03);
-            EXPECT_NEAR(point.error, static_cast<double>(error), 1e-12) << n << " " << order;
-            EXPECT_NEAR(point.kept, static_cast<double>(trace), 1e-12) << n << " " << order;
-            EXPECT_NEAR(point.squares, static_cast<double>(squares), 1e-12) << n << " " << order;
+            EXPECT_NEAR(point.error, error, 1e-12) << n << " " << order;
+            EXPECT_NEAR(point.kept, trace, 1e-12) << n << " " << order;
+            EXPECT_NEAR(point.squares, squares, 1e-12) << n << " " << order;
         }
     }
 }
