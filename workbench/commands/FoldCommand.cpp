@@ -14,14 +14,6 @@
 #include <array>
 #include <limits>
 
-std::vector<std::string> encodingWords() {
-    std::vector<std::string> words;
-    for (const EncodingRow& row : EncodingRow::all()) {
-        words.emplace_back(row.word);
-    }
-    return words;
-}
-
 void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
                         const std::string& secondName) {
     command.add_option(firstName, first, signalFileText)->required()->type_name("FILE");
@@ -34,6 +26,8 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
             ->type_name("FILE")
             ->group("Method");
     options.exclude(*stored);
+    const bool deconvolves = options.settings().direction == FendraSettings::deconvolution;
+    treatments.addTo(command, deconvolves);
     addCutting(command);
     input.addTo(command);
     command.add_option("--rate", rate, "sampling rate for text that has no time column")
@@ -41,6 +35,14 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
         ->type_name("HZ")
         ->group("Signals");
     addOutput(command);
+    if (deconvolves) {
+        command
+            .add_option("--curve", curve,
+                        "write all points of the search: steps or strength, error, degrees of "
+                        "freedom kept, and the criterion")
+            ->type_name("FILE")
+            ->group("Result");
+    }
 }
 
 void FoldCommand::addCutting(CLI::App& command) {
@@ -51,34 +53,17 @@ void FoldCommand::addCutting(CLI::App& command) {
         ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "block length"))
         ->type_name("N")
         ->group("Blocks");
-    const bool convolves = options.settings().direction == FendraSettings::convolution;
     command
-        .add_flag(
-            "--pad", cutting.pad,
-            convolves
-                ? "append zeros so that nothing wraps round: the linear result, longer by the "
-                  "other signal (with --block: each block's own)"
-                : "append zeros, so that nothing wraps round; for a method that needs signals of "
-                  "equal length, to the shorter one until it is as long as the other")
+        .add_flag("--pad", cutting.pad,
+                  "append zeros, so that nothing wraps round. A convolution is longer then by the "
+                  "other signal (with --block: each block by its own)")
         ->group("Blocks");
 }
 
 void FoldCommand::addOutput(CLI::App& command) {
-    command
-        .add_option(
-            "-o,--output", output,
-            "write the result here; the ending chooses the format. Default: text on standard "
-            "output")
-        ->type_name("FILE")
-        ->group("Result");
-    command.add_flag("--force", replace, forceText)->group("Result");
-    command
-        .add_option("--encoding", encoding,
-                    "samples of an audio output; auto is float64, for FLAC pcm24")
-        ->check(choice(encodingWords()))
-        ->type_name("")
-        ->capture_default_str()
-        ->group("Result");
+    output.addTo(command,
+                 "write the result here; the ending chooses the format. Default: text on standard "
+                 "output");
     command
         .add_option("--truth", truth,
                     "report the relative error of the result against a known signal")
@@ -88,12 +73,10 @@ void FoldCommand::addOutput(CLI::App& command) {
         .add_flag("--json", json,
                   "print the record of the run as JSON on standard output; needs -o")
         ->group("Result");
-    command.add_flag("-q,--quiet", quiet, "print nothing about the run, except errors")
-        ->group("Result");
 }
 
 void FoldCommand::checkStreams() const {
-    if (json && output == "-") {
+    if (json && output.file == "-") {
         throw CLI::ValidationError(
             "--json", "it prints on standard output; send the result elsewhere with -o FILE");
     }
@@ -105,9 +88,13 @@ void FoldCommand::checkStreams() const {
 
 // A graph may hold what the command line would not set, and another direction.
 FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
-    const FendraSettings given = options.settings();
+    FendraSettings given = options.settings();
+    if (treatments.automatic() && treatments.choosesBand() && !options.isGiven("method")) {
+        given.method = FendraSettings::regularized;
+    }
     if (graph.empty()) {
         options.refuseIgnored({given});
+        treatments.refuseIgnored({given}, cutting.pad);
         return given;
     }
     const ModuleObject module = library.makeModule();
@@ -123,50 +110,74 @@ FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
     return stored;
 }
 
+// An automatic treatment leaves whatever was not given.
+LeftToData FoldCommand::leftToData() const {
+    LeftToData left = options.leftToData();
+    if (treatments.automatic() && graph.empty()) {
+        const bool open = !options.isGiven("method") && !treatments.choosesBand();
+        const bool iterates = options.settings().method == FendraSettings::vanCittert;
+        left.method = open;
+        left.convergence |= (open || iterates) && !options.isGiven("convergence");
+        left.maxIterations |= (open || iterates) && !options.isGiven("max-iterations");
+    }
+    return left;
+}
+
 // Without --force, --truth and --json, which do not change the result.
-std::string FoldCommand::commandLine(const FendraSettings& used, const LeftToData& left) const {
+std::string FoldCommand::commandLine(const FendraSettings& used, const LeftToData& left,
+                                     const Treatment& treatment) const {
     std::string line =
         fmt::format("fendra {} {} {} {}", name, quoted(first), quoted(second),
                     graph.empty() ? optionWords(used, left) : "--graph " + quoted(graph));
+    line += treatmentWords(treatment);
     const auto add = [&line](bool given, const std::string& words) {
         line += given ? " " + words : "";
     };
     add(cutting.block != 0, fmt::format("--block {}", cutting.block));
     add(cutting.pad, "--pad");
-    add(encoding != "auto", "--encoding " + encoding);
     add(rate != 0.0, fmt::format("--rate {}", rate));
-    line += input.words();
-    add(output != "-", "-o " + quoted(output));
-    return line;
+    return line + input.words() + output.words();
+}
+
+FoldJob FoldCommand::job(const ModuleLibrary& library) const {
+    const ReadOptions reading = input.reading();
+    FoldJob job;
+    job.first = fileSource(first, reading);
+    job.second = fileSource(second, reading);
+    job.settings = settings(library);
+    job.leftToData = leftToData();
+    job.treatment = treatments.treatment();
+    job.cutting = cutting;
+    job.rate = rate;
+    job.allowNonfinite = input.allowNonfinite;
+    job.words = commandLine(job.settings, job.leftToData, job.treatment);
+    job.wordsWith = [this](const FendraSettings& found, const Treatment& treatment) {
+        return commandLine(found, {}, treatment);
+    };
+    job.graph = graph.empty() ? "" : SourceName(graph).shown;
+    if (!truth.empty()) {
+        job.truth = fileSource(truth, reading);
+    }
+    if (!curve.empty()) {
+        job.curve = SignalTarget{SourceName::ofOutput(curve), output.replace};
+    }
+    if (job.treatment.automatic && holdsColumns(output.target().name)) {
+        job.treatment.uncertainty = true;
+    }
+    return job;
 }
 
 // Where the result itself goes to standard output, what is said about it goes to standard error.
 void FoldCommand::run() const {
     checkStreams();
-    const ReadOptions reading = input.reading();
     const ModuleLibrary library = input.library();
-    FoldJob job;
-    job.first = fileSource(first, reading);
-    job.second = fileSource(second, reading);
-    job.settings = settings(library);
-    job.leftToData = options.leftToData();
-    job.cutting = cutting;
-    job.rate = rate;
-    job.allowNonfinite = input.allowNonfinite;
-    job.words = commandLine(job.settings, job.leftToData);
-    job.wordsWith = [this](const FendraSettings& found) { return commandLine(found, {}); };
-    job.graph = graph.empty() ? "" : SourceName(graph).shown;
-    if (!truth.empty()) {
-        job.truth = fileSource(truth, reading);
-    }
-    const SignalTarget target{SourceName::ofOutput(output), replace,
-                              EncodingRow::named(encoding)->encoding};
-    Progress progress("", quiet);
-    const RunRecord record = ::run(job, library, target, progress);
+    const FoldJob folding = job(library);
+    Progress progress("", output.quiet);
+    const RunRecord record = ::run(folding, library, output.target(), progress);
     progress.end();
     if (json) {
         fmt::print("{}", record.json());
-    } else if (!quiet) {
-        fmt::print(output == "-" ? stderr : stdout, "{}", record.summary());
+    } else if (!output.quiet) {
+        fmt::print(output.file == "-" ? stderr : stdout, "{}", record.summary());
     }
 }

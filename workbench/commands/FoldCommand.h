@@ -2,17 +2,15 @@
 
 #include "workbench/commands/InputOptions.h"
 #include "workbench/jobs/FoldJob.h"
+#include "workbench/terminal/OutputOptions.h"
 #include "workbench/terminal/SettingOptions.h"
+#include "workbench/terminal/TreatmentOptions.h"
 
 #include <string>
-#include <vector>
 
 namespace CLI {
 class App;
 }
-
-// The words of --encoding.
-std::vector<std::string> encodingWords();
 
 // What convolve and deconvolve have in common: the words of the command line become a job, and the
 // record of its run becomes text or JSON.
@@ -31,15 +29,19 @@ private:
     void addCutting(CLI::App& command);
     void addOutput(CLI::App& command);
     void checkStreams() const;
+    [[nodiscard]] FoldJob job(const ModuleLibrary& library) const;
     [[nodiscard]] FendraSettings settings(const ModuleLibrary& library) const;
-    [[nodiscard]] std::string commandLine(const FendraSettings& used, const LeftToData& left) const;
+    [[nodiscard]] LeftToData leftToData() const;
+    [[nodiscard]] std::string commandLine(const FendraSettings& used, const LeftToData& left,
+                                          const Treatment& treatment) const;
 
     std::string name;  // of the subcommand
-    std::string first, second, graph, truth;
+    std::string first, second, graph, truth, curve;
     SettingOptions options;
+    TreatmentOptions treatments;
     Cutting cutting;
-    std::string output = "-", encoding = "auto";
     double rate = 0.0;  // 0: from the files
-    bool replace = false, json = false, quiet = false;
+    bool json = false;
+    OutputOptions output{.file = "-"};
     InputOptions input;
 };

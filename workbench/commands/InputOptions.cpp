@@ -31,17 +31,3 @@ std::string InputOptions::words() const {
     return std::string(noAxis ? " --no-axis" : "") + (allowNonfinite ? " --allow-nonfinite" : "") +
            (module.empty() ? "" : " --module " + quoted(module));
 }
-
-std::string quoted(const std::string& word) {
-    const bool plain = !word.empty() && word.find_first_not_of(
-                                            "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOP"
-                                            "QRSTUVWXYZ0123456789_./,:=+-") == std::string::npos;
-    if (plain) {
-        return word;
-    }
-    std::string text = "'";
-    for (const char c : word) {
-        text += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return text + "'";
-}

@@ -2,6 +2,7 @@
 
 #include "workbench/files/signalFiles.h"
 #include "workbench/module/ModuleLibrary.h"
+#include "workbench/terminal/OutputOptions.h"
 
 #include <string>
 
@@ -29,11 +30,3 @@ constexpr const char* signalFileText = "audio file or columns of text; - is stan
 
 // What stands for the file of a stored graph.
 constexpr const char* storedGraphText = "stored graph; - is standard input";
-
-// What stands for --force.
-constexpr const char* forceText =
-    "replace the output if it exists, also where it is read-only; hard links to the old file keep "
-    "the old contents";
-
-// A word as the shell takes it.
-std::string quoted(const std::string& word);

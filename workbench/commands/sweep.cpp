@@ -15,9 +15,9 @@
 namespace {
 
 struct Sweep {
-    std::string frequencies, output, encoding = "auto";
+    std::string frequencies;
     double seconds = 0.0, rate = 0.0, fade = 0.01;
-    bool replace = false, quiet = false;
+    OutputOptions output;
 };
 
 }  // namespace
@@ -49,19 +49,18 @@ static void run(const Sweep& sweep) {
     for (double& sample : samples) {
         sample *= 0.5;  // integers do not hold 1.0
     }
-    const SignalTarget target{SourceName::ofOutput(sweep.output), sweep.replace,
-                              EncodingRow::named(sweep.encoding)->encoding};
+    const SignalTarget target = sweep.output.target();
     ResultInfo info;
     info.samples = static_cast<std::int64_t>(samples.size());
     info.rate = sweep.rate;
-    info.notes = {fmt::format(
-        "fendra sweep --frequencies {} --seconds {} --rate {} --fade {} -o {}", sweep.frequencies,
-        sweep.seconds, sweep.rate, sweep.fade, quoted(sweep.output))};
+    info.notes = {fmt::format("fendra sweep --frequencies {} --seconds {} --rate {} --fade {}{}",
+                              sweep.frequencies, sweep.seconds, sweep.rate, sweep.fade,
+                              sweep.output.words())};
     const std::unique_ptr<SignalWriter> writer = createSignal(target, info);
     writer->write(samples.data(), info.samples);
     writer->finish({});
-    if (!sweep.quiet) {
-        fmt::print(sweep.output == "-" ? stderr : stdout, "{}: {}\n", target.name.shown,
+    if (!sweep.output.quiet) {
+        fmt::print(sweep.output.file == "-" ? stderr : stdout, "{}: {}\n", target.name.shown,
                    describe(info.channels, info.samples, info.rate));
     }
 }
@@ -87,12 +86,8 @@ static void addSweep(CLI::App& program) {
     add("--fade", sweep->fade, "seconds of fading in, and of fading out", "S")
         ->check(zeroOrPositive("time"))
         ->capture_default_str();
-    add("-o,--output", sweep->output, "file; the ending chooses the format", "FILE")->required();
-    command.add_flag("--force", sweep->replace, forceText);
-    add("--encoding", sweep->encoding, "samples of an audio output", "")
-        ->check(choice(encodingWords()))
-        ->capture_default_str();
-    command.add_flag("-q,--quiet", sweep->quiet, "print nothing, except errors");
+    sweep->output.addTo(command, "file; the ending chooses the format");
+    command.get_option("--output")->required();
     command.callback([sweep] { run(*sweep); });
 }
 

@@ -15,6 +15,8 @@ struct Format {
     const char* name;                  // "WAV"
     std::vector<const char*> endings;  // of file names, in lower case: ".aif", ".aiff"
 
+    bool columns;  // whether it holds columns of any meaning, named; else channels alone
+
     // Whether a file with these first bytes, at most 256, is of this format.
     bool (*recognises)(std::string_view head);
 

@@ -30,6 +30,10 @@ static const Format& formatFor(const SourceName& name) {
                               name.shown, Format::allEndings()));
 }
 
+bool holdsColumns(const SourceName& target) {
+    return formatFor(target).columns;
+}
+
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info) {
     return formatFor(target.name).create(target, info);
 }

@@ -19,6 +19,10 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
 // The file of that path as a source: it is opened, with these options, when it is needed.
 SignalSource fileSource(const std::string& path, const ReadOptions& options);
 
+// Whether the format of a target holds columns of any meaning, as text does, or channels alone.
+// Failure as createSignal.
+bool holdsColumns(const SourceName& target);
+
 // Creates a file for a signal in the format that the ending of its name stands for; standard output
 // is text.
 //   Audio     needs a rate of whole Hz. A .wav beyond 4 GiB is RF64.

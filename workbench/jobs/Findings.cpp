@@ -34,14 +34,14 @@ KernelGain kernelGain(const std::vector<double>& kernel, std::size_t length) {
     return gain;
 }
 
-Findings::Findings(const Method& runMethod, const FendraSettings& runSettings,
-                   const ModuleRun& moduleRun)
+Findings::Findings(const Method& runMethod, const FendraSettings& runSettings, std::int64_t rounds,
+                   int channels, int kernelChannels, bool kernelServesAll)
     : method(runMethod),
       settings(runSettings),
-      severalRounds(moduleRun.rounds() > 1),
-      severalChannels(moduleRun.channels() > 1),
-      kernelStays(moduleRun.secondServesAll()),
-      gains(static_cast<std::size_t>(moduleRun.secondChannels())) {}
+      severalRounds(rounds > 1),
+      severalChannels(channels > 1),
+      kernelStays(kernelServesAll),
+      gains(static_cast<std::size_t>(kernelChannels)) {}
 
 // A kernel that serves all rounds is transformed once, at the length of the first.
 const KernelGain& Findings::gainOf(const ModuleRun::Channel& channel) {
@@ -66,6 +66,8 @@ void Findings::add(const ModuleRun::Channel& channel) {
                       .kernel = gainOf(channel),
                       .signalEnergy = energyOf(channel.first),
                       .resultEnergy = energyOf(channel.result)};
+    signalSeen = signalSeen || std::any_of(channel.first.begin(), channel.first.end(),
+                                           [](double x) { return x != 0.0; });
     std::copy_n(channel.numbers.begin(), std::min(channel.numbers.size(), evidence.numbers.size()),
                 evidence.numbers.begin());
     const std::string place =

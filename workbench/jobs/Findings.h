@@ -11,11 +11,15 @@
 // Collects, channel by channel and round by round, what speaks against a result of a method.
 class Findings {
 public:
-    // moduleRun is the run whose channels are to be judged.
-    Findings(const Method& runMethod, const FendraSettings& runSettings,
-             const ModuleRun& moduleRun);
+    // rounds, channels: of the run. kernelServesAll: one kernel, of so many channels, is that of
+    // all rounds.
+    Findings(const Method& runMethod, const FendraSettings& runSettings, std::int64_t rounds,
+             int channels, int kernelChannels, bool kernelServesAll);
 
     void add(const ModuleRun::Channel& channel);
+
+    // Whether any sample of the signals that were added is not zero.
+    [[nodiscard]] bool sawSignal() const { return signalSeen; }
 
     // For people, each with its block and channel where there are several; the first ten.
     [[nodiscard]] std::vector<std::string> remarks() const;
@@ -29,6 +33,7 @@ private:
     std::vector<std::optional<KernelGain>> gains;  // of the kernel's channels
     std::vector<std::string> found;
     std::size_t left = 0;  // beyond those that are kept
+    bool signalSeen = false;
 };
 
 // The gain of a kernel in a run of that length, zeros appended. What cannot be computed for want

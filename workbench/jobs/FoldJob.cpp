@@ -1,26 +1,24 @@
 #include "workbench/jobs/FoldJob.h"
 
 #include "host/B_BasisModule.h"
+#include "workbench/jobs/CommonStep.h"
 #include "workbench/jobs/Comparison.h"
-#include "workbench/jobs/DataChoice.h"
 #include "workbench/jobs/Findings.h"
+#include "workbench/jobs/ResultTap.h"
+#include "workbench/jobs/RoundFolding.h"
 #include "workbench/jobs/StepRelay.h"
-#include "workbench/jobs/jobSize.h"
+#include "workbench/jobs/WholeDeconvolution.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/messages/Printable.h"
 #include "workbench/methods/Method.h"
 #include "workbench/methods/Setting.h"
 #include "workbench/module/FendraModule.h"
 #include "workbench/module/ModuleLibrary.h"
-#include "workbench/module/ModuleRun.h"
-#include "workbench/signals/SampleDigest.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstddef>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -31,9 +29,12 @@ using MakeWriter = std::function<std::unique_ptr<SignalWriter>(const ResultInfo&
 // The command line offers nothing that a run refuses; a stored graph, or a program that makes a
 // job, may hold it.
 static const Method& methodOf(const FoldJob& job) {
-    const std::string refused = refusedSetting(job.settings);
+    std::string refused = refusedSetting(job.settings);
     const Method* const method = Method::selectedBy(job.settings);
-    if (!refused.empty() || method == nullptr) {
+    if (refused.empty() && !job.graph.empty() && !method->ofModule()) {
+        refused = Setting::named("method").text(job.settings) + ", which is not on offer";
+    }
+    if (!refused.empty()) {
         throw Failure(fmt::format("{}holds {}; choose another value{}",
                                   job.graph.empty() ? "the job " : job.graph + " ", refused,
                                   job.graph.empty() ? "" : " with fendra settings"));
@@ -41,193 +42,141 @@ static const Method& methodOf(const FoldJob& job) {
     return *method;
 }
 
-// The lag is room that a padded convolution needs, or its last sample would wrap round to the
-// front. Deconvolutions are as long as their signal.
-static RunPlan planOf(const FoldJob& job, const Method& method) {
-    RunPlan plan;
-    plan.blockLength = job.cutting.block;
-    plan.packet = job.settings.executionMode == FendraSettings::perPacket;
-    if (job.cutting.pad) {
-        plan.padding = method.equalLengths ? RunPlan::Padding::equal : RunPlan::Padding::linear;
-    }
-    plan.divides = method.direction == FendraSettings::deconvolution;
-    plan.lag = plan.divides ? 0 : method.lag;
-    plan.equalLengths = method.equalLengths;
-    return plan;
-}
-
-// The rate of both signals; rates that differ by no more than rounded time columns do are one.
-static double commonRate(const SignalInfo& a, const SignalInfo& b, double given) {
-    const double known = a.rate > 0.0 ? a.rate : b.rate;
-    const auto differ = [](double x, double y) {
-        return x > 0.0 && y > 0.0 && std::abs(x - y) > 1e-6 * std::max(x, y);
-    };
-    if (differ(a.rate, b.rate)) {
-        throw Failure(
-            fmt::format("{} is sampled at {} Hz and {} at {} Hz; resample one of them first",
-                        a.source.shown, a.rate, b.source.shown, b.rate));
-    }
-    if (differ(known, given)) {
-        throw Failure(fmt::format("--rate {} contradicts {} Hz in {}; leave it out", given, known,
-                                  a.rate > 0.0 ? a.source.shown : b.source.shown));
-    }
-    return known > 0.0 ? known : given;
-}
-
-// A choice reads the signals before the module does, and standard input can be read once.
-static FoldJob readableTwice(FoldJob job) {
-    for (SignalSource* source : {&job.first, &job.second}) {
-        if (job.leftToData.any()) {
-            *source = sourceOf(std::make_shared<const Signal>(Signal::of(*source->open())));
-        }
-    }
-    return job;
+// Whether a signal is one block.
+static bool isWhole(const FoldJob& job, const SignalInfo& info) {
+    return job.cutting.block == 0 || job.settings.executionMode == FendraSettings::perPacket ||
+           info.samples <= job.cutting.block;
 }
 
 namespace {
 
-// A job under way: what it was given, opened, and what becomes of it.
+// A job under way.
 class FoldRun {
 public:
     // Everything that can be refused is refused here, before a file is made for the result.
-    FoldRun(const FoldJob& foldJob, const ModuleLibrary& library)
-        : job(readableTwice(foldJob)),
-          first(job.first.open()),
-          second(job.second.open()),
-          module(library.makeModule()),
-          method(methodOf(job)) {
-        applySettings(job.settings, *module);
-        driven.emplace(*module, *first, *second, planOf(job, method));
-        checkMemory(method, *driven);
-        if (job.leftToData.any()) {
-            choice.emplace(job, *driven);
-            job.settings = choice->settings();
-            applySettings(job.settings, *module);
-        }
-        describe(library);
-        if (job.truth) {
-            comparison.emplace(*job.truth, record.channels);
-        }
-    }
+    FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary, JobObserver& jobObserver);
 
-    RunRecord run(const MakeWriter& makeWriter, JobObserver& observer);
+    RunRecord run(const MakeWriter& makeWriter);
 
 private:
-    void describe(const ModuleLibrary& library);
+    void describe(const SignalInfo& a, const SignalInfo& b);
     [[nodiscard]] ResultInfo resultInfo() const;
-    void take(SignalWriter& writer, const double* interleaved, std::int64_t samples);
-    void refuseNonfinite(const double* interleaved, std::int64_t samples) const;
+    void judge(const Findings& findings);
 
-    FoldJob job;  // with the settings found
-    std::unique_ptr<SignalReader> first, second;
-    ModuleObject module;
-    const Method& method;
-    std::optional<ModuleRun> driven;
-    std::optional<DataChoice> choice;
+    const FoldJob& job;
+    const ModuleLibrary& library;
+    JobObserver& observer;
+    std::unique_ptr<Folding> folding;
+    bool kernelServesAll = true;
     std::optional<Comparison> comparison;
-    SampleDigest digest;
-    std::int64_t taken = 0;  // samples of each channel
     RunRecord record;
 };
 
 }  // namespace
 
-void FoldRun::describe(const ModuleLibrary& library) {
-    const SignalInfo &a = first->info(), &b = second->info();
-    record.words = job.words;
-    record.settings = job.settings;
-    record.block = job.cutting.block;
-    record.pad = job.cutting.pad;
-    record.graph = job.graph;
+FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
+                 JobObserver& jobObserver)
+    : job(foldJob), library(moduleLibrary), observer(jobObserver) {
+    const ModuleObject module = library.makeModule();
+    requireFendra(*module);
+    const Method& method = methodOf(job);
+    std::unique_ptr<SignalReader> first = job.first.open(), second = job.second.open();
+    const SignalInfo a = first->info(), b = second->info();
+    const CommonStep common = commonStep(a, b, job.rate);
+    const bool whole = isWhole(job, a) && isWhole(job, b);
+    kernelServesAll = isWhole(job, b);
+    record.rate = common.rate;
+    if (whole && method.direction == FendraSettings::deconvolution) {
+        Signal measured = Signal::of(*first), kernel = Signal::of(*second);
+        measured.info.rate = common.rate;
+        folding = std::make_unique<WholeDeconvolution>(job, library, std::move(measured),
+                                                       std::move(kernel), observer);
+    } else {
+        folding = std::make_unique<RoundFolding>(job, library, std::move(first), std::move(second),
+                                                 whole);
+    }
     record.module = moduleName(*module);
     record.moduleVersion = moduleVersion(*module);
     record.moduleFile = nameOf(library.file);
+    describe(a, b);
+    if (job.truth) {
+        comparison.emplace(*job.truth, record.channels);
+    }
+}
+
+void FoldRun::describe(const SignalInfo& a, const SignalInfo& b) {
+    record.words = job.words;
+    record.block = job.cutting.block;
+    record.pad = job.cutting.pad;
+    record.graph = job.graph;
     record.inputs = {a, b};
-    record.channels = driven->channels();
-    record.samples = driven->samples();
-    record.rounds = driven->rounds();
-    record.rate = commonRate(a, b, job.rate);
-    if (choice) {
-        record.choice = choice->record();
-        record.choice->rerun = job.wordsWith ? job.wordsWith(job.settings) : "";
-    }
+    folding->describe(record);
 }
 
-// The axis is that of the first signal; the names are those of the signal whose channels the result
-// has.
+// The names are those of the signal whose channels the result has. With a band each channel has
+// three columns.
 ResultInfo FoldRun::resultInfo() const {
-    const SignalInfo &a = first->info(), &b = second->info();
-    return {record.channels,
-            record.samples,
-            record.rate,
-            a.axis,
-            a.channels == record.channels ? a.names : b.names,
-            record.openingNotes()};
-}
-
-// A result with NaN or infinity looks like a file that succeeded until somebody reads it.
-void FoldRun::refuseNonfinite(const double* interleaved, std::int64_t samples) const {
-    const double* const end = interleaved + samples * record.channels;
-    const double* const odd =
-        std::find_if(interleaved, end, [](double x) { return !std::isfinite(x); });
-    if (odd != end) {
-        const std::int64_t index = odd - interleaved;
-        throw Failure(fmt::format(
-            "the result is {} at sample {}{}: {}; --allow-nonfinite lets it through",
-            std::isnan(*odd) ? std::abs(*odd) : *odd,  // the sign of a NaN means nothing
-            taken + index / record.channels + 1,
-            record.channels == 1 ? "" : fmt::format(" of channel {}", index % record.channels + 1),
-            method.onOverflow));
+    const SignalInfo &a = record.inputs[0], &b = record.inputs[1];
+    ResultInfo info{record.channels,
+                    record.samples,
+                    record.rate,
+                    folding->axis(),
+                    a.channels == record.channels ? a.names : b.names,
+                    record.openingNotes()};
+    if (folding->hasBand()) {
+        std::vector<std::string> columns;
+        for (int c = 0; c < record.channels; ++c) {
+            const std::string suffix = record.channels == 1 ? "" : fmt::format("_{}", c + 1);
+            for (const char* name : {"value", "lower", "upper"}) {
+                columns.push_back(name + suffix);
+            }
+        }
+        info.channels = static_cast<int>(columns.size());
+        info.columnNames = columns;
     }
-}
-
-void FoldRun::take(SignalWriter& writer, const double* interleaved, std::int64_t samples) {
-    if (!job.allowNonfinite) {
-        refuseNonfinite(interleaved, samples);
-    }
-    const double* const end = interleaved + samples * record.channels;
-    for (const double* value = interleaved; value != end; ++value) {
-        record.minimum = std::min(record.minimum, *value);
-        record.maximum = std::max(record.maximum, *value);
-    }
-    digest.add(interleaved, static_cast<std::size_t>(end - interleaved));
-    if (comparison) {
-        comparison->add(interleaved, samples);
-    }
-    writer.write(interleaved, samples);
-    taken += samples;
+    return info;
 }
 
 // The writer takes its place on disk last of all: whatever fails before leaves nothing behind.
-RunRecord FoldRun::run(const MakeWriter& makeWriter, JobObserver& observer) {
+RunRecord FoldRun::run(const MakeWriter& makeWriter) {
     const std::unique_ptr<SignalWriter> writer = makeWriter(resultInfo());
-    Findings findings(method, job.settings, *driven);
-    StepRelay relay(observer, driven->rounds(), driven->channels());
-    observer.begins(sizeOf(method, job.settings, *driven));
-    try {
-        driven->drive(
-            {[&](std::int64_t round, int channel) { return relay.before(round, channel); },
-             [&](const ModuleRun::Channel& channel) { findings.add(channel); },
-             [&](const double* values, std::int64_t samples) { take(*writer, values, samples); }});
-    } catch (const ModuleRun::Stopped& stopped) {
-        throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written",
-                                  stopped.rounds, record.rounds));
-    }
+    Findings findings(folding->method(), record.settings, record.rounds, record.channels,
+                      record.inputs[1].channels, kernelServesAll);
+    StepRelay relay(observer, record.rounds, record.channels, folding->passes());
+    observer.begins(folding->size());
+    ResultTap tap(*writer, comparison ? &*comparison : nullptr, record.channels, job.allowNonfinite,
+                  folding->method().onOverflow);
+    folding->run(tap, relay, findings, record);
     record.stopped = relay.stopped();
-    record.numberNames = driven->numberNames();
-    record.numbers = driven->numbers();
-    record.remarks = findings.remarks();
-    if (choice) {
-        for (std::string& remark : choice->remarks(record.numbers)) {
-            record.remarks.push_back(std::move(remark));
-        }
-    }
-    record.digest = digest.hex();
-    if (comparison) {
-        record.error = comparison->error();
-    }
+    tap.describe(record);
+    judge(findings);
     writer->finish(record.closingNotes());
     return record;
+}
+
+// All zeros are no answer, except to zeros, and where the start of the iteration was asked for.
+void FoldRun::judge(const Findings& findings) {
+    for (std::string& remark : findings.remarks()) {
+        record.remarks.push_back(std::move(remark));
+    }
+    if (record.error && record.error->shift != 0) {
+        record.remarks.push_back(fmt::format(
+            "moved by {} more sample{} to {} ones, the result would be off by {:.2g} only: see "
+            "--origin",
+            std::abs(record.error->shift), std::abs(record.error->shift) == 1 ? "" : "s",
+            record.error->shift > 0 ? "later" : "earlier", record.error->shiftedError));
+    }
+    const FendraSettings& settings = record.settings;
+    const bool zero = record.minimum == 0.0 && record.maximum == 0.0 && findings.sawSignal();
+    const bool iterates = folding->method().code == FendraSettings::vanCittert;
+    const bool asked = record.stopped || (iterates && settings.maxIterations == 1);
+    if (zero && !asked) {
+        throw Failure(
+            iterates ? "the first step of the iteration raised the error, and the result is all "
+                       "zero: --convergence auto suits the steps to the kernel, or try --auto"
+                     : "the result is all zero, and the signal is not: its values leave the range "
+                       "of numbers; scale the signals, or try --auto");
+    }
 }
 
 namespace {
@@ -259,20 +208,24 @@ private:
 
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer) {
     Outcome outcome;
-    outcome.record = FoldRun(job, library)
-                         .run(
-                             [&](const ResultInfo& info) {
-                                 return std::make_unique<MemoryWriter>(outcome.result, info);
-                             },
-                             observer);
+    outcome.record = FoldRun(job, library, observer).run([&](const ResultInfo& info) {
+        return std::make_unique<MemoryWriter>(outcome.result, info);
+    });
     return outcome;
 }
 
 RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
               JobObserver& observer) {
-    FoldRun foldRun(job, library);
-    RunRecord record =
-        foldRun.run([&](const ResultInfo& info) { return createSignal(target, info); }, observer);
+    if (job.treatment.uncertainty && !holdsColumns(target.name)) {
+        throw Failure(
+            fmt::format("{}: the bounds of --uncertainty are columns, which sound does not hold; "
+                        "write text, as "
+                        "with -o FILE.csv, or leave --uncertainty out",
+                        target.name.shown));
+    }
+    RunRecord record = FoldRun(job, library, observer).run([&](const ResultInfo& info) {
+        return createSignal(target, info);
+    });
     record.output = target.name;
     return record;
 }

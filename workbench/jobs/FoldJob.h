@@ -6,6 +6,7 @@
 #include "workbench/methods/FendraSettings.h"
 #include "workbench/signals/Signal.h"
 #include "workbench/signals/SignalSource.h"
+#include "workbench/treatment/Treatment.h"
 
 #include <cstdint>
 #include <functional>
@@ -17,8 +18,7 @@ class ModuleLibrary;
 // How the signals of a job are cut.
 struct Cutting {
     std::int64_t block = 0;  // samples in a block; 0: the whole signal is one block
-    bool pad = false;  // zeros appended: see ModuleRun, padding linear; where the method needs
-                       // equal lengths, padding equal
+    bool pad = false;        // zeros are appended, so that nothing wraps round
 };
 
 // A run as a value: two signals, the settings of the module, how they are cut, and what is to be
@@ -27,14 +27,16 @@ struct Cutting {
 struct FoldJob {
     SignalSource first, second;  // with deconvolution the measured signal, and the kernel
     FendraSettings settings;
-    LeftToData leftToData;  // of the iteration's settings: chosen before the module runs
+    LeftToData leftToData;  // of the settings: chosen before the module runs
+    Treatment treatment;    // around the module, where the signals are one block each
     Cutting cutting;
     double rate = 0.0;                  // of signals that have none, in Hz; 0: not known
     std::optional<SignalSource> truth;  // to compare the result with
     bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
+    std::optional<SignalTarget> curve;  // where the points of a search are written
     std::string words;                  // the command line that gives the same result again
-    // That with settings found in place of those left to the data; may be empty.
-    std::function<std::string(const FendraSettings& found)> wordsWith;
+    // That with what was found in place of what was left to the data; may be empty.
+    std::function<std::string(const FendraSettings& found, const Treatment& treatment)> wordsWith;
     std::string graph;  // where the settings were stored; empty: they were given
 };
 
@@ -44,13 +46,12 @@ struct Outcome {
     RunRecord record;
 };
 
-// Both forms run the job with the module of a library, in one thread. A job that leaves settings to
-// the data reads its signals into memory first.
-//   Failure   settings that a run refuses, or that the data do not give (DataChoice), signals that
-//   do not go together or cannot be read, more
-//             memory than there is, a module that fails, a result with NaN or infinity, a target
-//             that cannot be written; stopped by the observer before the end. Nothing is written
-//             then.
+// Both forms run the job with the module of a library, in one thread. A deconvolution of whole
+// signals has them in memory, and is prepared and judged as Deconvolution says.
+//   Failure   settings that a run refuses, or that the data do not give, signals that do not go
+//             together or cannot be read, more memory than there is, a module that fails, a result
+//             with NaN or infinity or of zeros alone, a target that cannot be written; stopped by
+//             the observer before the end. Nothing is written then.
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer);
 RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
               JobObserver& observer);

@@ -21,6 +21,9 @@ class JobObserver {
 public:
     virtual ~JobObserver() = default;
 
+    // Before a strength is searched, with the seconds that takes, estimated.
+    virtual void chooses(double /*seconds*/) {}
+
     // Once, before the first round.
     virtual void begins(const JobSize& /*size*/) {}
 

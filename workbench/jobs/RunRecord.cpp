@@ -28,24 +28,32 @@ std::string RunRecord::work() const {
                        module, moduleVersion);
 }
 
-// What was chosen and why; and what that does.
-std::vector<std::string> RunRecord::choiceLines() const {
-    if (!choice) {
-        return {};
+// What was chosen and why, what that does, and by how much the result was moved.
+std::vector<std::string> RunRecord::treatmentLines() const {
+    std::vector<std::string> lines;
+    if (choice) {
+        lines = choice->reasons;
+        lines.push_back(fmt::format(
+            "{:.2f} % of the signal's energy explained, {:.1f} of {} degrees of freedom kept, "
+            "noise {} {:.3g}",
+            100.0 * choice->explained, choice->kept, choice->degrees,
+            choice->noiseIsBound ? "at most" : "about", choice->noise));
     }
-    std::string line;
-    if (choice->ofKernel) {
-        line += fmt::format("convergence {:.6g}, 1 over the kernel's largest squared gain",
-                            choice->convergence);
+    if (moved) {
+        lines.push_back(moved->text());
     }
-    if (choice->bySearch) {
-        line += fmt::format("{}{} step{}, at which robust GCV is smallest",
-                            line.empty() ? "" : "; ", choice->steps, choice->steps == 1 ? "" : "s");
-    }
-    return {line, fmt::format("{:.2f} % of the signal's energy explained, {:.1f} of {} degrees of "
-                              "freedom kept, noise {} {:.3g}",
-                              100.0 * choice->explained, choice->kept, samples,
-                              choice->noiseIsBound ? "at most" : "about", choice->noise)};
+    return lines;
+}
+
+// "95 % band 0.012 on either side, resolution 3.4 samples"
+std::string RunRecord::uncertaintyLine() const {
+    const bool placed = rate > 0.0;
+    const std::string place =
+        placed ? fmt::format(" ({:.3g} s)", uncertainty->resolution / rate) : "";
+    return fmt::format(
+        "noise leaves a band of {:.3g} on either side (95 %), at a resolution of "
+        "{:.3g} samples{}",
+        uncertainty->halfWidth, uncertainty->resolution, place);
 }
 
 std::vector<std::string> RunRecord::openingNotes() const {
@@ -53,7 +61,7 @@ std::vector<std::string> RunRecord::openingNotes() const {
     if (!graph.empty()) {
         notes.push_back(fmt::format("{}: {}", graph, settingsLine(settings)));
     }
-    for (const std::string& line : choiceLines()) {
+    for (const std::string& line : treatmentLines()) {
         notes.push_back(line);
     }
     if (choice && !choice->rerun.empty()) {
@@ -68,6 +76,9 @@ std::vector<std::string> RunRecord::openingNotes() const {
 
 std::vector<std::string> RunRecord::closingNotes() const {
     std::vector<std::string> notes;
+    if (uncertainty) {
+        notes.push_back(uncertaintyLine());
+    }
     std::transform(remarks.begin(), remarks.end(), std::back_inserter(notes),
                    [](const std::string& remark) { return "remark: " + remark; });
     notes.push_back("SHA-256 of the result, as 64-bit little-endian floats: " + digest);
@@ -80,8 +91,14 @@ std::string RunRecord::summary() const {
         fmt::format("{}: {}, {}\n{}{}\n", output.shown, describe(channels, samples, rate),
                     hasRange ? fmt::format("from {:.6g} to {:.6g}", minimum, maximum) : "all NaN",
                     work(), stopped ? ", stopped: the estimate so far" : "");
-    for (const std::string& line : choiceLines()) {
+    for (const std::string& line : treatmentLines()) {
         text += line + "\n";
+    }
+    if (uncertainty) {
+        text += uncertaintyLine() + "\n";
+    }
+    if (choice && !choice->rerun.empty()) {
+        text += "without a search: " + choice->rerun + "\n";
     }
     for (const ReportedNumbers& entry : numbers) {
         text += fmt::format("block {}{}:", entry.round + 1,
@@ -149,19 +166,37 @@ static Json resultOf(const RunRecord& record) {
     return result;
 }
 
-static Json choiceOf(const ChoiceRecord& choice, const FendraSettings& settings) {
-    Json found = Json::object();
-    if (choice.bySearch) {
-        found["rule"] = "robust GCV";
+// What does not apply to the method has no field.
+template <typename Value>
+static void addIf(Json& object, const char* key, const std::optional<Value>& value) {
+    if (value) {
+        object[key] = *value;
     }
-    found["method"] = Method::selectedBy(settings)->word;
-    found["steps"] = choice.steps;
-    found["convergence"] = choice.convergence;
+}
+
+Json choiceJson(const ChoiceRecord& choice) {
+    Json found = Json::object();
+    if (!choice.rule.empty()) {
+        found["rule"] = choice.rule;
+    }
+    found["method"] = choice.method;
+    addIf(found, "steps", choice.steps);
+    addIf(found, "strength", choice.strength);
+    addIf(found, "convergence", choice.convergence);
+    found["oversample"] = choice.oversampling;
     found["explained"] = choice.explained;
     found["kept"] = choice.kept;
     found["noise"] = choice.noise;
-    found["predictedError"] = choice.predictedError;
+    addIf(found, "whiteness", choice.whiteness);
+    addIf(found, "predictedError", choice.predictedError);
     return found;
+}
+
+Json movedJson(const Movement& moved) {
+    return {{"samples", moved.samples},
+            {"kernelZero", moved.kernelZero},
+            {"lag", moved.lag},
+            {"reason", moved.reason}};
 }
 
 std::string RunRecord::json() const {
@@ -180,7 +215,17 @@ std::string RunRecord::json() const {
         record["graph"] = graph;
     }
     if (choice) {
-        record["choice"] = choiceOf(*choice, settings);
+        record["choice"] = choiceJson(*choice);
+    }
+    if (moved) {
+        record["moved"] = movedJson(*moved);
+    }
+    if (uncertainty) {
+        record["uncertainty"] = {{"noise", uncertainty->noise},
+                                 {"resolution", uncertainty->resolution}};
+    }
+    if (!remarks.empty()) {
+        record["warnings"] = remarks;
     }
     if (choice && !choice->rerun.empty()) {
         record["rerun"] = choice->rerun;

@@ -3,6 +3,8 @@
 #include "workbench/methods/FendraSettings.h"
 #include "workbench/module/ModuleRun.h"
 #include "workbench/signals/SignalReader.h"
+#include "workbench/treatment/ChoiceRecord.h"
+#include "workbench/treatment/KernelZero.h"
 
 #include <cstdint>
 #include <limits>
@@ -16,20 +18,10 @@ struct TruthError {
     double relativeError = 0.0;
     std::int64_t samples = 0;  // compared, of each channel: as many as both have
     std::int64_t known = 0;    // those of the known signal
-};
-
-// What was chosen from the data, and what it does to them. Definitions: workbench/analysis.
-struct ChoiceRecord {
-    bool bySearch = false;   // the number of steps was searched, by robust cross-validation
-    bool ofKernel = false;   // the convergence was taken from the kernel
-    std::int64_t steps = 0;  // one less than the loop count
-    double convergence = 0.0;
-    double explained = 0.0;  // share of the signal's energy
-    double kept = 0.0;       // degrees of freedom, of as many as there are samples
-    double noise = 0.0;      // standard deviation
-    bool noiseIsBound = false;
-    double predictedError = 0.0;  // the last error that the module should report
-    std::string rerun;            // the command line with what was found; empty: not known
+    // The shift of the result, positive to later samples, that would lower the error by half or
+    // more, and that error; 0: none would.
+    std::int64_t shift = 0;
+    double shiftedError = 0.0;
 };
 
 // What a run did, enough to judge its result and to run it again.
@@ -52,7 +44,9 @@ struct RunRecord {
     std::string digest;                    // SHA-256 of the samples
     std::optional<TruthError> error;
     std::vector<std::string> remarks;  // why the result may not be what was wanted
+    std::optional<Movement> moved;
     std::optional<ChoiceRecord> choice;
+    std::optional<UncertaintyRecord> uncertainty;
     bool stopped = false;  // by the observer: the result is the estimate so far
 
     // Comment lines of a text result: known before the run, and known after it.
@@ -65,7 +59,8 @@ struct RunRecord {
 
 private:
     [[nodiscard]] std::string work() const;
-    [[nodiscard]] std::vector<std::string> choiceLines() const;
+    [[nodiscard]] std::vector<std::string> treatmentLines() const;
+    [[nodiscard]] std::string uncertaintyLine() const;
 };
 
 // "3 channels, 44580 samples, 16000 Hz"

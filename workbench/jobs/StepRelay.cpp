@@ -1,10 +1,11 @@
 #include "workbench/jobs/StepRelay.h"
 
-StepRelay::StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels)
+StepRelay::StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int runs)
     : observer(jobObserver),
       previous(install(this)),
-      parts(static_cast<double>(rounds) * channels),
-      width(channels) {
+      parts(static_cast<double>(rounds) * channels * runs),
+      width(channels),
+      passes(runs) {
     progress.rounds = rounds;
 }
 
@@ -12,8 +13,8 @@ StepRelay::~StepRelay() {
     install(previous);
 }
 
-bool StepRelay::before(std::int64_t round, int channel) {
-    done = static_cast<double>(round) * width + channel;
+bool StepRelay::before(std::int64_t round, int channel, int pass) {
+    done = (static_cast<double>(round) * width + channel) * passes + pass;
     progress.round = round;
     progress.share = done / parts;
     progress.loop = progress.most = 0;

@@ -9,13 +9,14 @@
 // observer, of the steps within each.
 class StepRelay final : public RunObserver {
 public:
-    StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels);
+    // passes: runs of the module for each channel of a round.
+    StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int passes = 1);
     StepRelay(const StepRelay&) = delete;
     StepRelay& operator=(const StepRelay&) = delete;
     ~StepRelay() override;
 
-    // Before a channel of a round; false: stop.
-    bool before(std::int64_t round, int channel);
+    // Before a run; false: stop.
+    bool before(std::int64_t round, int channel, int pass = 0);
     bool afterStep(const RunStep& step) override;
     void afterFailure(RunFailure /*why*/) override {}
 
@@ -26,8 +27,8 @@ private:
     JobObserver& observer;
     RunObserver* previous;
     JobProgress progress;
-    double parts;       // of the whole: rounds times channels
+    double parts;       // of the whole: rounds times channels times passes
     double done = 0.0;  // of them
-    int width;
+    int width, passes;
     bool stop = false;
 };

@@ -8,8 +8,6 @@
 
 #include <fmt/format.h>
 
-#include <cstdint>
-
 // About what a core of 2024 does, at 8, 4 or 2 side by side.
 static double multiplyAddsPerSecond() {
     switch (kernels::instructionSet()) {
@@ -22,27 +20,40 @@ static double multiplyAddsPerSecond() {
     }
 }
 
-JobSize sizeOf(const Method& method, const FendraSettings& settings, const ModuleRun& moduleRun) {
+JobSize sizeOfRun(const Method& method, const FendraSettings& settings, double length,
+                  double shorter) {
     JobSize size;
-    size.rounds = moduleRun.rounds();
-    for (std::int64_t round = 0; round < size.rounds; ++round) {
-        size.multiplyAdds +=
-            moduleRun.channels() *
-            method.multiplyAdds(static_cast<double>(moduleRun.resultLength(round)),
-                                static_cast<double>(moduleRun.shorterLength(round)), settings);
-    }
+    size.multiplyAdds = method.multiplyAdds(length, shorter, settings);
     size.seconds = size.multiplyAdds / multiplyAddsPerSecond();
     return size;
 }
 
-void checkMemory(const Method& method, const ModuleRun& moduleRun) {
+JobSize sizeOf(const Method& method, const FendraSettings& settings, const ModuleRun& moduleRun) {
+    JobSize size;
+    size.rounds = moduleRun.rounds();
+    for (std::int64_t round = 0; round < size.rounds; ++round) {
+        const JobSize one =
+            sizeOfRun(method, settings, static_cast<double>(moduleRun.resultLength(round)),
+                      static_cast<double>(moduleRun.shorterLength(round)));
+        size.multiplyAdds += moduleRun.channels() * one.multiplyAdds;
+        size.seconds += moduleRun.channels() * one.seconds;
+    }
+    return size;
+}
+
+// Some 250 points, each of half as many bins as samples.
+double secondsToChoose(std::int64_t samples) {
+    constexpr double points = 250.0, secondsPerBin = 2e-8;
+    return points * secondsPerBin * static_cast<double>(samples) / 2.0;
+}
+
+void checkMemory(const Method& method, std::int64_t length) {
     constexpr double gigabyte = 1e9;
-    const std::int64_t length = moduleRun.resultLength(0);
     const double needed = method.bytes(static_cast<double>(length)), free = freeMemory();
     if (needed > free) {
         throw Failure(
             fmt::format("the filter for {} samples takes {:.3g} GB of memory, and {:.3g} GB "
-                        "are free; cut the signals with --block",
+                        "are free; choose another method, or cut the signals",
                         length, needed / gigabyte, free / gigabyte));
     }
 }

@@ -11,6 +11,7 @@ struct FendraSettings {
     static constexpr std::int32_t timeDomain = 0,
                                   frequencyDomain = 1;  // division under deconvolution
     static constexpr std::int32_t vanCittert = 2, pseudoInverse = 3;
+    static constexpr std::int32_t regularized = -1;  // made of three runs; no module holds it
 
     std::int32_t executionMode = perBlock;
     std::int32_t method = frequencyDomain;
@@ -25,8 +26,9 @@ struct FendraSettings {
 
 // Those of them that are chosen from the signals, before the module runs.
 struct LeftToData {
+    bool method = false;
     bool convergence = false;
     bool maxIterations = false;
 
-    [[nodiscard]] bool any() const { return convergence || maxIterations; }
+    [[nodiscard]] bool any() const { return method || convergence || maxIterations; }
 };

@@ -23,13 +23,13 @@ struct Evidence {
     std::array<double, 2> numbers = {};             // those that the method reports
 };
 
-// A way to compute a result, as the module has it: one row a method. Each row has a source of its
-// own; their list stands in CMakeLists.txt.
+// A way to compute a result, as the module has it or as it is made of several runs of the module:
+// one row a method. Each row has a source of its own; their list stands in CMakeLists.txt.
 struct Method {
     const char* word;   // by which people choose it: value of the setting domain or method
     const char* about;  // what it is good for, in a sentence for the help
     std::int32_t direction, code;  // as the module's record holds them
-    unsigned control;              // radio button in the module's dialog
+    unsigned control;              // radio button in the module's dialog; 0: no module has it
     bool equalLengths;             // whether it needs signals of equal length
     // By how many samples its result is late; of a deconvolution, how late the convolution is that
     // it undoes in place.
@@ -43,6 +43,7 @@ struct Method {
     std::vector<std::string> (*remarks)(const Evidence& evidence);
 
     [[nodiscard]] bool reportsNumbers() const { return numbers[0] != nullptr; }
+    [[nodiscard]] bool ofModule() const { return control != 0; }
 
     static const std::vector<const Method*>& all();
     // Those of a direction, in the order of the table.

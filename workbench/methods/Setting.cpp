@@ -15,7 +15,7 @@
 static std::vector<Setting::Word> wordsOfMethods(std::int32_t direction) {
     std::vector<Setting::Word> words;
     for (const Method* method : Method::of(direction)) {
-        words.push_back({method->word, method->code, method->control});
+        words.push_back({method->word, method->code, method->control, method->ofModule()});
     }
     return words;
 }
@@ -137,6 +137,16 @@ std::vector<std::string> Setting::wordList() const {
     std::vector<std::string> list;
     std::transform(words.begin(), words.end(), std::back_inserter(list),
                    [](const Word& row) { return row.word; });
+    return list;
+}
+
+std::vector<std::string> Setting::moduleWords() const {
+    std::vector<std::string> list;
+    for (const Word& row : words) {
+        if (row.ofModule) {
+            list.push_back(row.word);
+        }
+    }
     return list;
 }
 

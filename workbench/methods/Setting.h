@@ -20,6 +20,7 @@ struct Setting {
         std::string word;
         std::int32_t held;
         unsigned control;
+        bool ofModule = true;  // false: the workbench alone has it, no module can be set to it
     };
     enum class Range { any, aboveZero };
 
@@ -49,6 +50,8 @@ struct Setting {
     // The row of a word; null if it is none of them.
     [[nodiscard]] const Word* find(const std::string& word) const;
     [[nodiscard]] std::vector<std::string> wordList() const;
+    // Those that a module can be set to.
+    [[nodiscard]] std::vector<std::string> moduleWords() const;
 
     // The word; or, where the field holds what only a file can or the value is a number, a number.
     [[nodiscard]] std::variant<std::string, Number> value(const FendraSettings& settings) const;

@@ -1,6 +1,7 @@
 #include "workbench/module/ModuleRun.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/module/pairing.h"
 #include "workbench/signals/SignalReader.h"
 #include "workbench/signals/valueCount.h"
 
@@ -23,19 +24,14 @@ ModuleRun::ModuleRun(B_BasisModule& module, SignalReader& firstReader, SignalRea
 
 void ModuleRun::checkPairing() const {
     const SignalInfo &a = first.info(), &b = second.info();
-    if (a.channels != b.channels && a.channels != 1 && b.channels != 1) {
-        throw Failure(
-            fmt::format("{} has {} channels and {} has {}; the counts must be equal, or one "
-                        "of them 1",
-                        a.source.shown, a.channels, b.source.shown, b.channels));
-    }
+    checkChannels(a, b);
     if (first.rounds() != second.rounds() && first.rounds() != 1 && second.rounds() != 1) {
         throw Failure(
             fmt::format("{} has {} blocks and {} has {}; the counts must be equal, or one of "
                         "them 1: choose another --block",
                         a.source.shown, first.rounds(), b.source.shown, second.rounds()));
     }
-    if (plan.equalLengths && plan.padding != RunPlan::Padding::equal) {
+    if (plan.equalLengths && !plan.pad) {
         checkEqualLengths();
     }
 }
@@ -43,13 +39,7 @@ void ModuleRun::checkPairing() const {
 // All rounds between the first and the last are alike.
 void ModuleRun::checkEqualLengths() const {
     for (const std::int64_t round : {std::int64_t{0}, roundCount - 1}) {
-        if (first.length(round) != second.length(round)) {
-            throw Failure(
-                fmt::format("block {}: {} has {} samples and {} has {}; this method needs "
-                            "equal lengths: --pad appends zeros to the shorter",
-                            round + 1, first.info().source.shown, first.length(round),
-                            second.info().source.shown, second.length(round)));
-        }
+        checkLengths(first.info(), first.length(round), second.info(), second.length(round), round);
     }
 }
 
@@ -78,8 +68,8 @@ std::int64_t ModuleRun::samples() const {
 
 std::int64_t ModuleRun::resultLength(std::int64_t round) const {
     const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
-    return plan.padding == RunPlan::Padding::linear ? firstLength + secondLength - 1 + plan.lag
-                                                    : std::max(firstLength, secondLength);
+    return plan.pad ? firstLength + secondLength - 1 + plan.lag
+                    : std::max(firstLength, secondLength);
 }
 
 std::int64_t ModuleRun::shorterLength(std::int64_t round) const {
@@ -92,7 +82,7 @@ void ModuleRun::drive(const Listener& listener) {
     for (std::int64_t round = 0; round < roundCount; ++round) {
         first.advance();
         second.advance();
-        checkKernel(round);
+        checkKernels(round);
         for (std::size_t c = 0; c < width; ++c) {
             const std::vector<double> result = runChannel(round, static_cast<int>(c), listener);
             interleaved.resize(valueCount(std::ssize(result), channels()));
@@ -104,14 +94,9 @@ void ModuleRun::drive(const Listener& listener) {
     }
 }
 
-// The module would divide by zero in every bin and report success.
-void ModuleRun::checkKernel(std::int64_t round) const {
+void ModuleRun::checkKernels(std::int64_t round) const {
     for (int channel = 0; plan.divides && channel < second.channels(); ++channel) {
-        const std::vector<double>& kernel = second.share(channel);
-        if (std::all_of(kernel.begin(), kernel.end(), [](double x) { return x == 0.0; })) {
-            throw Failure(fmt::format("block {}: {} is all zero; give a kernel to deconvolve by",
-                                      round + 1, second.info().source.shown));
-        }
+        checkKernel(second.share(channel), round, second.info().source.shown);
     }
 }
 
@@ -122,9 +107,8 @@ std::vector<double> ModuleRun::runChannel(std::int64_t round, int channel,
     }
     const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
     const std::int64_t length = resultLength(round);
-    const bool padsShorter = plan.padding == RunPlan::Padding::equal;
-    const bool padsFirst = padsShorter || firstLength >= secondLength;
-    const bool padsSecond = padsShorter || firstLength < secondLength;
+    const bool padsFirst = plan.equalLengths || firstLength >= secondLength;
+    const bool padsSecond = plan.equalLengths || firstLength < secondLength;
     const bool last = round == roundCount - 1;
     std::vector<double> result, numbers;
     try {

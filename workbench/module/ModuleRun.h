@@ -13,14 +13,12 @@ class SignalReader;
 
 // How two signals are cut, filled up and paired.
 struct RunPlan {
-    enum class Padding { none, linear, equal };
-
     std::int64_t blockLength = 0;  // samples in a block; 0: the whole signal is one block
     bool packet = false;           // all blocks of a signal are joined again
-    Padding padding = Padding::none;
-    int lag = 0;                // samples by which the module's result is late
-    bool equalLengths = false;  // the module refuses signals of different lengths
-    bool divides = false;       // a second signal of zeros alone makes no sense
+    bool pad = false;              // zeros are appended, so that nothing wraps round
+    int lag = 0;                   // samples by which the module's result is late
+    bool equalLengths = false;     // the module refuses signals of different lengths
+    bool divides = false;          // a second signal of zeros alone makes no sense
 };
 
 // The numbers that a module gives beside its signal.
@@ -36,9 +34,9 @@ struct ReportedNumbers {
 // is one block serves every block of the other. Per packet there is one round, with all blocks of
 // both. Channels are run one by one; a signal of one channel serves all channels of the other.
 //
-// Padding linear: the longer operand of each round gets zeros until the two convolve without
-// wrapping round: L + S - 1 samples, and as many more as the lag. Padding equal: the shorter one
-// gets zeros up to the length of the longer.
+// With padding the longer operand of each round gets zeros until the two convolve without wrapping
+// round: L + S - 1 samples, and as many more as the lag. Where the module needs equal lengths, the
+// shorter one gets zeros up to that length, too.
 class ModuleRun {
 public:
     // What one channel of one round was made of, and what came out.
@@ -87,7 +85,7 @@ private:
     void checkPairing() const;
     void checkEqualLengths() const;
     void checkSize() const;
-    void checkKernel(std::int64_t round) const;
+    void checkKernels(std::int64_t round) const;
     std::vector<double> runChannel(std::int64_t round, int channel, const Listener& listener);
     void feed(int port, const BlockSource& source, int channel, std::int64_t padding, bool last);
 

@@ -15,5 +15,8 @@ struct Signal {
     static Signal of(SignalReader& reader);
 };
 
+// The samples of one of its channels; those of a signal of one channel serve for all.
+std::vector<double> channelOf(const Signal& signal, int channel);
+
 // A source that reads a signal in memory, as often as it is opened.
 SignalSource sourceOf(std::shared_ptr<const Signal> signal);

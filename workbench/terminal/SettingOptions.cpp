@@ -103,6 +103,12 @@ LeftToData SettingOptions::leftToData() const {
     return left;
 }
 
+bool SettingOptions::isGiven(const std::string& key) const {
+    return std::any_of(rows.begin(), rows.end(), [&](const Row& row) {
+        return row.setting->key == key && !row.value.empty();
+    });
+}
+
 // An option without effect would let a person believe that it had one.
 void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) const {
     for (const Row& row : rows) {
@@ -121,6 +127,9 @@ void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) cons
 std::string optionWords(const FendraSettings& settings, const LeftToData& left) {
     std::string words, last;
     for (const Setting* setting : Setting::applyingTo(settings)) {
+        if (left.method && setting->key == "method") {
+            continue;  // whatever chooses it says so
+        }
         const bool isLeft = setting->leftToData != nullptr && left.*setting->leftToData;
         const std::string option =
             fmt::format("--{} {} ", setting->key, isLeft ? fromData : setting->word(settings));

@@ -26,6 +26,8 @@ public:
     // Those that were given as auto. In settings() they are as in a new module.
     [[nodiscard]] LeftToData leftToData() const;
 
+    [[nodiscard]] bool isGiven(const std::string& key) const;
+
     // CLI::ValidationError if an option was given that plays no part under any of these settings.
     void refuseIgnored(const std::vector<FendraSettings>& used) const;
 

@@ -34,7 +34,7 @@ std::string problemWithAssignment(const std::string& word) {
     }
     const Setting& setting = Setting::named(key);
     std::string value = word.substr(equals + 1);
-    const std::string wrong = setting.takesNumber() ? "" : choice(setting.wordList())(value);
+    const std::string wrong = setting.takesNumber() ? "" : choice(setting.moduleWords())(value);
     return wrong.empty() ? "" : key + ": " + wrong;
 }
 
@@ -44,7 +44,7 @@ std::string settingVocabulary() {
         const bool another = setting.needs != needs;
         needs = setting.needs;
         text += another ? fmt::format("; with {}: ", needs) : text.empty() ? "" : ", ";
-        std::vector<std::string> values = setting.wordList();
+        std::vector<std::string> values = setting.moduleWords();
         if (setting.takesNumber()) {
             values.emplace_back("NUMBER");
         }
@@ -56,7 +56,7 @@ std::string settingVocabulary() {
 std::vector<std::string> settingCompletions() {
     std::vector<std::string> all;
     for (const Setting& setting : Setting::all()) {
-        for (const std::string& word : setting.wordList()) {
+        for (const std::string& word : setting.moduleWords()) {
             all.push_back(setting.key + "=" + word);
         }
         if (setting.takesNumber()) {

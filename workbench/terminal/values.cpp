@@ -52,6 +52,23 @@ static CLI::Validator number(const std::string& what, bool zeroToo) {
     return {check, ""};
 }
 
+CLI::Validator indexValue(const std::string& what) {
+    const auto check = [what](std::string& word) -> std::string {
+        long long index = 0;
+        if (parse(word, index) && index >= 0) {
+            return "";
+        }
+        return fmt::format("\"{}\" is not a {}; give a whole number from 0 on", word, what);
+    };
+    return {check, ""};
+}
+
+double numberOf(const std::string& word) {
+    double number = 0.0;
+    parse(word, number);
+    return number;
+}
+
 CLI::Validator positiveNumber(const std::string& what) {
     return number(what, false);
 }

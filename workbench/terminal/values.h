@@ -20,6 +20,12 @@ CLI::Validator settingValue(const std::vector<std::string>& words, bool orNumber
 // A whole number from 1 to largest; what is its name in the message.
 CLI::Validator countUpTo(long long largest, const std::string& what);
 
+// A whole number, 0 or more.
+CLI::Validator indexValue(const std::string& what);
+
+// The number that a checked word is.
+double numberOf(const std::string& word);
+
 // A number above 0.
 CLI::Validator positiveNumber(const std::string& what);
 

@@ -1,0 +1,135 @@
+#include "workbench/jobs/RoundFolding.h"
+
+#include "host/B_BasisModule.h"
+#include "workbench/jobs/Findings.h"
+#include "workbench/jobs/ResultTap.h"
+#include "workbench/jobs/StepRelay.h"
+#include "workbench/jobs/jobSize.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/methods/Method.h"
+#include "workbench/module/FendraModule.h"
+#include "workbench/signals/Signal.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+// The lag is room that a padded convolution needs, or its last sample would wrap round to the
+// front.
+static RunPlan planOf(const FoldJob& job, const Method& method) {
+    RunPlan plan;
+    plan.blockLength = job.cutting.block;
+    plan.packet = job.settings.executionMode == FendraSettings::perPacket;
+    plan.pad = job.cutting.pad;
+    plan.divides = method.direction == FendraSettings::deconvolution;
+    plan.lag = plan.divides ? 0 : method.lag;
+    plan.equalLengths = method.equalLengths;
+    return plan;
+}
+
+static void refuseForBlocks(const FoldJob& job) {
+    const Treatment& treatment = job.treatment;
+    const bool moves = treatment.origin.kind != Origin::Kind::automatic &&
+                       treatment.origin.kind != Origin::Kind::none;
+    const bool prepares = treatment.automatic || treatment.ends || treatment.oversampling != 1 ||
+                          treatment.uncertainty || treatment.keep || job.curve ||
+                          job.settings.method == FendraSettings::regularized ||
+                          job.leftToData.any();
+    if (moves || prepares) {
+        throw Failure(fmt::format(
+            "{} whole signals, and these are cut into several blocks; leave out --block, or join "
+            "them with --per packet",
+            moves ? "a kernel's zero moves" : "settings are chosen from"));
+    }
+}
+
+// A zero that no sample has to tell costs no memory. The kernel is the shorter signal, at equal
+// lengths the second.
+static KernelZero kernelZeroOf(std::unique_ptr<SignalReader>& kernel, const Origin& origin) {
+    Signal samples{kernel->info(), {}};
+    const bool asksSamples =
+        origin.kind == Origin::Kind::maximum || (!samples.info.axis && samples.info.rate == 0.0);
+    if (asksSamples) {
+        samples = Signal::of(*kernel);
+        kernel = sourceOf(std::make_shared<const Signal>(samples)).open();
+    }
+    return zeroOf(samples, origin);
+}
+
+RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
+                           std::unique_ptr<SignalReader> firstReader,
+                           std::unique_ptr<SignalReader> secondReader, bool whole)
+    : job(foldJob),
+      used(*Method::selectedBy(job.settings)),
+      first(std::move(firstReader)),
+      second(std::move(secondReader)),
+      module(library.makeModule()),
+      resultPlace(first->info().axis) {
+    if (!whole) {
+        refuseForBlocks(job);
+    } else if (job.treatment.origin.kind != Origin::Kind::none) {
+        placeWhole();
+    }
+    applySettings(job.settings, *module);
+    driven.emplace(*module, *first, *second, planOf(job, used));
+    checkMemory(used, driven->resultLength(0));
+}
+
+// A linear convolution has room for all of its samples: its axis starts at the sum of both starts.
+// Where the samples alone tell the place, as on a circle, the result is turned.
+void RoundFolding::placeWhole() {
+    const bool firstIsKernel = first->info().samples < second->info().samples;
+    std::unique_ptr<SignalReader>& kernel = firstIsKernel ? first : second;
+    const KernelZero zero = kernelZeroOf(kernel, job.treatment.origin);
+    const std::optional<SignalAxis> axis = (firstIsKernel ? second : first)->info().axis;
+    turned = job.cutting.pad && axis ? 0 : zero.sample;
+    dropped = job.cutting.pad ? used.lag : 0;
+    resultPlace = resultAxis(axis, zero, -turned, false);
+    if (turned + used.lag != 0) {
+        movement =
+            Movement{-turned - used.lag, turned == 0 ? 0.0 : zero.index, used.lag, zero.reason};
+    }
+    turned += used.lag - dropped;
+}
+
+JobSize RoundFolding::size() const {
+    return sizeOf(used, job.settings, *driven);
+}
+
+void RoundFolding::describe(RunRecord& record) const {
+    record.settings = job.settings;
+    record.channels = driven->channels();
+    record.samples = driven->samples() - dropped;
+    record.rounds = driven->rounds();
+    record.moved = movement;
+}
+
+std::vector<double> RoundFolding::placed(const double* interleaved, std::int64_t samples) const {
+    const std::int64_t width = driven->channels();
+    std::vector<double> result(interleaved + dropped * width, interleaved + samples * width);
+    const std::int64_t left = samples - dropped;
+    std::rotate(result.begin(), result.begin() + (turned % left) * width, result.end());
+    return result;
+}
+
+void RoundFolding::run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) {
+    const auto deliver = [&](const double* values, std::int64_t samples) {
+        if (movement) {
+            tap.take(placed(values, samples).data(), samples - dropped);
+        } else {
+            tap.take(values, samples);
+        }
+    };
+    try {
+        driven->drive(
+            {[&](std::int64_t round, int channel) { return relay.before(round, channel); },
+             [&](const ModuleRun::Channel& channel) { findings.add(channel); }, deliver});
+    } catch (const ModuleRun::Stopped& stopped) {
+        throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written",
+                                  stopped.rounds, driven->rounds()));
+    }
+    record.numberNames = driven->numberNames();
+    record.numbers = driven->numbers();
+}

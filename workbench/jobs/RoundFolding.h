@@ -1,0 +1,44 @@
+#pragma once
+
+#include "workbench/jobs/FoldJob.h"
+#include "workbench/jobs/Folding.h"
+#include "workbench/module/ModuleLibrary.h"
+#include "workbench/module/ModuleRun.h"
+#include "workbench/treatment/KernelZero.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class SignalReader;
+
+// A job in rounds: a convolution, or a deconvolution in blocks. The result of a convolution of
+// whole signals is moved to where it belongs; several blocks stay as the module gives them.
+class RoundFolding final : public Folding {
+public:
+    // whole: each signal is one block. Failure as ModuleRun and zeroOf, and if more is asked of
+    // blocks than the module does.
+    RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
+                 std::unique_ptr<SignalReader> firstReader,
+                 std::unique_ptr<SignalReader> secondReader, bool whole);
+
+    [[nodiscard]] const Method& method() const override { return used; }
+    [[nodiscard]] JobSize size() const override;
+    void describe(RunRecord& record) const override;
+    [[nodiscard]] std::optional<SignalAxis> axis() const override { return resultPlace; }
+    void run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) override;
+
+private:
+    void placeWhole();
+    std::vector<double> placed(const double* interleaved, std::int64_t samples) const;
+
+    const FoldJob& job;
+    const Method& used;
+    std::unique_ptr<SignalReader> first, second;
+    ModuleObject module;
+    std::optional<SignalAxis> resultPlace;
+    std::optional<Movement> movement;
+    int dropped = 0;          // samples at the start of a padded result: the lag
+    std::int64_t turned = 0;  // samples by which a result is moved to earlier places
+    std::optional<ModuleRun> driven;
+};

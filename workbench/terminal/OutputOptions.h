@@ -1,0 +1,31 @@
+#pragma once
+
+#include "workbench/signals/SignalWriter.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+// Where a command writes its result: options that several commands have.
+struct OutputOptions {
+    std::string file, encoding = "auto";
+    bool replace = false, quiet = false;
+
+    // Adds -o, --force, --encoding and --quiet.
+    void addTo(CLI::App& command, const char* about);
+
+    [[nodiscard]] SignalTarget target() const;
+    // The options as a command line takes them, each with a blank before it; without --force and
+    // --quiet, which do not change the result.
+    [[nodiscard]] std::string words() const;
+};
+
+// What stands for --force.
+constexpr const char* forceText =
+    "replace the output if it exists, also where it is read-only; hard links to the old file keep "
+    "the old contents";
+
+// A word as the shell takes it.
+std::string quoted(const std::string& word);

@@ -1,0 +1,199 @@
+#include "workbench/treatment/Deconvolution.h"
+
+#include "workbench/analysis/Band.h"
+#include "workbench/analysis/PowerScale.h"
+#include "workbench/analysis/PowerSpectra.h"
+#include "workbench/analysis/RegularizedOperands.h"
+#include "workbench/messages/Failure.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+static int strongestChannel(const Signal& signal, int exponent) {
+    const auto width = static_cast<std::size_t>(signal.info.channels);
+    std::vector<double> energies(width);
+    for (std::size_t i = 0; i < signal.interleaved.size(); ++i) {
+        const double value = std::ldexp(signal.interleaved[i], -exponent);
+        energies[i % width] += value * value;
+    }
+    return static_cast<int>(std::max_element(energies.begin(), energies.end()) - energies.begin());
+}
+
+static Question questionOf(const Signal& signal, const Signal& kernel, int channel,
+                           const KernelZero& zero, const KnownNoise& noise) {
+    Question question;
+    question.signal = channelOf(signal, channel);
+    question.kernel = channelOf(kernel, channel);
+    question.name = signal.info.source.shown;
+    question.rate = signal.info.rate;
+    question.kernelZero = zero.sample;
+    if (noise.kind == KnownNoise::Kind::stretch) {
+        const SampleRange quiet = samplesIn(noise.stretch, signal.info.axis, signal.info.rate,
+                                            signal.info.samples, "--noise-from");
+        question.quiet.assign(question.signal.begin() + quiet.first,
+                              question.signal.begin() + quiet.last);
+    }
+    return question;
+}
+
+// Where samples are dropped before them, the axis starts later.
+static std::optional<SignalAxis> startingAt(std::optional<SignalAxis> axis, double rate,
+                                            std::int64_t first) {
+    if (!axis && rate > 0.0 && first > 0) {
+        axis = SignalAxis{.name = "t_s", .start = 0.0, .step = 1.0 / rate, .time = true};
+    }
+    if (axis) {
+        axis->start += static_cast<double>(first) * axis->step;
+    }
+    return axis;
+}
+
+Deconvolution::Deconvolution(const ModuleLibrary& moduleLibrary, const Signal& measured,
+                             const Signal& kernelSignal, const FendraSettings& given,
+                             const LeftToData& leftToData, const Treatment& wanted)
+    : library(moduleLibrary),
+      signal(measured),
+      kernel(kernelSignal),
+      exponent(PowerScale::of(signal.interleaved).exponent),
+      zero(zeroOf(kernel, wanted.origin)) {
+    strongest = strongestChannel(signal, exponent);
+    chosen = chooseFor(questionOf(signal, kernel, strongest, zero, wanted.noise), given, leftToData,
+                       wanted);
+    const bool moves = wanted.origin.kind != Origin::Kind::none;
+    const std::optional<SignalAxis> whole =
+        moves ? resultAxis(signal.info.axis, zero, zero.sample, true) : signal.info.axis;
+    const bool longer = chosen.treatment.oversampling == 1 &&
+                        planOf(chosen.settings, chosen.treatment, 0).ends == Ends::periodic;
+    kept.last = longer ? std::max(signal.info.samples, kernel.info.samples) : signal.info.samples;
+    if (wanted.keep) {
+        kept = samplesIn(*wanted.keep, whole, signal.info.rate, kept.last, "--keep");
+    }
+    keptAxis = startingAt(whole, signal.info.rate, kept.first);
+}
+
+const Method& Deconvolution::method() const {
+    return *Method::selectedBy(chosen.settings);
+}
+
+std::optional<Movement> Deconvolution::movement() const {
+    const PreparationPlan plan = planOf(chosen.settings, chosen.treatment, zero.sample);
+    const int lag = plan.oversampling == 1 ? plan.lag : 0;
+    if (!plan.moves || zero.sample + lag == 0) {
+        return std::nullopt;
+    }
+    return Movement{zero.sample + lag, zero.index, lag, zero.reason};
+}
+
+Preparation Deconvolution::preparationOf(int channel, int signalExponent) const {
+    return {channelOf(kernel, channel), static_cast<std::size_t>(signal.info.samples),
+            signalExponent, planOf(chosen.settings, chosen.treatment, zero.sample)};
+}
+
+std::int64_t Deconvolution::moduleLength() const {
+    return static_cast<std::int64_t>(preparationOf(0, 0).preparedLength()) *
+           std::max(1, chosen.treatment.oversampling);
+}
+
+// Three runs: RegularizedOperands.h.
+ModuleAnswer Deconvolution::divided(const Operands& operands) const {
+    FendraSettings convolution = chosen.settings;
+    convolution.direction = FendraSettings::convolution;
+    convolution.method = FendraSettings::frequencyDomain;
+    FendraSettings division = chosen.settings;
+    division.method = FendraSettings::frequencyDomain;
+    const std::vector<double> mirrored = reversed(operands.kernel);
+    const double gain = PowerSpectra(operands.signal, operands.kernel).largestGain();
+    const std::vector<double> smoothed =
+        callModule(library, convolution, operands.signal, mirrored).samples;
+    const std::vector<double> correlation =
+        callModule(library, convolution, operands.kernel, mirrored).samples;
+    return callModule(
+        library, division, smoothed,
+        regularizedKernel(correlation, chosen.treatment.strength.value_or(1.0), gain,
+                          tapsOf(chosen.treatment, signal.info.rate, operands.kernel.size())));
+}
+
+ModuleAnswer Deconvolution::answerTo(const Operands& operands,
+                                     const FendraSettings& settings) const {
+    return settings.method == FendraSettings::regularized
+               ? divided(operands)
+               : callModule(library, settings, operands.signal, operands.kernel);
+}
+
+// The numbers of the filter have no unit; the error of the iteration is a square of the samples.
+Deconvolution::Answer Deconvolution::run(int channel,
+                                         const std::function<bool(int pass)>& beforePass) const {
+    if (!beforePass(0)) {
+        throw Stopped();
+    }
+    const Preparation preparation = preparationOf(channel, exponent);
+    ModuleAnswer answer =
+        answerTo(preparation.operands(channelOf(signal, channel)), chosen.settings);
+    Answer result;
+    result.samples = preparation.restored(answer.samples);
+    result.names = answer.numberNames;
+    std::uint32_t loops = 0;
+    if (chosen.settings.method == FendraSettings::vanCittert) {
+        loops = static_cast<std::uint32_t>(answer.numbers.at(1));
+        const std::int64_t steps = std::int64_t{loops} - 1;
+        if (chosen.curve && channel == strongest &&
+            !chosen.curve->predicts(answer.numbers[0], steps)) {
+            result.fault = fmt::format(
+                "internal error: after {} steps the module reports the last error {:.9g}, and "
+                "{:.9g} was predicted; do not rely on the choice, and report this",
+                steps, answer.numbers[0], chosen.curve->at(static_cast<double>(steps)).error);
+        }
+        answer.numbers[0] = std::ldexp(answer.numbers[0], 2 * exponent);
+    }
+    result.numbers = answer.numbers;
+    if (chosen.noise) {
+        if (!beforePass(1)) {
+            throw Stopped();
+        }
+        addBand(result, channel, loops);
+    }
+    result.samples.resize(static_cast<std::size_t>(kept.last));
+    result.samples.erase(result.samples.begin(), result.samples.begin() + kept.first);
+    return result;
+}
+
+// The answer to an impulse in the middle, where the ends do not reach it.
+void Deconvolution::addBand(Answer& answer, int channel, std::uint32_t loops) const {
+    FendraSettings fixed = chosen.settings;
+    if (loops > 0) {
+        fixed.maxIterations = loops;
+        fixed.abortAtError = fixed.abortAtMinError = 0;
+    }
+    const Preparation preparation = preparationOf(channel, 0);
+    std::vector<double> impulse(static_cast<std::size_t>(signal.info.samples));
+    const std::size_t middle = impulse.size() / 2;
+    impulse[middle] = 1.0;
+    const std::vector<double> response =
+        preparation.restored(answerTo(preparation.operands(impulse), fixed).samples);
+    answer.resolution = resolutionOf(response, channelOf(kernel, channel));
+    if (chosen.treatment.noise.kind == KnownNoise::Kind::counts) {
+        const std::vector<double> band =
+            bandOfCounts(response, middle, modelOf(answer.samples, channel));
+        answer.halfWidths.assign(band.begin() + kept.first, band.begin() + kept.last);
+    } else {
+        answer.halfWidths.assign(static_cast<std::size_t>(kept.count()),
+                                 bandHalfWidth(response, *chosen.noise));
+    }
+}
+
+// What a result predicts for the signal: convolved by the kernel again, about its zero.
+std::vector<double> Deconvolution::modelOf(const std::vector<double>& result, int channel) const {
+    FendraSettings convolution = chosen.settings;
+    convolution.direction = FendraSettings::convolution;
+    convolution.method = FendraSettings::frequencyDomain;
+    std::vector<double> model =
+        callModule(library, convolution, result, channelOf(kernel, channel)).samples;
+    const bool moves = chosen.treatment.origin.kind != Origin::Kind::none;
+    const std::int64_t distance = moves ? zero.sample % std::ssize(model) : 0;
+    std::rotate(model.begin(), model.begin() + distance, model.end());
+    return model;
+}
