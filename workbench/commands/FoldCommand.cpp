@@ -27,10 +27,11 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
             ->group("Method");
     options.exclude(*stored);
     const bool deconvolves = options.settings().direction == FendraSettings::deconvolution;
-    treatments.addTo(command, deconvolves);
+    using Scope = TreatmentOptions::Scope;
+    treatments.addTo(command, deconvolves ? Scope::deconvolution : Scope::convolution);
     addCutting(command);
     input.addTo(command);
-    command.add_option("--rate", rate, "sampling rate for text that has no time column")
+    command.add_option("--rate", rate, rateText)
         ->check(positiveNumber("sampling rate"))
         ->type_name("HZ")
         ->group("Signals");

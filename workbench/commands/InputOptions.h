@@ -28,5 +28,8 @@ struct InputOptions {
 // What stands for the file of a signal in the help of a command.
 constexpr const char* signalFileText = "audio file or columns of text; - is standard input";
 
+// What stands for --rate.
+constexpr const char* rateText = "sampling rate for text that has no time column";
+
 // What stands for the file of a stored graph.
 constexpr const char* storedGraphText = "stored graph; - is standard input";

@@ -5,14 +5,14 @@
 #include "workbench/methods/Method.h"
 #include "workbench/terminal/Progress.h"
 #include "workbench/terminal/SettingOptions.h"
+#include "workbench/terminal/TreatmentOptions.h"
+#include "workbench/terminal/comparisonText.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,76 +30,13 @@ private:
     std::string signal, kernel, truth, output;
     std::vector<std::string> methods = Setting::named("method").wordList();
     SettingOptions options{FendraSettings::deconvolution};
+    TreatmentOptions treatments;
+    double rate = 0.0;  // 0: from the files
     bool pad = false, replace = false, json = false, quiet = false;
     InputOptions input;
 };
 
 }  // namespace
-
-static std::string reportedText(const MethodOutcome& outcome) {
-    std::string text;
-    for (const ReportedNumbers& entry : outcome.record.numbers) {
-        for (std::size_t i = 0; i < entry.values.size(); ++i) {
-            text += fmt::format("{}{} {:.4g}", text.empty() ? "" : ", ",
-                                outcome.record.numberNames[i], entry.values[i]);
-        }
-    }
-    return text;
-}
-
-// Remarks are sentences and come below, where they do not break the columns.
-static void printTable(const std::vector<MethodOutcome>& outcomes, bool withTruth) {
-    fmt::print("{:<16}{:>10}{:>11}{}   {}\n", "method", "misfit", "roughness",
-               withTruth ? fmt::format("{:>10}", "error") : "", "reported");
-    for (const MethodOutcome& outcome : outcomes) {
-        if (!outcome.failure.empty()) {
-            fmt::print("{:<16}{}\n", outcome.method->word, outcome.failure);
-            continue;
-        }
-        const auto& error = outcome.record.error;
-        const std::string line = fmt::format(
-            "{:<16}{:>10.2g}{:>11.2g}{}   {}", outcome.method->word, outcome.misfit,
-            outcome.roughness, error ? fmt::format("{:>10.2g}", error->relativeError) : "",
-            reportedText(outcome));
-        fmt::print("{}\n", line.substr(0, line.find_last_not_of(' ') + 1));
-    }
-    for (const MethodOutcome& outcome : outcomes) {
-        for (const std::string& remark : outcome.record.remarks) {
-            fmt::print("{}: {}.\n", outcome.method->word, remark);
-        }
-        if (const auto& error = outcome.record.error;
-            error && error->known != outcome.record.samples) {
-            fmt::print("{}: the error is over the first {} samples.\n", outcome.method->word,
-                       error->samples);
-        }
-    }
-}
-
-static void printJson(const std::vector<MethodOutcome>& outcomes) {
-    using Json = nlohmann::ordered_json;
-    Json all = Json::array();
-    for (const MethodOutcome& outcome : outcomes) {
-        Json entry = {{"method", outcome.method->word}};
-        if (!outcome.failure.empty()) {
-            entry["failure"] = outcome.failure;
-        } else {
-            entry["misfit"] = outcome.misfit;
-            entry["roughness"] = outcome.roughness;
-            if (outcome.record.error) {
-                entry["relativeError"] = outcome.record.error->relativeError;
-                entry["comparedSamples"] = outcome.record.error->samples;
-            }
-            for (const ReportedNumbers& reported : outcome.record.numbers) {
-                for (std::size_t i = 0; i < reported.values.size(); ++i) {
-                    entry[outcome.method->numbers.at(i)].push_back(reported.values[i]);
-                }
-            }
-            entry["remarks"] = outcome.record.remarks;
-        }
-        all.push_back(entry);
-    }
-    fmt::print("{}\n", all.dump(2, ' ', false, Json::error_handler_t::replace));
-}
 
 // The signals are read once, for all methods.
 CompareJob CompareCommand::job() const {
@@ -114,6 +51,7 @@ CompareJob CompareCommand::job() const {
         job.methods.push_back(Method::selectedBy(settings));
     }
     options.refuseIgnored(used);
+    treatments.refuseIgnored(used, pad);
     const ReadOptions reading = input.reading();
     job.signal =
         std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(signal), reading)));
@@ -123,7 +61,9 @@ CompareJob CompareCommand::job() const {
         job.truth = sourceOf(
             std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(truth), reading))));
     }
+    job.treatment = treatments.treatment();
     job.pad = pad;
+    job.rate = rate;
     job.allowNonfinite = input.allowNonfinite;
     return job;
 }
@@ -136,11 +76,8 @@ void CompareCommand::run() const {
         Progress progress(method->word, quiet);
         outcomes.push_back(::run(comparison, *method, library, progress));
     }
-    if (json) {
-        printJson(outcomes);
-    } else {
-        printTable(outcomes, comparison.truth.has_value());
-    }
+    fmt::print("{}", json ? comparisonJson(outcomes)
+                          : comparisonTable(outcomes, comparison.truth.has_value()));
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
@@ -164,9 +101,11 @@ void CompareCommand::addTo(CLI::App& command) {
         ->default_str("all")
         ->group("Method");
     options.addTo(command, {"method", "per"});
-    command
-        .add_flag("--pad", pad,
-                  "append zeros to the shorter signal, for methods that need equal lengths")
+    treatments.addTo(command, TreatmentOptions::Scope::comparison);
+    command.add_flag("--pad", pad, "append zeros, so that nothing wraps round")->group("Signals");
+    command.add_option("--rate", rate, rateText)
+        ->check(positiveNumber("sampling rate"))
+        ->type_name("HZ")
         ->group("Signals");
     input.addTo(command);
     command.add_option("--truth", truth, "the signal that should come out")

@@ -1,5 +1,6 @@
 #include "workbench/jobs/CompareJob.h"
 
+#include "workbench/analysis/Spectrum.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/module/ModuleLibrary.h"
@@ -41,17 +42,50 @@ static double roughnessOf(const Signal& signal) {
     return squares == 0.0 ? 0.0 : std::sqrt(differences / squares);
 }
 
-// The convolution that the method undoes, of its result.
-static Signal modelOf(const CompareJob& job, const Method& method, const Signal& result,
-                      const ModuleLibrary& library, JobObserver& observer) {
-    FoldJob convolution;
-    convolution.first = sourceOf(std::make_shared<const Signal>(result));
-    convolution.second = sourceOf(job.kernel);
-    convolution.settings.direction = FendraSettings::convolution;
-    convolution.settings.method =
-        method.lag != 0 ? FendraSettings::timeDomain : FendraSettings::frequencyDomain;
-    convolution.allowNonfinite = true;  // the misfit is then not finite either, and says so
-    return run(convolution, library, observer).result;
+// What a channel of the result predicts for the signal.
+static std::vector<double> modelOf(const CompareJob& job, const MethodOutcome& outcome,
+                                   int channel) {
+    const Signal &result = outcome.result, &kernel = *job.kernel;
+    const std::size_t room = job.pad ? static_cast<std::size_t>(kernel.info.samples) - 1 : 0;
+    std::vector<double> samples = channelOf(result, channel);
+    const std::size_t length = samples.size();
+    samples.resize(length + room);
+    std::vector<double> taps = channelOf(kernel, channel);
+    taps.resize(std::min(taps.size(), samples.size()));
+    std::vector<double> model = periodicConvolution(samples, taps);
+    const bool stays = job.treatment.origin.kind == Origin::Kind::none;
+    const std::optional<Movement>& moved = outcome.record.moved;
+    const std::int64_t early = stays   ? std::ssize(model) - outcome.method->lag
+                               : moved ? moved->samples - moved->lag
+                                       : 0;
+    std::rotate(model.begin(), model.begin() + early % std::ssize(model), model.end());
+    model.resize(length);
+    return model;
+}
+
+static double misfitOf(const CompareJob& job, const MethodOutcome& outcome) {
+    Signal model = outcome.result;
+    const auto width = static_cast<std::size_t>(model.info.channels);
+    for (std::size_t c = 0; c < width; ++c) {
+        const std::vector<double> samples = modelOf(job, outcome, static_cast<int>(c));
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            model.interleaved[i * width + c] = samples[i];
+        }
+    }
+    return distance(model, *job.signal);
+}
+
+// The part of a treatment that a method has.
+static Treatment treatmentOf(const CompareJob& job, const Method& method) {
+    Treatment treatment = job.treatment;
+    if (method.code != FendraSettings::vanCittert) {
+        treatment.oversampling = 1;
+    }
+    if (method.code != FendraSettings::regularized) {
+        treatment.strength.reset();
+        treatment.frequencies.reset();
+    }
+    return treatment;
 }
 
 // A method that fails takes its place in the comparison with its reason.
@@ -63,7 +97,9 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
     deconvolution.first = sourceOf(job.signal);
     deconvolution.second = sourceOf(job.kernel);
     deconvolution.settings = job.settings;
-    deconvolution.cutting.pad = job.pad && method.equalLengths;
+    deconvolution.cutting.pad = job.pad;
+    deconvolution.treatment = treatmentOf(job, method);
+    deconvolution.rate = job.rate;
     deconvolution.truth = job.truth;
     deconvolution.allowNonfinite = job.allowNonfinite;
     deconvolution.settings.direction = method.direction;
@@ -75,8 +111,7 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
         Outcome outcome = run(deconvolution, library, observer);
         compared.record = std::move(outcome.record);
         compared.result = std::move(outcome.result);
-        compared.misfit =
-            distance(modelOf(job, method, compared.result, library, observer), *job.signal);
+        compared.misfit = misfitOf(job, compared);
         compared.roughness = roughnessOf(compared.result);
     } catch (const Failure& failure) {
         compared.failure = failure.what();

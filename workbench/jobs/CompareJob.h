@@ -17,7 +17,9 @@ struct CompareJob {
     std::vector<const Method*> methods;
     FendraSettings settings;  // those of all methods
     LeftToData leftToData;    // likewise
-    bool pad = false;         // methods that need equal lengths get zeros after the shorter signal
+    Treatment treatment;      // likewise, as far as a method has it
+    bool pad = false;         // room, so that nothing wraps round
+    double rate = 0.0;        // of signals that have none, in Hz; 0: not known
     bool allowNonfinite = false;
 };
 
@@ -32,9 +34,9 @@ struct MethodOutcome {
 };
 
 // Runs a method of the job, and measures what comes out:
-//     misfit      result convolved with the kernel, less the signal, over the signal. The
-//                 convolution is the one that the method inverts: in the time domain for the
-//                 iteration, with its lag, in the frequency domain for the others.
+//     misfit      result convolved with the kernel about its zero, less the signal, over the
+//                 signal. Where the result stays as the module gives it, with the lag that the
+//                 method takes off.
 //     roughness   differences of neighbouring samples, over the samples
 // each as root mean squares, over all channels. Failures stand in the outcome.
 MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibrary& library,

@@ -11,6 +11,7 @@
 
 static constexpr const char* fromData = "auto";
 static constexpr long long mostOversampling = 64;
+static constexpr const char* noiseGroup = "Noise and uncertainty";
 
 using OriginRow = std::pair<const char*, Origin::Kind>;
 static constexpr std::array<OriginRow, 4> origins = {{{"auto", Origin::Kind::automatic},
@@ -65,7 +66,7 @@ static CLI::Option* add(CLI::App& command, const char* name, std::string& value,
     return command.add_option(name, value, text)->check(check)->type_name(type)->group(group);
 }
 
-void TreatmentOptions::addTo(CLI::App& command, bool deconvolves) {
+void TreatmentOptions::addTo(CLI::App& command, Scope scope) {
     add(command, "--origin", origin,
         "which sample of the kernel, counted from 0, stands at zero: the result is moved by it, "
         "and "
@@ -74,22 +75,32 @@ void TreatmentOptions::addTo(CLI::App& command, bool deconvolves) {
         "peak, else 0; none: the samples as the module gives them",
         wordOr(wordsOf(origins), indexValue("sample of the kernel")), "", "Place")
         ->default_str(origin);
-    if (!deconvolves) {
+    if (scope == Scope::convolution) {
         return;
     }
-    add(command, "--keep", kept, "the part of the result that is written, in units of its axis",
-        rangeValue("part of an axis"), "FROM:TO", "Place");
     add(command, "--ends", ends,
         "how the signal goes on beyond its ends: periodic, unless anything else is asked; zero in "
         "a "
         "room; odd (reflected about its end points) or bridge (half a cosine) for smooth kernels",
         choice(wordsOf(endings)), "", "Ends");
+    addStrength(command);
+    addNoise(command);
+    if (scope == Scope::deconvolution) {
+        addWhole(command);
+    }
+}
+
+void TreatmentOptions::addWhole(CLI::App& command) {
     command
         .add_flag("--auto", wholly,
                   "choose the method and whatever is not given from the data, and say why")
         ->group("Method");
-    addStrength(command);
-    addNoise(command);
+    add(command, "--keep", kept, "the part of the result that is written, in units of its axis",
+        rangeValue("part of an axis"), "FROM:TO", "Place");
+    command
+        .add_flag("--uncertainty", uncertainty,
+                  "write value, lower and upper bound (95 %), and name the resolution; text only")
+        ->group(noiseGroup);
 }
 
 void TreatmentOptions::addStrength(CLI::App& command) {
@@ -115,21 +126,16 @@ void TreatmentOptions::addStrength(CLI::App& command) {
 }
 
 void TreatmentOptions::addNoise(CLI::App& command) {
-    const char* const group = "Noise and uncertainty";
     CLI::Option* const known =
         add(command, "--noise", noise,
             "standard deviation of the noise in a sample; counts: samples are counts; auto: "
             "estimated",
-            wordOr({fromData, "counts"}, positiveNumber("standard deviation")), "", group)
+            wordOr({fromData, "counts"}, positiveNumber("standard deviation")), "", noiseGroup)
             ->default_str(noise);
     add(command, "--noise-from", quiet,
         "a stretch of the signal that is nothing but noise, in units of its axis",
-        rangeValue("part of an axis"), "FROM:TO", group)
+        rangeValue("part of an axis"), "FROM:TO", noiseGroup)
         ->excludes(known);
-    command
-        .add_flag("--uncertainty", uncertainty,
-                  "write value, lower and upper bound (95 %), and name the resolution; text only")
-        ->group(group);
 }
 
 Origin TreatmentOptions::originGiven() const {

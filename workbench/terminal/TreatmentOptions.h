@@ -14,8 +14,11 @@ class Option;
 // The options of a command that say what is done around the module.
 class TreatmentOptions {
 public:
-    // A convolution is moved to where it belongs, and has no other option.
-    void addTo(CLI::App& command, bool deconvolves);
+    // What a command does. A convolution is moved to where it belongs, and has no other option;
+    // a comparison does not choose the method, and writes the whole of each result.
+    enum class Scope { convolution, deconvolution, comparison };
+
+    void addTo(CLI::App& command, Scope scope);
 
     [[nodiscard]] Treatment treatment() const;
     // Whether the method is left to the data: --auto, and no option of a method of its own.
@@ -29,6 +32,7 @@ public:
 private:
     void addStrength(CLI::App& command);
     void addNoise(CLI::App& command);
+    void addWhole(CLI::App& command);
     [[nodiscard]] Origin originGiven() const;
     [[nodiscard]] KnownNoise noiseGiven() const;
 
