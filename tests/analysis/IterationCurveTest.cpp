@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -119,13 +120,21 @@ static std::pair<double, double> freedomOf(const Signal& fineKernel, int n, int 
             plain.step();
         }
         for (int m = 0; m < n; ++m) {
-            const long double element =
-                plain.model[static_cast<std::size_t>(m * r + (r > 1 ? 1 : 0))];
+            const long double element = plain.model.begin()[m * r + (r > 1 ? 1 : 0)];
             trace += m == i ? element : 0.0L;
             squares += element * element;
         }
     }
     return {static_cast<double>(trace), static_cast<double>(squares)};
+}
+
+// Of error, freedom kept, squares and squares left.
+static double farthest(const CurvePoint& point, const Signal& expected) {
+    const Signal actual = {point.error, point.kept, point.squares, point.leftSquares};
+    return std::transform_reduce(
+        actual.begin(), actual.end(), expected.begin(), 0.0,
+        [](double x, double y) { return std::max(x, y); },
+        [](double x, double y) { return std::abs(x - y); });
 }
 
 TEST(IterationCurve, CountsTheFreedomOfTheMatrixFromSignalToModel) {
@@ -139,12 +148,9 @@ TEST(IterationCurve, CountsTheFreedomOfTheMatrixFromSignalToModel) {
                                    0.7);
         for (const int k : {1, 2, 3}) {
             plain.step();
-            const CurvePoint point = curve.at(k);
             const auto [trace, squares] = freedomOf(kernel, n, r, k);
-            EXPECT_NEAR(point.error, plain.error(), 1e-12) << n << " " << r;
-            EXPECT_NEAR(point.kept, trace, 1e-12);
-            EXPECT_NEAR(point.squares, squares, 1e-12);
-            EXPECT_NEAR(point.leftSquares, n - 2.0 * point.kept + point.squares, 1e-12);
+            const Signal expected = {plain.error(), trace, squares, n - 2.0 * trace + squares};
+            EXPECT_LT(farthest(curve.at(k), expected), 1e-12) << n << " " << r;
         }
     }
 }

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 // With these taps from index 0 on, periodic.
@@ -43,24 +44,22 @@ static SquareMatrix<double> modelMatrix(const Signal& kernel, int order, double 
 }
 
 TEST(RegularizedCurve, IsThatOfTheNormalEquations) {
-    for (const int n : {7, 8}) {
-        for (const int order : {0, 2}) {
-            const Signal kernel = decay(n, 1.5), y = noise(n, 5);
-            const PowerSpectra spectra(y, kernel);
-            const auto model = modelMatrix(kernel, order, 0.03 * spectra.largestGain());
-            double error = 0.0, trace = 0.0, squares = 0.0;
-            for (int i = 0; i < n; ++i) {
-                const double* row = model.rowTable[i];
-                const double left = y.begin()[i] - std::inner_product(row, row + n, y.begin(), 0.0);
-                error += left * left;
-                trace += row[i];
-                squares += std::inner_product(row, row + n, row, 0.0);
-            }
-            const CurvePoint point = RegularizedCurve(spectra, order).at(0.03);
-            EXPECT_NEAR(point.error, error, 1e-12) << n << " " << order;
-            EXPECT_NEAR(point.kept, trace, 1e-12) << n << " " << order;
-            EXPECT_NEAR(point.squares, squares, 1e-12) << n << " " << order;
+    for (const auto& [n, order] : {std::pair{7, 0}, {8, 0}, {7, 2}, {8, 2}}) {
+        const Signal kernel = decay(n, 1.5), y = noise(n, 5);
+        const PowerSpectra spectra(y, kernel);
+        const auto model = modelMatrix(kernel, order, 0.03 * spectra.largestGain());
+        double error = 0.0, trace = 0.0, squares = 0.0;
+        for (int i = 0; i < n; ++i) {
+            const double* row = model.rowTable[i];
+            const double left = y.begin()[i] - std::inner_product(row, row + n, y.begin(), 0.0);
+            error += left * left;
+            trace += row[i];
+            squares += std::inner_product(row, row + n, row, 0.0);
         }
+        const CurvePoint point = RegularizedCurve(spectra, order).at(0.03);
+        EXPECT_NEAR(point.error, error, 1e-12) << n << " " << order;
+        EXPECT_NEAR(point.kept, trace, 1e-12) << n << " " << order;
+        EXPECT_NEAR(point.squares, squares, 1e-12) << n << " " << order;
     }
 }
 

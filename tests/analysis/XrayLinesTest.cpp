@@ -79,7 +79,7 @@ TEST(XrayLines, AreRestoredNearlyAsByTheBestNumberOfSteps) {
             const IterationCurve curve(spectra, 1.0 / spectra.largestGain());
             const double chosen = chooseSteps(curve, std::nullopt).parameter;
             double best = lines.errorOf(curve, chosen);
-            for (double steps = 1.0; steps < 5000.0; steps = std::ceil(1.2 * steps)) {
+            for (int steps = 1; steps < 5000; steps += 1 + steps / 5) {
                 best = std::min(best, lines.errorOf(curve, steps));
             }
             EXPECT_LT(lines.errorOf(curve, chosen), 1.05 * best) << level << " " << seed;

@@ -81,16 +81,20 @@ static CurveSearch search(Valley valley, double first, double last) {
     return valley.result();
 }
 
+static double wholeNumber(double value) {
+    return std::round(value);
+}
+
 CurveSearch searchSteps(const IterationCurve& curve, const std::optional<NoiseModel>& noise,
                         std::int64_t last) {
-    return search(Valley(curve, noise, std::round), 1.0, static_cast<double>(last));
+    return search(Valley(curve, noise, wholeNumber), 1.0, static_cast<double>(last));
 }
 
 static double threeDigits(double value) {
     std::array<char, 32> text;
-    const auto end =
-        std::to_chars(text.begin(), text.end(), value, std::chars_format::scientific, 2);
-    std::from_chars(text.begin(), end.ptr, value);
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                   std::chars_format::scientific, 2);
+    std::from_chars(text.data(), end.ptr, value);
     return value;
 }
 

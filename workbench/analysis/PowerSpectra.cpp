@@ -32,7 +32,7 @@ PowerSpectra::PowerSpectra(const std::vector<double>& signalSamples,
     : length(static_cast<int>(std::max(signalSamples.size(), kernelSamples.size()))),
       oversampling(oversamplingFactor) {
     const auto size = static_cast<std::size_t>(length);
-    const auto bins = static_cast<std::size_t>(degrees() / 2 + 1);
+    const std::size_t bins = size / static_cast<std::size_t>(oversampling) / 2 + 1;
     signal = powerOf(signalSamples, size, bins);
     kernel = powerOf(kernelSamples, size, bins);
     if (oversampling > 1 && degrees() % 2 == 0) {

@@ -11,7 +11,7 @@ static std::vector<double> penaltyOf(int order, const PowerSpectra& spectra) {
     return penalty;
 }
 
-RegularizedCurve::RegularizedCurve(PowerSpectra powerSpectra, int order)
+RegularizedCurve::RegularizedCurve(const PowerSpectra& powerSpectra, int order)
     : RegularizedCurve(powerSpectra, penaltyOf(order, powerSpectra)) {}
 
 RegularizedCurve::RegularizedCurve(PowerSpectra powerSpectra, std::vector<double> penalty)

@@ -15,7 +15,7 @@ public:
     // order 0 penalises the samples of the estimate, P = 1; order 2 their second differences,
     //     P = sin(w/2)^4 + 1e-12 = (6 - 8 cos w + 2 cos 2w) / 16 + 1e-12,
     // whose last term keeps the mean of a signal within reach of any kernel.
-    RegularizedCurve(PowerSpectra powerSpectra, int order);
+    RegularizedCurve(const PowerSpectra& powerSpectra, int order);
     // penalty: P per bin j = 0 .. N/2, above 0.
     RegularizedCurve(PowerSpectra powerSpectra, std::vector<double> penalty);
 
