@@ -22,13 +22,15 @@ struct Case {
 
 TEST(MethodAdvice, FollowsKernelAndNoise) {
     const Signal smooth = peak(1024, 4.0), slow = decay(1024, 3.0);
-    for (const Case& entry : {Case{"smooth peak", smooth, 1.0, 1e-3, iteration},
-                              {"too clean for counts", smooth, 1.0, 1e-9, regularized},
-                              {"one-sided", smooth, 0.9, 1e-3, regularized},
+    for (const Case& entry :
+         {Case{"smooth peak", smooth, 1.0, 1e-3, iteration},
+          {"too clean for counts", smooth, 1.0, 1e-9, regularized},
+          {"one-sided", smooth, 0.9, 1e-3, regularized},
 
-                              {"sharp peak", peak(1024, 0.8), 1.0, 1e-1, regularized},
-                              {"away from zero, clean", slow, 0.1, 1e-6, division},
-                              {"away from zero, noisy", slow, 0.1, 1e-2, regularized}}) {
+          {"sharp peak", peak(1024, 0.8), 1.0, 1e-1, regularized},
+          {"clean, but too near to zero", peak(1024, 2.0), 0.9, 1e-5, regularized},
+          {"away from zero, clean", slow, 0.1, 1e-6, division},
+          {"away from zero, noisy", slow, 0.1, 1e-2, regularized}}) {
         const PowerSpectra spectra(blurredLines(entry.kernel, entry.noiseHeight, 9), entry.kernel);
         const MethodAdvice advice =
             adviseMethod(entry.symmetry, spectra, entry.noiseHeight / std::sqrt(3.0));
