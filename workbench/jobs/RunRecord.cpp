@@ -46,15 +46,27 @@ std::vector<std::string> RunRecord::treatmentLines() const {
     return lines;
 }
 
-// "95 % band 0.012 on either side, resolution 3.4 samples"
-std::string RunRecord::uncertaintyLine() const {
-    const bool placed = rate > 0.0;
-    const std::string place =
-        placed ? fmt::format(" ({:.3g} s)", uncertainty->resolution / rate) : "";
-    return fmt::format(
-        "noise leaves a band of {:.3g} on either side (95 %), at a resolution of "
-        "{:.3g} samples{}",
-        uncertainty->halfWidth, uncertainty->resolution, place);
+// What the result is worth, known once it is there.
+std::vector<std::string> RunRecord::judgementLines() const {
+    std::vector<std::string> lines;
+    const auto seconds = [this](double count, const char* before) {
+        return rate > 0.0 ? fmt::format("{}{:.4g} s", before, count / rate) : std::string();
+    };
+    if (uncertainty) {
+        lines.push_back(fmt::format(
+            "noise leaves a band of {:.3g} on either side (95 %), at a resolution of {:.3g} "
+            "samples{}",
+            uncertainty->halfWidth, uncertainty->resolution,
+            seconds(uncertainty->resolution, ", ")));
+    }
+    for (const ResponseRecord& response : responses) {
+        lines.push_back(fmt::format(
+            "{}peak {:.4g} at sample {}{}, noise {:.3g}, {:.1f} dB below it",
+            channels == 1 ? "" : fmt::format("channel {}: ", response.channel + 1), response.peak,
+            response.peakSample, seconds(static_cast<double>(response.peakSample), ", "),
+            response.noise, response.decibels()));
+    }
+    return lines;
 }
 
 std::vector<std::string> RunRecord::openingNotes() const {
@@ -76,10 +88,7 @@ std::vector<std::string> RunRecord::openingNotes() const {
 }
 
 std::vector<std::string> RunRecord::closingNotes() const {
-    std::vector<std::string> notes;
-    if (uncertainty) {
-        notes.push_back(uncertaintyLine());
-    }
+    std::vector<std::string> notes = judgementLines();
     std::transform(remarks.begin(), remarks.end(), std::back_inserter(notes),
                    [](const std::string& remark) { return "remark: " + remark; });
     notes.push_back("SHA-256 of the result, as 64-bit little-endian floats: " + digest);
@@ -95,8 +104,8 @@ std::string RunRecord::summary() const {
     for (const std::string& line : treatmentLines()) {
         text += line + "\n";
     }
-    if (uncertainty) {
-        text += uncertaintyLine() + "\n";
+    for (const std::string& line : judgementLines()) {
+        text += line + "\n";
     }
     if (choice && !choice->rerun.empty()) {
         text += "without a search: " + choice->rerun + "\n";
@@ -191,6 +200,13 @@ std::string RunRecord::json() const {
     if (uncertainty) {
         record["uncertainty"] = {{"noise", uncertainty->noise},
                                  {"resolution", uncertainty->resolution}};
+    }
+    for (const ResponseRecord& response : responses) {
+        record["responses"].push_back({{"channel", response.channel + 1},
+                                       {"peak", response.peak},
+                                       {"peakSample", response.peakSample},
+                                       {"noise", response.noise},
+                                       {"decibels", response.decibels()}});
     }
     if (!remarks.empty()) {
         record["warnings"] = remarks;

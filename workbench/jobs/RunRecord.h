@@ -47,7 +47,8 @@ struct RunRecord {
     std::optional<Movement> moved;
     std::optional<ChoiceRecord> choice;
     std::optional<UncertaintyRecord> uncertainty;
-    bool stopped = false;  // by the observer: the result is the estimate so far
+    std::vector<ResponseRecord> responses;  // one a channel, where a band of frequencies was named
+    bool stopped = false;                   // by the observer: the result is the estimate so far
 
     // Comment lines of a text result: known before the run, and known after it.
     [[nodiscard]] std::vector<std::string> openingNotes() const;
@@ -60,7 +61,7 @@ struct RunRecord {
 private:
     [[nodiscard]] std::string work() const;
     [[nodiscard]] std::vector<std::string> treatmentLines() const;
-    [[nodiscard]] std::string uncertaintyLine() const;
+    [[nodiscard]] std::vector<std::string> judgementLines() const;
 };
 
 // "3 channels, 44580 samples, 16000 Hz"

@@ -101,6 +101,9 @@ void WholeDeconvolution::report(const Deconvolution::Answer& answer, int channel
     if (answer.fault) {
         record.remarks.push_back(*answer.fault);
     }
+    if (answer.response) {
+        record.responses.push_back(*answer.response);
+    }
     if (!answer.halfWidths.empty()) {
         if (!record.uncertainty) {
             record.uncertainty = UncertaintyRecord{*deconvolution->choice().noise, 0.0, 0.0};

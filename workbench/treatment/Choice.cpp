@@ -397,8 +397,10 @@ void Choosing::weigh(const AnswerChoice& answer) {
             "the kernel does not fit",
             iteration ? "iteration" : "regularized division", 100.0 * answer.explained));
     }
-    constexpr double coloured = 2.0;
-    if (answer.last > 0.0 && answer.whiteness.value_or(0.0) > coloured) {
+    // Of a signal without noise the rounding is left, whose colour says nothing.
+    constexpr double coloured = 2.0, noticeable = 1e-7;
+    const bool noisy = answer.noise > noticeable * rootMeanSquare(signal);
+    if (noisy && answer.last > 0.0 && answer.whiteness.value_or(0.0) > coloured) {
         choice.warnings.push_back(fmt::format(
             "the noise is not what it was taken for: its spectrum is uneven ({:.2g}, where white "
             "noise stays below 2), and the strength may be wrong; name a quiet stretch of the "

@@ -33,3 +33,13 @@ struct UncertaintyRecord {
     double halfWidth = 0.0;   // of the band, on average
     double resolution = 0.0;  // in samples: width at half height of what a single line becomes
 };
+
+// An impulse response, measured by a sweep.
+struct ResponseRecord {
+    int channel = 0;
+    double peak = 0.0;            // its largest magnitude
+    std::int64_t peakSample = 0;  // of the result, where that stands
+    double noise = 0.0;  // root mean square of the quietest sixteenth of the whole response
+
+    [[nodiscard]] double decibels() const;  // from the noise to the peak
+};

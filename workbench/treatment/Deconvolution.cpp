@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
+#include <numeric>
 #include <utility>
 
 static int strongestChannel(const Signal& signal, int exponent) {
@@ -156,9 +158,37 @@ Deconvolution::Answer Deconvolution::run(int channel,
         }
         addBand(result, channel, loops);
     }
+    if (chosen.treatment.frequencies) {
+        addResponse(result, channel);
+    }
     result.samples.resize(static_cast<std::size_t>(kept.last));
     result.samples.erase(result.samples.begin(), result.samples.begin() + kept.first);
     return result;
+}
+
+double ResponseRecord::decibels() const {
+    return 20.0 * std::log10(peak / noise);
+}
+
+// A response decays, and what is left of it in its quietest part is noise.
+void Deconvolution::addResponse(Answer& answer, int channel) const {
+    constexpr std::int64_t parts = 16;
+    const std::vector<double>& samples = answer.samples;
+    const std::int64_t length = std::max<std::int64_t>(1, std::ssize(samples) / parts);
+    ResponseRecord response{.channel = channel, .noise = std::numeric_limits<double>::infinity()};
+    for (std::int64_t first = 0; first + length <= std::ssize(samples); first += length) {
+        const double* const part = samples.data() + first;
+        const double squares = std::inner_product(part, part + length, part, 0.0);
+        response.noise = std::min(response.noise, std::sqrt(squares / static_cast<double>(length)));
+    }
+    for (std::int64_t i = kept.first; i < kept.last; ++i) {
+        const double magnitude = std::abs(samples.data()[i]);
+        if (magnitude > response.peak) {
+            response.peak = magnitude;
+            response.peakSample = i - kept.first;
+        }
+    }
+    answer.response = response;
 }
 
 // The answer to an impulse in the middle, where the ends do not reach it.
