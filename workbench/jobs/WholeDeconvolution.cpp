@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -84,8 +85,8 @@ void WholeDeconvolution::writeCurve() const {
     info.notes = {job.words};
     const std::unique_ptr<SignalWriter> writer = createSignal(*job.curve, info);
     for (const CurvePoint& point : record->curve) {
-        const double row[] = {point.parameter, point.error, point.kept, point.criterion};
-        writer->write(row, 1);
+        const std::array row = {point.parameter, point.error, point.kept, point.criterion};
+        writer->write(row.data(), 1);
     }
     writer->finish({});
 }
