@@ -34,8 +34,11 @@ static void requireSense(const SignalInfo& info) {
             "each channel has its name");
     if (info.axis) {
         require(std::isfinite(info.axis->start) && std::isfinite(info.axis->step) &&
-                    info.axis->step > 0.0,
-                "an axis rises in finite steps");
+                    info.axis->step != 0.0,
+                "an axis rises or falls in finite steps");
+        require(info.axis->lowestStep <= std::abs(info.axis->step) * (1.0 + 1e-9) &&
+                    info.axis->highestStep >= std::abs(info.axis->step) * (1.0 - 1e-9),
+                "and its step is one of those that fit");
         require(!info.axis->time || info.rate > 0.0, "a time axis gives a rate");
     }
 }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <charconv>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,54 @@ INSTANTIATE_TEST_SUITE_P(
                     TextCase{"0x1.8p1\n-0X.8\n", 1, {3, -0.5}},
                     TextCase{"4e-324\n-1e-999\n2.5e-1\n", 1, {0x1p-1074, -0.0, 0.25}}));
 
+namespace {
+
+struct TimesCase {
+    double rate;
+    std::chars_format format;
+    int precision;
+    double unit;  // of the last digit
+    int samples;
+};
+
+class RoundedTimes : public testing::TestWithParam<TimesCase> {};
+
+}  // namespace
+
+static std::string textOf(const TimesCase& times, double offset) {
+    std::string text = "t,v\n";
+    for (int i = 0; i < times.samples; ++i) {
+        std::array<char, 40> digits = {};
+        const auto end = std::to_chars(digits.begin(), digits.end(), offset + i / times.rate,
+                                       times.format, times.precision);
+        text.append(digits.data(), end.ptr) += i % 2 == 0 ? ",1\n" : ",0\n";
+    }
+    return text;
+}
+
+// The true step is among those that the digits leave, which are no more than the ends can move.
+TEST_P(RoundedTimes, LeaveTheStepsThatTheyMayHaveHad) {
+    const TimesCase& times = GetParam();
+    const double step = 1.0 / times.rate, play = 2.2 * times.unit / (times.samples - 1);
+    const TemporaryFolder folder;
+    for (const double offset : {0.0, 0.0123456, -1.00449}) {
+        const std::string path = folder.write("s.csv", textOf(times, offset));
+        const auto reader = openSignal(SourceName(path), {});
+        const SignalAxis axis = reader->info().axis.value_or(SignalAxis());
+        EXPECT_EQ(reader->info().rate, times.rate);
+        EXPECT_TRUE(axis.lowestStep <= step && step <= axis.highestStep);
+        EXPECT_LE(axis.highestStep - axis.lowestStep, play);
+    }
+}
+static constexpr auto fixed = std::chars_format::fixed, general = std::chars_format::general;
+INSTANTIATE_TEST_SUITE_P(
+    Formats, RoundedTimes,
+    testing::Values(TimesCase{360, fixed, 3, 1e-3, 600}, TimesCase{300, fixed, 3, 1e-3, 50},
+                    TimesCase{8000, fixed, 4, 1e-4, 4000}, TimesCase{44100, fixed, 5, 1e-5, 900},
+                    TimesCase{360, fixed, 7, 1e-7, 20}, TimesCase{250, fixed, 3, 1e-3, 100},
+                    TimesCase{360, general, 17, 1e-13, 1440},
+                    TimesCase{360, general, 6, 1e-5, 600}));
+
 TEST(TextReader, ReadsLinesAcrossAllBlockEdges) {
     const TemporaryFolder folder;
     std::string text;
@@ -69,4 +119,25 @@ TEST(TextReader, NoticesAChangeWhileReading) {
     folder.write("s.csv", "1\n2\n");
     EXPECT_EQ(failureOf([&] { readSamples(*reader); }),
               folder.path("s.csv") + " changed while it was being read; start again");
+}
+
+static void expectBack(const ResultInfo& info, const std::string& path) {
+    const std::vector<double> samples = {1, 2, 0, 4, 5, 1};
+    writeSignal(path, samples, info);
+    const auto reader = openSignal(SourceName(path), {});
+    const SignalAxis axis = reader->info().axis.value_or(SignalAxis());
+    EXPECT_TRUE(axis.name == info.axis->name && axis.time == info.axis->time);
+    EXPECT_TRUE(axis.start == info.axis->start && axis.step == info.axis->step);
+    EXPECT_EQ(reader->info().rate, info.rate);
+    EXPECT_EQ(readSamples(*reader), samples);
+}
+
+// A falling axis is written as it is read, with a rate and without one.
+TEST(TextReader, ReadsTheAxisThatWasWritten) {
+    const TemporaryFolder folder;
+    for (const bool time : {false, true}) {
+        ResultInfo info = resultInfo(2, time ? 8.0 : 0.0);
+        info.axis = SignalAxis{time ? "t_s" : "shift, 1/cm", 1.5, -0.125, time};
+        expectBack(info, folder.path("s.tsv"));
+    }
 }

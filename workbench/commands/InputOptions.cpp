@@ -3,11 +3,27 @@
 #include "workbench/system/fileNames.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 void InputOptions::addTo(CLI::App& command) {
+    CLI::Option* const named =
+        command
+            .add_option("--axis", axis,
+                        "the column of text files that is the axis: its name, or its number from "
+                        "1; none: no column is. Default: the first, if it is strictly monotonic "
+                        "and evenly spaced and no other is")
+            ->type_name("COLUMN")
+            ->group("Signals");
     command
-        .add_flag("--no-axis", noAxis,
-                  "take the first column of a text file as a signal, whatever its name")
+        .add_option("--columns", columns,
+                    "comma-separated list of the columns of text files that are signals, by name "
+                    "or number; default: all except the axis")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->type_name("LIST")
+        ->group("Signals");
+    command.add_flag("--no-axis", noAxis, "the same as --axis none")
+        ->excludes(named)
         ->group("Signals");
     command
         .add_flag("--allow-nonfinite", allowNonfinite,
@@ -28,6 +44,10 @@ ModuleLibrary InputOptions::library() const {
 }
 
 std::string InputOptions::words() const {
-    return std::string(noAxis ? " --no-axis" : "") + (allowNonfinite ? " --allow-nonfinite" : "") +
+    const std::string axisWord = reading().axis;
+    return (axisWord.empty() ? "" : " --axis " + quoted(axisWord)) +
+           (columns.empty() ? ""
+                            : " --columns " + quoted(fmt::format("{}", fmt::join(columns, ",")))) +
+           (allowNonfinite ? " --allow-nonfinite" : "") +
            (module.empty() ? "" : " --module " + quoted(module));
 }

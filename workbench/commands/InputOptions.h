@@ -5,6 +5,7 @@
 #include "workbench/terminal/OutputOptions.h"
 
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -12,13 +13,17 @@ class App;
 
 // How files are read, and which module runs: options that several commands have.
 struct InputOptions {
+    std::string axis;                  // a column of text files, "none", or empty: sought
+    std::vector<std::string> columns;  // of text files, that are channels; empty: all others
     bool noAxis = false, allowNonfinite = false;
     std::string module;  // empty: the one beside the program
 
     void addTo(CLI::App& command);
     void addModuleTo(CLI::App& command);  // alone, where no signals are read
 
-    [[nodiscard]] ReadOptions reading() const { return {allowNonfinite, !noAxis}; }
+    [[nodiscard]] ReadOptions reading() const {
+        return {allowNonfinite, noAxis ? "none" : axis, columns};
+    }
     // Failure as ModuleLibrary.
     [[nodiscard]] ModuleLibrary library() const;
     // The options as a command line takes them, each with a blank before it.

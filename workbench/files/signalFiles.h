@@ -11,9 +11,12 @@
 //   Audio     (recognised by its first bytes) is scaled to 1.0 at full scale; floating-point
 //             samples stay as they are.
 //   Text      is columns of numbers separated by tabs, semicolons, commas or blanks, after lines of
-//             comment (#) and at most one header line. A first column that the header calls a time
-//             or an axis gives rate and axis; the other columns are channels.
-//   Failure   unreadable, empty or truncated, not a number, uneven axis, NaN or infinity.
+//             comment (#) and at most one header line. One column may be the axis, which gives a
+//             rate if its name is that of a time: chosen by the options, or the first, if it is
+//             evenly spaced as far as its digits show and no other is (AxisSearch). All others, or
+//             those chosen, are channels.
+//   Failure   unreadable, empty or truncated, not a number, uneven axis, a chosen column that does
+//             not exist, NaN or infinity.
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options);
 
 // The file of that path as a source: it is opened, with these options, when it is needed.

@@ -17,11 +17,17 @@ struct SignalInfo {
     double rate = 0.0;               // Hz; 0: not known
     std::optional<SignalAxis> axis;  // of a text file of two samples or more
     std::vector<std::string> names;  // of the channels; empty without a header line
+    // What was taken as what, where the names of the columns do not say it: one sentence each.
+    std::vector<std::string> remarks;
 };
 
 struct ReadOptions {
     bool allowNonfinite = false;  // NaN and infinity are samples like any other
-    bool axis = true;             // a text file's first column may be an axis
+
+    // Which columns of a text are what: names of its header, or numbers from 1. A text of a single
+    // column is a signal whatever stands here.
+    std::string axis;                  // "none": no axis; empty: as its numbers show
+    std::vector<std::string> columns;  // that are channels, in this order; empty: all but the axis
 };
 
 // A signal, read from its first sample to its last; a file in constant memory.

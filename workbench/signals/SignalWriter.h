@@ -21,7 +21,7 @@ struct ResultInfo {
     int channels = 1;
     std::int64_t samples = 0;              // per channel, as far as known beforehand
     double rate = 0.0;                     // Hz; 0: not known
-    std::optional<SignalAxis> axis;        // with a rate only the start of a time axis counts
+    std::optional<SignalAxis> axis;        // of a time axis with a rate, start and direction
     std::vector<std::string> columnNames;  // one a channel; else "signal" or "signal_1", ...
     std::vector<std::string> notes;        // comment lines at the head of a text
 };

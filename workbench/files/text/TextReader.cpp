@@ -1,5 +1,6 @@
 #include "workbench/files/text/TextReader.h"
 
+#include "workbench/files/text/EvenAxis.h"
 #include "workbench/files/text/NumberText.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
@@ -14,11 +15,13 @@ static constexpr std::size_t mostColumns = 4096;
 static constexpr std::size_t shownLength = 24;
 
 TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& options)
-    : file(std::move(text)), lines(file.get(), source.shown), allowed(options) {
+    : file(std::move(text)),
+      lines(file.get(), source.shown),
+      allowNonfinite(options.allowNonfinite) {
     facts.source = source;
     facts.format = "text";
     readLayout();
-    scan();
+    scan(ColumnChoice(options, layout, source.shown));
     rewind();
 }
 
@@ -26,11 +29,16 @@ void TextReader::refuse(const std::string& what) const {
     throw Failure(fmt::format("{}, line {}: {}", facts.source.shown, lines.number(), what));
 }
 
-void TextReader::refuseCell(std::size_t column, const std::string& what) const {
-    const std::string name =
-        layout.header ? fmt::format(" \"{}\"", printable(layout.names[column], shownLength)) : "";
-    throw Failure(fmt::format("{}, line {}, column {}{}: {}", facts.source.shown, lines.number(),
-                              column + 1, name, what));
+// column 2 "mV"
+std::string TextReader::columnName(std::size_t column) const {
+    return fmt::format("column {}", column + 1) +
+           (layout.header ? fmt::format(" \"{}\"", printable(layout.names[column], shownLength))
+                          : "");
+}
+
+void TextReader::refuseCell(std::size_t column, std::int64_t line, const std::string& what) const {
+    throw Failure(
+        fmt::format("{}, line {}, {}: {}", facts.source.shown, line, columnName(column), what));
 }
 
 void TextReader::readLayout() {
@@ -52,43 +60,81 @@ void TextReader::readLayout() {
                         facts.source.shown, layout.columns, mostColumns));
     }
     row.resize(layout.columns);
-    if (allowed.axis) {
-        axisColumn = findAxisColumn(layout.names);
-    }
-    const std::ptrdiff_t axes = axisColumn ? 1 : 0;
-    facts.channels = static_cast<int>(layout.columns) - static_cast<int>(axes);
-    if (layout.header) {
-        facts.names.assign(layout.names.begin() + axes, layout.names.end());
-    }
 }
 
-void TextReader::scan() {
+void TextReader::scan(const ColumnChoice& choice) {
+    AxisSearch search(choice, layout);
     rewind();
-    EvenSteps steps;
-    while (nextRow()) {
-        if (axisColumn && !steps.accept(row[0])) {
-            refuseCell(0, fmt::format("the {} is not evenly spaced here, at {}; use --no-axis to "
-                                      "take the column as a signal",
-                                      axisColumn->time ? "time" : "axis", row[0]));
-        }
+    while (nextRow(&search)) {
         ++facts.samples;
     }
-    if (axisColumn && facts.samples > 1) {
-        useAxis(steps);
+    if (search.needsFit()) {
+        rewind();
+        while (nextRow()) {
+            search.fit(row, lines.number());
+        }
     }
+    assign(choice, search);
 }
 
-// Where the digits of a column allow, the rate is a whole number of Hz.
-void TextReader::useAxis(const EvenSteps& steps) {
-    SignalAxis axis{layout.names[0], steps.first(), steps.step(), axisColumn->time};
-    if (axis.time) {
-        const double rate = axisColumn->perSecond / axis.step;
-        const double whole = std::nearbyint(rate);
-        facts.rate = std::abs(rate - whole) <= 1e-9 * rate ? whole : rate;
-        axis.start /= axisColumn->perSecond;
-        axis.step = 1.0 / facts.rate;
+// What each column is.
+void TextReader::assign(const ColumnChoice& choice, const AxisSearch& search) {
+    const AxisSearch::Finding found = search.finding();
+    if (found.uneven) {
+        refuseCell(found.uneven->column, found.uneven->line,
+                   fmt::format("the axis is not evenly spaced here, at {}; resample the file, take "
+                               "the column as a signal with --axis none, or leave it out with "
+                               "--columns",
+                               found.uneven->value));
     }
-    facts.axis = std::move(axis);
+    channels = choice.channels;
+    for (std::size_t i = 0; i < layout.columns && !choice.channelsGiven; ++i) {
+        if (i != found.axis) {
+            channels.push_back(i);
+        }
+    }
+    facts.channels = static_cast<int>(channels.size());
+    for (const std::size_t channel : channels) {
+        if (layout.header) {
+            facts.names.push_back(layout.names[channel]);
+        }
+    }
+    if (found.axis && facts.samples > 1) {
+        const auto& [axis, rate] = evenAxis(layout.header ? layout.names[*found.axis] : "axis",
+                                            search.name(*found.axis), search.steps(*found.axis));
+        facts.axis = axis;
+        facts.rate = rate;
+    }
+    if (!choice.remark.empty()) {
+        facts.remarks.push_back(choice.remark);
+    }
+    remarkOn(found, search);
+}
+
+void TextReader::remarkOn(const AxisSearch::Finding& found, const AxisSearch& search) {
+    const auto remark = [this](const std::string& what) {
+        facts.remarks.push_back(fmt::format("{}: {}", facts.source.shown, what));
+    };
+    if (facts.axis && found.byNumbers) {
+        remark(fmt::format("{} taken as the axis, from {:.6g} by {:.6g}", columnName(*found.axis),
+                           facts.axis->start, facts.axis->step));
+    }
+    if (facts.axis && search.name(*found.axis).kind == ColumnName::Kind::time &&
+        !facts.axis->time) {
+        remark(
+            fmt::format("{} taken as an axis without a rate: its unit is not known; --rate "
+                        "gives one",
+                        columnName(*found.axis)));
+    }
+    if (found.rivals.size() == 1) {
+        remark(fmt::format("{} is evenly spaced and taken as a signal; --axis {} makes it the axis",
+                           columnName(found.rivals[0]), found.rivals[0] + 1));
+    } else if (!found.rivals.empty()) {
+        remark(
+            fmt::format("several columns are evenly spaced, {} being the first: taken as "
+                        "signals; --axis {} makes that one the axis",
+                        columnName(found.rivals[0]), found.rivals[0] + 1));
+    }
 }
 
 // Puts the first line of data next.
@@ -100,7 +146,8 @@ void TextReader::rewind() {
     }
 }
 
-bool TextReader::nextRow() {
+// The search, if there is one, has a look at every cell.
+bool TextReader::nextRow(AxisSearch* search) {
     std::string_view line;
     if (!lines.next(line)) {
         return false;
@@ -109,6 +156,9 @@ bool TextReader::nextRow() {
     std::size_t column = 0;
     for (std::string_view cell; column < row.size() && cells.next(cell); ++column) {
         parseCell(cell, column);
+        if (search != nullptr) {
+            search->look(column, cell, row[column], lines.number());
+        }
     }
     std::string_view surplus;
     if (column < row.size() || cells.next(surplus)) {
@@ -125,18 +175,19 @@ void TextReader::parseCell(std::string_view cell, std::size_t column) {
         case NumberKind::finite:
             break;
         case NumberKind::nonfinite:
-            if (!allowed.allowNonfinite) {
-                refuseCell(column,
+            if (!allowNonfinite) {
+                refuseCell(column, lines.number(),
                            fmt::format("{} is not a finite number; use --allow-nonfinite to "
                                        "let it through",
                                        row[column]));
             }
             break;
         case NumberKind::tooLarge:
-            refuseCell(column, fmt::format("{} is too large for a double; scale the column",
-                                           printable(cell, shownLength)));
+            refuseCell(column, lines.number(),
+                       fmt::format("{} is too large for a double; scale the column",
+                                   printable(cell, shownLength)));
         case NumberKind::notANumber:
-            refuseCell(column,
+            refuseCell(column, lines.number(),
                        cell.empty()
                            ? "the cell is empty; put a number there"
                            : fmt::format("\"{}\" is not a number; correct it, or put # before "
@@ -147,13 +198,14 @@ void TextReader::parseCell(std::string_view cell, std::size_t column) {
 
 std::int64_t TextReader::read(double* interleaved, std::int64_t count) {
     count = std::min(count, facts.samples - position);
-    const std::ptrdiff_t axes = axisColumn ? 1 : 0;
     for (std::int64_t i = 0; i < count; ++i) {
         if (!nextRow()) {
             throw Failure(
                 fmt::format("{} changed while it was being read; start again", facts.source.shown));
         }
-        interleaved = std::copy(row.begin() + axes, row.end(), interleaved);
+        for (const std::size_t channel : channels) {
+            *interleaved++ = row[channel];
+        }
     }
     position += count;
     return count;

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "workbench/files/disk/FileStream.h"
-#include "workbench/files/text/AxisColumn.h"
+#include "workbench/files/text/AxisSearch.h"
 #include "workbench/files/text/LineReader.h"
 #include "workbench/files/text/TextLayout.h"
 #include "workbench/signals/SignalReader.h"
 
-// Text columns. The file is parsed once on opening, to check every line, and again as it is read.
+// Text columns. The file is parsed on opening, to check every line, once more if a column looks
+// like an axis, and again as it is read.
 class TextReader final : public SignalReader {
 public:
     TextReader(FileHandle text, const SourceName& source, const ReadOptions& options);
@@ -15,19 +16,22 @@ public:
 
 private:
     void readLayout();
-    void scan();
-    void useAxis(const EvenSteps& steps);
+    void scan(const ColumnChoice& choice);
+    void assign(const ColumnChoice& choice, const AxisSearch& search);
+    void remarkOn(const AxisSearch::Finding& found, const AxisSearch& search);
     void rewind();
-    bool nextRow();
+    bool nextRow(AxisSearch* search = nullptr);
     void parseCell(std::string_view cell, std::size_t column);
+    [[nodiscard]] std::string columnName(std::size_t column) const;
     [[noreturn]] void refuse(const std::string& what) const;
-    [[noreturn]] void refuseCell(std::size_t column, const std::string& what) const;
+    [[noreturn]] void refuseCell(std::size_t column, std::int64_t line,
+                                 const std::string& what) const;
 
     FileHandle file;
     LineReader lines;
-    ReadOptions allowed;
+    bool allowNonfinite;
     TextLayout layout;
-    std::optional<AxisColumn> axisColumn;
-    std::vector<double> row;  // the columns of the line that was read last
+    std::vector<std::size_t> channels;  // their columns
+    std::vector<double> row;            // the columns of the line that was read last
     std::int64_t position = 0;
 };

@@ -56,13 +56,18 @@ static const SourceName& nameOfText(const SignalTarget& target) {
     return target.name;
 }
 
+// With a rate, an axis that is not a time has no place in the file.
+static SignalAxis axisOf(const ResultInfo& info) {
+    return info.axis && (info.axis->time || !(info.rate > 0.0)) ? *info.axis : SignalAxis{};
+}
+
 TextWriter::TextWriter(const SignalTarget& target, char columnSeparator, const ResultInfo& info)
     : output(nameOfText(target), target.replace),
       separator(columnSeparator),
       channels(info.channels),
       rate(info.rate),
-      start(info.axis && (info.axis->time || !(info.rate > 0.0)) ? info.axis->start : 0.0),
-      step(info.axis ? info.axis->step : 0.0) {
+      start(axisOf(info).start),
+      step(axisOf(info).step) {
     writeNotes(info.notes);
     for (const std::string& name : columnNames(info)) {
         text += headerCell(name);
@@ -91,8 +96,8 @@ void TextWriter::appendNumber(double value) {
 void TextWriter::appendAxis() {
     const auto i = static_cast<double>(position);
     if (rate > 0.0) {
-        appendNumber(start + i / rate);
-    } else if (step > 0.0) {
+        appendNumber(start + (step < 0.0 ? -i : i) / rate);
+    } else if (step != 0.0) {
         appendNumber(start + i * step);
     }
 }

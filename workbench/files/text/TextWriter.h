@@ -20,7 +20,9 @@ private:
     OutputFile output;
     char separator;
     int channels;
-    double rate, start, step;  // sample i stands at start + i / rate, or else at start + i step
+    // Sample i stands at start + i / rate, or start - i / rate where the step is below 0; without a
+    // rate at start + i step.
+    double rate, start, step;
     std::int64_t position = 0;
     std::string text;  // lines on their way to the file
 };
