@@ -18,9 +18,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 // Makes the writer of a result, when it is known what the result will be like.
@@ -68,6 +70,7 @@ private:
     JobObserver& observer;
     std::unique_ptr<Folding> folding;
     bool kernelServesAll = true;
+    CommonStep common;
     std::optional<Comparison> comparison;
     RunRecord record;
 };
@@ -82,7 +85,7 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
     const Method& method = methodOf(job);
     std::unique_ptr<SignalReader> first = job.first.open(), second = job.second.open();
     const SignalInfo a = first->info(), b = second->info();
-    const CommonStep common = commonStep(a, b, job.rate);
+    common = commonStep(a, b, job.rate);
     const bool whole = isWhole(job, a) && isWhole(job, b);
     kernelServesAll = isWhole(job, b);
     record.rate = common.rate;
@@ -113,14 +116,21 @@ void FoldRun::describe(const SignalInfo& a, const SignalInfo& b) {
     folding->describe(record);
 }
 
-// The names are those of the signal whose channels the result has. With a band each channel has
-// three columns.
+// The axis has the step of both signals, unless a rate takes its place. The names are those of the
+// signal whose channels the result has. With a band each channel has three columns.
 ResultInfo FoldRun::resultInfo() const {
     const SignalInfo &a = record.inputs[0], &b = record.inputs[1];
+    std::optional<SignalAxis> axis = folding->axis();
+    if (axis && axis->time != (common.rate > 0.0)) {
+        axis.reset();
+    } else if (axis) {
+        axis->step = common.step;
+        axis->lowestStep = axis->highestStep = std::abs(common.step);
+    }
     ResultInfo info{record.channels,
                     record.samples,
                     record.rate,
-                    folding->axis(),
+                    axis,
                     a.channels == record.channels ? a.names : b.names,
                     record.openingNotes()};
     if (folding->hasBand()) {
@@ -156,6 +166,13 @@ RunRecord FoldRun::run(const MakeWriter& makeWriter) {
 
 // All zeros are no answer, except to zeros, and where the start of the iteration was asked for.
 void FoldRun::judge(const Findings& findings) {
+    for (const SignalInfo& input : record.inputs) {
+        for (const std::string& remark : input.remarks) {  // it may be the same file twice
+            if (std::count(record.remarks.begin(), record.remarks.end(), remark) == 0) {
+                record.remarks.push_back(remark);
+            }
+        }
+    }
     for (std::string& remark : findings.remarks()) {
         record.remarks.push_back(std::move(remark));
     }

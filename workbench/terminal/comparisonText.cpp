@@ -6,7 +6,9 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 static std::string reportedText(const MethodOutcome& outcome) {
     std::string text;
@@ -30,13 +32,34 @@ static std::string rowOf(const MethodOutcome& outcome) {
     return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
 }
 
+static bool isOnFile(const std::string& remark, const RunRecord& record) {
+    return std::any_of(record.inputs.begin(), record.inputs.end(), [&](const SignalInfo& input) {
+        return std::count(input.remarks.begin(), input.remarks.end(), remark) != 0;
+    });
+}
+
+// What is said of the files holds for all methods.
+static std::vector<std::string> sentencesOnFiles(const std::vector<MethodOutcome>& outcomes) {
+    std::vector<std::string> sentences;
+    for (const MethodOutcome& outcome : outcomes) {
+        for (const std::string& remark : outcome.record.remarks) {
+            if (isOnFile(remark, outcome.record) &&
+                std::count(sentences.begin(), sentences.end(), remark) == 0) {
+                sentences.push_back(remark);
+            }
+        }
+    }
+    return sentences;
+}
+
 static std::vector<std::string> sentencesOn(const MethodOutcome& outcome) {
     std::vector<std::string> sentences;
     const RunRecord& record = outcome.record;
     if (record.choice) {
         sentences = record.choice->reasons;
     }
-    sentences.insert(sentences.end(), record.remarks.begin(), record.remarks.end());
+    std::copy_if(record.remarks.begin(), record.remarks.end(), std::back_inserter(sentences),
+                 [&](const std::string& remark) { return !isOnFile(remark, record); });
     if (record.error && record.error->known != record.samples) {
         sentences.push_back(
             fmt::format("the error is over the first {} samples", record.error->samples));
@@ -49,6 +72,9 @@ std::string comparisonTable(const std::vector<MethodOutcome>& outcomes, bool wit
                                    withTruth ? fmt::format("{:>10}", "error") : "", "reported");
     for (const MethodOutcome& outcome : outcomes) {
         text += rowOf(outcome);
+    }
+    for (const std::string& sentence : sentencesOnFiles(outcomes)) {
+        text += sentence + ".\n";
     }
     for (const MethodOutcome& outcome : outcomes) {
         for (const std::string& sentence : sentencesOn(outcome)) {
