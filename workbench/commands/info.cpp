@@ -24,6 +24,7 @@ namespace {
 struct Fact {
     std::string key, name;
     Json value;
+    std::string text = {};  // of the value, for people; empty: as it is
 };
 
 }  // namespace
@@ -39,7 +40,7 @@ static std::string plain(const Json& value) {
         line += line.empty() ? "" : ", ";
         line += entry.is_null()     ? "none"
                 : entry.is_string() ? printable(entry.get<std::string>())
-                                    : entry.dump();
+                                    : entry.dump(-1, ' ', false, Json::error_handler_t::replace);
     }
     return line;
 }
@@ -48,7 +49,7 @@ static void print(const std::vector<Fact>& facts, bool asJson) {
     Json object = Json::object();
     for (const Fact& fact : facts) {
         if (!asJson) {
-            fmt::print("{:<24}{}\n", fact.name, plain(fact.value));
+            fmt::print("{:<24}{}\n", fact.name, fact.text.empty() ? plain(fact.value) : fact.text);
         }
         object[fact.key] = fact.value;
     }
@@ -100,6 +101,17 @@ static Json finiteOrNull(double value) {
     return std::isfinite(value) ? Json(value) : Json(nullptr);
 }
 
+static Json placeJson(const SignalInfo& info, const ChannelRange& range) {
+    if (!std::isfinite(range.largest)) {
+        return nullptr;
+    }
+    Json place = {{"index", range.largestAt}};
+    if (const std::optional<double> axis = placeOf(info, range.largestAt)) {
+        place["axis"] = *axis;
+    }
+    return place;
+}
+
 static std::vector<Fact> fileFacts(SignalReader& reader) {
     const SignalInfo& info = reader.info();
     std::vector<Fact> facts = {{"file", "file", info.source.recorded()},
@@ -117,17 +129,26 @@ static std::vector<Fact> fileFacts(SignalReader& reader) {
              {{"name", info.axis->name}, {"start", info.axis->start}, {"step", info.axis->step}}});
     }
     Json smallest = Json::array(), largest = Json::array(), nonfinite = Json::array();
+    Json largestAt = Json::array();
+    std::string places;
     bool allFinite = true;
     for (const ChannelRange& range : rangesOf(reader)) {
         smallest.push_back(finiteOrNull(range.smallest));
         largest.push_back(finiteOrNull(range.largest));
         nonfinite.push_back(range.nonfinite);
+        largestAt.push_back(placeJson(info, range));
+        places += (places.empty() ? "" : "; ") + placeText(info, range);
         allFinite = allFinite && range.nonfinite == 0;
     }
     facts.push_back({"smallest", "smallest", smallest});
     facts.push_back({"largest", "largest", largest});
+    facts.push_back({"largestAt", "largest at", largestAt, places});
     if (!allFinite) {
         facts.push_back({"nonfinite", "NaN or infinite", nonfinite});
+    }
+    if (!info.remarks.empty()) {
+        facts.push_back({"remarks", "remark", info.remarks,
+                         fmt::format("{}", fmt::join(info.remarks, "\n                        "))});
     }
     return facts;
 }
@@ -143,7 +164,9 @@ static void addInfo(CLI::App& program) {
     command.footer(
         "  fendra info                  label, version, ports, exports and languages of the "
         "module\n"
-        "  fendra info speech.wav       samples, rate, channels and range of a file\n");
+        "  fendra info speech.wav       samples, rate, channels, range and largest value of a "
+        "file\n"
+        "  fendra info lines.csv        the same, with the axis, and which column is what\n");
     const auto info = std::make_shared<Info>();
     command
         .add_option("FILE", info->file,
