@@ -28,7 +28,16 @@ TEST(Band, IsThatOfTheSum) {
         expectNear(bandOfCounts(answer, 5, counts), expected, 1e-13);
         const Signal white(n, bandHalfWidth(answer, 3.0));
         expectNear(bandOfCounts(answer, 0, Signal(n, 9.0)), white, 1e-13 * white[0]);
+        expectNear({bandOfNoise(answer, Signal(n / 2 + 1, 9.0))}, {white[0]}, 1e-13 * white[0]);
     }
+}
+
+// By hand: noise of the single frequency w = pi / 2, of variance 1, through the differences of
+// neighbours, whose spectrum has the square |1 - exp(-i w)|^2 = 2 there.
+TEST(Band, IsThatOfTheColourOfTheNoise) {
+    const Signal power = {0.0, 0.0, 4.0, 0.0, 0.0};  // N / 2, in two of the 8 bins
+    const Signal differences = {1.0, -1.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0};
+    EXPECT_NEAR(bandOfNoise(differences, power), 1.96 * std::sqrt(2.0), 1e-14);
 }
 
 // Where counts are nothing, so is the band: rounding makes no root of a number below 0.

@@ -13,6 +13,17 @@ double bandHalfWidth(const std::vector<double>& answer, double sigma) {
     return deviations * sigma * std::sqrt(squares);
 }
 
+double bandOfNoise(const std::vector<double>& answer, const std::vector<double>& power) {
+    const std::size_t length = answer.size();
+    const Spectrum spectrum = spectrumOf(answer, length);
+    double sum = 0.0;
+    for (std::size_t j = 0; j < length; ++j) {
+        const double square = spectrum.re[j] * spectrum.re[j] + spectrum.im[j] * spectrum.im[j];
+        sum += power[std::min(j, length - j)] * square;
+    }
+    return deviations * std::sqrt(sum / static_cast<double>(length));
+}
+
 // Rounding in the spectra may leave sums a little below 0.
 std::vector<double> bandOfCounts(const std::vector<double>& answer, std::size_t impulseIndex,
                                  const std::vector<double>& modelCounts) {

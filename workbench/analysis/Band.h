@@ -15,6 +15,13 @@
 //   returns  in units of the result
 double bandHalfWidth(const std::vector<double>& answer, double sigma);
 
+// Half the width for noise of the power S per bin, 1.96 sqrt((1/N) sum_j S[j] |F[j]|^2), F the
+// spectrum of f and the sum over all N bins.
+//   answer   f, N samples, shifted as it may be
+//   power    S, in squared units of the signal, for j = 0 .. N/2, as NoiseModel has it
+//   returns  in units of the result. std::bad_alloc.
+double bandOfNoise(const std::vector<double>& answer, const std::vector<double>& power);
+
 // Half the width at each sample, for counts, whose variance is what is expected of each (Poisson):
 //     1.96 sqrt(sum_n f[i - n]^2 counts[n])      periodic with N
 //   answer         N samples, of an impulse at impulseIndex: f[i] = answer[impulseIndex + i]

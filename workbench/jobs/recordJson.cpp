@@ -20,7 +20,7 @@ Json choiceJson(const ChoiceRecord& choice) {
     addIf(found, "steps", choice.steps);
     addIf(found, "strength", choice.strength);
     addIf(found, "convergence", choice.convergence);
-    found["oversample"] = choice.oversampling;
+    addIf(found, "oversample", choice.oversampling);
     found["explained"] = choice.explained;
     found["kept"] = choice.kept;
     found["noise"] = choice.noise;

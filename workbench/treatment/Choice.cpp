@@ -259,7 +259,6 @@ void Choosing::judge() {
     const Operands operands = preparation.operands(question.signal);
     const PowerSpectra spectra(operands.signal, operands.kernel, choice.treatment.oversampling);
     record.method = Method::selectedBy(choice.settings)->word;
-    record.oversampling = choice.treatment.oversampling;
     if (method == FendraSettings::vanCittert) {
         judgeIteration(spectra);
     } else if (method == FendraSettings::regularized) {
@@ -305,6 +304,7 @@ void Choosing::judgeIteration(const PowerSpectra& spectra) {
             fmt::format("{} step{}, {}", steps, steps == 1 ? "" : "s", criterionText()));
     }
     record.steps = steps;
+    record.oversampling = choice.treatment.oversampling;
     record.convergence = settings.convergence;
     record.predictedError = std::ldexp(answer.predictedError, 2 * exponent);
     if (left.maxIterations || settings.maxIterations > 1) {

@@ -15,11 +15,11 @@ struct ChoiceRecord {
     std::optional<std::int64_t> steps;  // of the iteration, one less than the loop count
     std::optional<double> strength;     // of the regularised division
     std::optional<double> convergence;  // of the iteration
-    int oversampling = 1;
-    double explained = 1.0;  // share of the signal's energy
-    double kept = 0.0;       // degrees of freedom
-    double degrees = 0.0;    // that there are
-    double noise = 0.0;      // standard deviation of a sample
+    std::optional<int> oversampling;    // of the iteration
+    double explained = 1.0;             // share of the signal's energy
+    double kept = 0.0;                  // degrees of freedom
+    double degrees = 0.0;               // that there are
+    double noise = 0.0;                 // standard deviation of a sample
     bool noiseIsBound = false;
     std::optional<double> whiteness;
     std::optional<double> predictedError;  // the last error that the module should report

@@ -25,6 +25,13 @@ static int strongestChannel(const Signal& signal, int exponent) {
     return static_cast<int>(std::max_element(energies.begin(), energies.end()) - energies.begin());
 }
 
+static std::vector<double> quietSamples(const Signal& signal, int channel, const Span& stretch) {
+    const SampleRange quiet =
+        samplesIn(stretch, signal.info.axis, signal.info.rate, signal.info.samples, "--noise-from");
+    const std::vector<double> samples = channelOf(signal, channel);
+    return {samples.begin() + quiet.first, samples.begin() + quiet.last};
+}
+
 static Question questionOf(const Signal& signal, const Signal& kernel, int channel,
                            const KernelZero& zero, const KnownNoise& noise) {
     Question question;
@@ -34,10 +41,7 @@ static Question questionOf(const Signal& signal, const Signal& kernel, int chann
     question.rate = signal.info.rate;
     question.kernelZero = zero.sample;
     if (noise.kind == KnownNoise::Kind::stretch) {
-        const SampleRange quiet = samplesIn(noise.stretch, signal.info.axis, signal.info.rate,
-                                            signal.info.samples, "--noise-from");
-        question.quiet.assign(question.signal.begin() + quiet.first,
-                              question.signal.begin() + quiet.last);
+        question.quiet = quietSamples(signal, channel, noise.stretch);
     }
     return question;
 }
@@ -204,15 +208,21 @@ void Deconvolution::addBand(Answer& answer, int channel, std::uint32_t loops) co
     impulse[middle] = 1.0;
     const std::vector<double> response =
         preparation.restored(answerTo(preparation.operands(impulse), fixed).samples);
-    answer.resolution = resolutionOf(response, channelOf(kernel, channel));
-    if (chosen.treatment.noise.kind == KnownNoise::Kind::counts) {
-        const std::vector<double> band =
-            bandOfCounts(response, middle, modelOf(answer.samples, channel));
-        answer.halfWidths.assign(band.begin() + kept.first, band.begin() + kept.last);
+    std::vector<double> taps = channelOf(kernel, channel);
+    taps.resize(std::min(taps.size(), response.size()));
+    answer.resolution = resolutionOf(response, taps);
+    const KnownNoise& noise = chosen.treatment.noise;
+    std::vector<double> band;
+    if (noise.kind == KnownNoise::Kind::counts) {
+        band = bandOfCounts(response, middle, modelOf(answer.samples, channel));
+    } else if (noise.kind == KnownNoise::Kind::stretch) {
+        const NoiseModel model = NoiseModel::ofStretch(quietSamples(signal, channel, noise.stretch),
+                                                       static_cast<int>(response.size()));
+        band.assign(response.size(), bandOfNoise(response, model.power()));
     } else {
-        answer.halfWidths.assign(static_cast<std::size_t>(kept.count()),
-                                 bandHalfWidth(response, *chosen.noise));
+        band.assign(response.size(), bandHalfWidth(response, *chosen.noise));
     }
+    answer.halfWidths.assign(band.begin() + kept.first, band.begin() + kept.last);
 }
 
 // What a result predicts for the signal: convolved by the kernel again, about its zero.
