@@ -1,41 +1,78 @@
 #!/usr/bin/env bash
-# docs/methods.sh: the methods on the shipped recordings, a measured spectrum that was blurred and
-# speech that was put into a street, each convolved in the frequency and in the time domain, without
-# and with noise of a thousandth of its root mean square. The figures in the README are from this.
+# docs/methods.sh: what --auto makes of measurements whose truth is known, beside the best that each
+# method can give: the count of steps and the strength of these are searched with the truth in hand
+# (20 ms a run, some minutes in all). The tables in README.md and docs/choosing.md are from this.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
-mkdir -p out
+source docs/data.sh
 
-# addNoise IN OUT: normal noise (Box and Muller, from a generator of its own), the same on every run.
-addNoise() {
-    awk -F, '
-        function uniform() { state = (state * 16807) % 2147483647; return state / 2147483647 }
-        BEGIN { n = 0; state = 1; OFS = ","; CONVFMT = OFMT = "%.17g"; pi = atan2(0, -1) }
-        /^#/ { next }
-        !header { header = $0; next }
-        { axis[n] = $1; value[n] = $2; squares += $2 * $2; ++n }
-        END {
-            print header
-            for (i = 0; i < n; ++i) {
-                noise = sqrt(-2 * log(uniform())) * cos(2 * pi * uniform())
-                print axis[i], value[i] + noise * 1e-3 * sqrt(squares / n)
-            }
-        }' "$1" > "$2"
+seeds=3
+median() { sort -g | sed -n "$(((seeds + 1) / 2))p"; }
+
+# best MEASURED KERNEL TRUTH OPTION GRID ARG...: the smallest error over the values of an option, which
+# are tried until it has risen three times.
+best() {
+    local measured=$1 kernel=$2 truth=$3 option=$4 grid=$5 value error least=inf risen=0
+    shift 5
+    for value in $grid; do
+        error=$(errorOf deconvolve "$measured" "$kernel" "$option" "$value" --truth "$truth" "$@" || true)
+        if isBelow "${error:-inf}" "$least"; then
+            least=$error risen=0
+        elif isBelow "$least" inf; then
+            ((++risen < 3)) || break
+        fi
+    done
+    echo "$least"
 }
-# compareMethods NAME ORIGINAL KERNEL OPTION...
+isBelow() { [ "$1" != inf ] && { [ "$2" = inf ] || awk "BEGIN { exit !($1 < $2) }"; }; }
+counts=$(awk 'BEGIN { for (k = 1; k < 20000; k = k * 1.3 + 1) print int(k) + 1 }')
+strengths=$(awk 'BEGIN { for (s = 1e4; s > 1e-11; s /= 1.8) print s }')
+
+# compareMethods NAME CLEAN KERNEL TRUTH BLURRED ENDS ITERATES
 compareMethods() {
-    local name=$1 original=$2 kernel=$3 domain
-    shift 3
-    for domain in frequency time; do
-        ./run convolve "$original" "$kernel" --domain $domain --truth "$original" -o "out/$name-$domain.csv" \
-            --force 2> /dev/null | sed -n "s/^relative error against .*: \([^ ]*\).*/== $name, $domain domain: error \1/p"
-        addNoise "out/$name-$domain.csv" "out/$name-$domain-noisy.csv"
-        ./run compare "out/$name-$domain.csv" "$kernel" --truth "$original" "$@"
-        echo "== with noise"
-        ./run compare "out/$name-$domain-noisy.csv" "$kernel" --truth "$original" "$@"
+    local name=$1 clean=$2 kernel=$3 truth=$4 blurred=$5 ends=$6 iterates=$7 level seed noisy
+    for level in 1e-3 1e-2 5e-2; do
+        rm -f out/error-*
+        for ((seed = 1; seed <= seeds; ++seed)); do
+            noisy=out/noisy.csv
+            addNoise $level $seed "$clean" $noisy
+            errorOf deconvolve $noisy "$kernel" --truth "$truth" >> out/error-division
+            [ "$iterates" = no ] ||
+                best $noisy "$kernel" "$truth" --max-iterations "$counts" --method van-cittert \
+                    --convergence auto --oversample auto --ends "$ends" >> out/error-iteration
+            best $noisy "$kernel" "$truth" --strength "$strengths" --method regularized --ends "$ends" \
+                >> out/error-regularized
+            build/release/bin/fendra deconvolve $noisy "$kernel" --auto --truth "$truth" --json \
+                -o out/scratch.csv --force > out/record.json
+            sed -n 's/ *"relativeError": \([^,]*\).*/\1/p' out/record.json >> out/error-auto
+            sed -n '/"choice"/,$s/ *"method": "\(.*\)",/\1/p' out/record.json >> out/error-chosen
+        done
+        [ "$iterates" = yes ] || echo - > out/error-iteration
+        printf '| %s | %s | %s' "$name" $level "$blurred"
+        for column in division iteration regularized auto; do
+            printf ' | %.2g' "$(median < out/error-$column)" 2> /dev/null || printf ' | -'
+        done
+        printf ' | %s |\n' "$(sort -u out/error-chosen | paste -sd' ')"
     done
 }
-compareMethods spectrum samples/xrf-spectrum.csv samples/xrf-zero-peak.csv --max-iterations 30
-# The filter would need 16 GB and 3e13 multiply-adds.
-compareMethods speech samples/speech.wav samples/street.wav --pad --methods spectral,van-cittert \
-    --convergence 0.03 --max-iterations 30
+
+slowRecorder out/slow.csv
+fendra convolve samples/xrf-spectrum.csv samples/xrf-zero-peak.csv -o out/lines.csv
+fendra convolve samples/ecg.csv out/slow.csv -o out/slowly.csv
+fendra convolve samples/ecg.csv out/slow.csv --pad -o out/whole.csv
+rows 200 1224 out/whole.csv out/part.csv
+rows 200 1224 samples/ecg.csv out/part-truth.csv
+fendra convolve samples/speech.wav samples/street.wav -o out/street.csv
+fendra deconvolve samples/ear-far.csv samples/ear-near.csv -o out/ears.csv
+
+echo "| measurement | noise | as it is | division | iteration, best | regularised, best | --auto | it chose |"
+echo "| --- | --- | --- | --- | --- | --- | --- | --- |"
+blurred() { printf '%.2g' "$(errorOf convolve "$1" "$2" --truth "$1")"; }
+compareMethods "X-ray lines by their peak" out/lines.csv samples/xrf-zero-peak.csv samples/xrf-spectrum.csv \
+    "$(blurred samples/xrf-spectrum.csv samples/xrf-zero-peak.csv)" periodic yes
+compareMethods "electrocardiogram, slow recorder" out/slowly.csv out/slow.csv samples/ecg.csv \
+    "$(blurred samples/ecg.csv out/slow.csv)" periodic yes
+compareMethods "a part of it" out/part.csv out/slow.csv out/part-truth.csv - odd yes
+compareMethods "far ear by near ear" samples/ear-far.csv samples/ear-near.csv out/ears.csv - periodic yes
+compareMethods "speech in a street" out/street.csv samples/street.wav samples/speech.wav \
+    "$(blurred samples/speech.wav samples/street.wav)" periodic no
