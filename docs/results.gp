@@ -27,9 +27,9 @@ set format x ""
 unset xlabel
 set title "X-ray spectrum, counts" offset 0,-0.6
 plot "samples/xrf-spectrum.csv" using 1:2 with lines ls 1
-set title "convolved: blurred by the detector, 40 channels late" offset 0,-0.6
+set title "convolved: blurred by the detector" offset 0,-0.6
 plot "out/blurred.csv" using 1:2 with lines ls 2
 set format x "%g"
 set xlabel "channel" offset 0,0.6
-set title "deconvolved: restored, relative error 5.9e-11" offset 0,-0.6
+set title "deconvolved: restored, relative error 6e-11" offset 0,-0.6
 plot "out/restored.csv" using 1:2 with lines ls 1
