@@ -15,7 +15,7 @@ static void addConvolve(CLI::App& program) {
             lagText);
     command.footer(
         "  fendra convolve speech.wav room.wav -o wet.wav\n"
-        "  fendra convolve a.csv b.csv --domain time --pad -o linear.csv\n"
+        "  fendra convolve spectrum.csv peak.csv --pad -o linear.csv\n"
         "  fendra convolve long.wav filter.wav --block 65536 -o out.w64   each block by itself\n"
         "  cat measured.txt | fendra convolve - kernel.txt > smooth.csv\n");
     const auto convolve = std::make_shared<FoldCommand>("convolve", FendraSettings::convolution);

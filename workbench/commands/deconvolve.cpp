@@ -1,6 +1,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/FoldCommand.h"
 #include "workbench/methods/Method.h"
+#include "workbench/terminal/texts.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -10,23 +11,27 @@
 
 // A sentence on each method, from its row.
 static std::string methodsText() {
-    std::string text;
+    std::string text = "By hand: ";
     for (const Method* method : Method::of(FendraSettings::deconvolution)) {
-        text += fmt::format("{} {}; it undoes a convolution in the {} domain. ", method->word,
-                            method->about, method->lag == 0 ? "frequency" : "time");
+        text += fmt::format("{} {}. ", method->word, method->about);
     }
     return text;
 }
 
 static void addDeconvolve(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
-        "deconvolve", "Remove a known kernel from a measured signal.\n" + methodsText());
+        "deconvolve",
+        "Remove a known kernel from a measured signal.\n"
+        "With --auto the method, and how far it goes, are chosen from the data: a result as sharp "
+        "as the noise allows, with its uncertainty where the output is text. " +
+            methodsText() + lagText);
     command.footer(
-        "  fendra deconvolve wet.wav room.wav -o dry.wav\n"
-        "  fendra deconvolve measured.csv kernel.csv --truth original.csv -o restored.csv\n"
-        "  fendra deconvolve lines.csv peak.csv --method van-cittert --max-iterations auto\n"
-        "  fendra deconvolve far.csv near.csv --method pseudo-inverse --scaling central\n"
-        "  fendra deconvolve lines.csv peak.csv --graph lines.graph      settings that are kept\n");
+        "  fendra deconvolve measured.csv kernel.csv --auto -o restored.csv\n"
+        "  fendra deconvolve wet.wav room.wav -o dry.wav              with little noise\n"
+        "  fendra deconvolve lines.csv peak.csv --method van-cittert --max-iterations 30\n"
+        "  fendra deconvolve recorded.wav sweep.wav --auto --frequencies 60:7400 -o room.wav\n"
+        "  fendra deconvolve lines.csv peak.csv --graph lines.graph   with settings that are "
+        "kept\n");
     const auto deconvolve =
         std::make_shared<FoldCommand>("deconvolve", FendraSettings::deconvolution);
     deconvolve->addTo(command, "SIGNAL", "KERNEL");

@@ -71,7 +71,10 @@ static void addSweep(CLI::App& program) {
         "Make a sine whose frequency grows exponentially.\n"
         "Played into a room or a device, it measures the impulse response: deconvolve the "
         "recording by it. Samples go up to half of full scale.");
-    command.footer("  fendra sweep --frequencies 50:7600 --seconds 4 --rate 16000 -o sweep.wav\n");
+    command.footer(
+        "  fendra sweep --frequencies 50:7600 --seconds 4 --rate 16000 -o sweep.wav\n"
+        "  fendra deconvolve recorded.wav sweep.wav --auto --frequencies 60:7400 --keep 0:0.5 "
+        "-o room.wav\n");
     const auto sweep = std::make_shared<Sweep>();
     const auto add = [&](const char* name, auto& value, const char* text, const char* type) {
         return command.add_option(name, value, text)->type_name(type);

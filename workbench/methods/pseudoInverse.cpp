@@ -28,9 +28,7 @@ static std::vector<std::string> remarks(const Evidence& evidence) {
 
 extern const Method pseudoInverseMethod = {
     .word = "pseudo-inverse",
-    .about =
-        "convolves with the best inverse filter of the kernel's length: the centre of the "
-        "kernel belongs in the middle of the block",
+    .about = "convolves with the best inverse filter of the kernel's length: for short kernels",
     .direction = FendraSettings::deconvolution,
     .code = FendraSettings::pseudoInverse,
     .control = 1028,

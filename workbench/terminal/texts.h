@@ -10,14 +10,16 @@ constexpr const char* programSummary =
 constexpr const char* programExamples =
     "  fendra convolve speech.wav room.wav -o wet.wav      add the echo of a room\n"
     "  fendra deconvolve wet.wav room.wav -o dry.wav       and remove it again\n"
+    "  fendra deconvolve measured.csv kernel.csv --auto    as sharp as the noise allows\n"
     "  fendra convolve a.csv b.csv --pad                   the linear result, as text\n"
     "  fendra compare measured.csv kernel.csv              every method, side by side\n"
     "  fendra settings lines.graph                         choose settings, and keep them\n"
     "  fendra info speech.wav                              what a file holds\n";
 
 constexpr const char* lagText =
-    "Results of the time domain come one sample later than those of the frequency domain: sample n "
-    "holds what the frequency domain gives at n-1, and the last sample wraps round to the front.";
+    "A result stands where it belongs on its axis: it is moved by the kernel's zero, and by the "
+    "one "
+    "sample that the time domain lags, unless --origin none is given.";
 
 // The formats that are read and written.
 std::string filesText();
