@@ -9,9 +9,9 @@ set style line 1 lw 2.2 lc rgb "#123f6d"                # what it is about
 set style line 2 lw 1.6 lc rgb "#d07a2c" dt (6,3)       # what it is compared with
 set style line 3 lw 3.2 lc rgb "#bdbdbd"                # truth, or what was measured
 set style line 4 lw 1.2 lc rgb "#555555" dt (2,3)       # marks
-wide = "pngcairo size 900,340 font 'sans,10' background '#ffffff'"
+wide = "pngcairo size 860,325 font 'sans,10' background '#ffffff'"
 begin = "set terminal ".wide
-twoPanels = "set multiplot layout 1,2 margins 0.075,0.985,0.145,0.91 spacing 0.085,0"
+twoPanels = "set multiplot layout 1,2 margins 0.075,0.985,0.165,0.91 spacing 0.085,0"
 onePanel = "set margins 10,3,3.6,2"
 figure(name) = "set output 'docs/choosing/".name.".png'"
 
@@ -39,7 +39,7 @@ set key at graph 0.99, graph 1.0
 plot [1290:1423][-100:2100] "samples/xrf-spectrum.csv" using 1:2 with lines ls 3 title "measured", \
     work."place-none.csv" using 1:2 with lines ls 2 title "--origin none: as the module gives it", \
     work."place-auto.csv" using 1:2 with lines ls 1 title "moved by the kernel's zero and the lag"
-set key top right
+set key inside top right
 unset arrow 1
 
 eval figure("strength")
@@ -55,6 +55,7 @@ set ylabel "relative to the smallest"
 set logscale x
 set arrow 1 from chosen, graph 0 to chosen, graph 0.8 nohead ls 4
 set label 1 sprintf("%d steps", chosen) at chosen, graph 0.83 center textcolor rgb "#333333"
+set key at graph 0.74, graph 0.99
 plot [1:20000][0.95:2] work."errors.csv" using 1:($2 / STATS_min) with lines ls 3 title "true error", \
     work."curve.csv" using 1:($4 / lowest) with lines ls 1 title "criterion"
 unset logscale x
@@ -63,7 +64,8 @@ unset label 1
 set title "too few, right, too many"
 set xlabel "channel"
 set ylabel "counts"
-plot [640:800] "samples/xrf-spectrum.csv" using 1:2 with lines ls 3 title "truth", \
+set key inside top right
+plot [655:755] "samples/xrf-spectrum.csv" using 1:2 with lines ls 3 title "truth", \
     work."weak.csv" using 1:2 with lines ls 4 lw 1.8 title "1 step", \
     work."strong.csv" using 1:2 with lines ls 2 title "5000 steps", \
     work."right.csv" using 1:2 with lines ls 1 title sprintf("%d steps", chosen)
@@ -92,10 +94,10 @@ plot [1:700][0.005:2] work."oversampled-1.csv" using 1:2 with linespoints ls 2 p
 unset logscale
 
 eval figure("ends")
-set multiplot layout 1,2 margins 0.075,0.985,0.145,0.91 spacing 0.085,0
+set multiplot layout 1,2 margins 0.075,0.985,0.165,0.91 spacing 0.085,0
 set xlabel "seconds"
 set ylabel "mV"
-set key top right
+set key inside top right
 do for [half = 1:2] {
     set title half == 1 ? "beginning of the part" : "its end"
     set xrange [half == 1 ? 0.55 : 3.1 : half == 1 ? 0.85 : 3.4]

@@ -7,7 +7,11 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 source docs/data.sh
 
 seeds=3
-median() { sort -g | sed -n "$(((seeds + 1) / 2))p"; }
+# column FILE: the median, as a column of the table.
+column() {
+    sort -g "$1" | awk -v middle=$(((seeds + 1) / 2)) '
+        NR == middle { printf $1 == "-" ? " | -" : $1 < 10 ? " | %.2g" : " | %.0f", $1 }'
+}
 
 # best MEASURED KERNEL TRUTH OPTION GRID ARG...: the smallest error over the values of an option, which
 # are tried until it has risen three times.
@@ -30,16 +34,19 @@ strengths=$(awk 'BEGIN { for (s = 1e4; s > 1e-11; s /= 1.8) print s }')
 
 # compareMethods NAME CLEAN KERNEL TRUTH BLURRED ENDS ITERATES
 compareMethods() {
-    local name=$1 clean=$2 kernel=$3 truth=$4 blurred=$5 ends=$6 iterates=$7 level seed noisy
+    local name=$1 clean=$2 kernel=$3 truth=$4 blurred=$5 ends=$6 iterates=$7 level seed noisy what
     for level in 1e-3 1e-2 5e-2; do
         rm -f out/error-*
         for ((seed = 1; seed <= seeds; ++seed)); do
             noisy=out/noisy.csv
             addNoise $level $seed "$clean" $noisy
             errorOf deconvolve $noisy "$kernel" --truth "$truth" >> out/error-division
-            [ "$iterates" = no ] ||
+            if [ "$iterates" = yes ]; then
                 best $noisy "$kernel" "$truth" --max-iterations "$counts" --method van-cittert \
-                    --convergence auto --oversample auto --ends "$ends" >> out/error-iteration
+                    --convergence auto --oversample auto --ends "$ends"
+            else
+                echo -
+            fi >> out/error-iteration
             best $noisy "$kernel" "$truth" --strength "$strengths" --method regularized --ends "$ends" \
                 >> out/error-regularized
             build/release/bin/fendra deconvolve $noisy "$kernel" --auto --truth "$truth" --json \
@@ -47,10 +54,9 @@ compareMethods() {
             sed -n 's/ *"relativeError": \([^,]*\).*/\1/p' out/record.json >> out/error-auto
             sed -n '/"choice"/,$s/ *"method": "\(.*\)",/\1/p' out/record.json >> out/error-chosen
         done
-        [ "$iterates" = yes ] || echo - > out/error-iteration
         printf '| %s | %s | %s' "$name" $level "$blurred"
-        for column in division iteration regularized auto; do
-            printf ' | %.2g' "$(median < out/error-$column)" 2> /dev/null || printf ' | -'
+        for what in division iteration regularized auto; do
+            column out/error-$what
         done
         printf ' | %s |\n' "$(sort -u out/error-chosen | paste -sd' ')"
     done
@@ -73,6 +79,6 @@ compareMethods "X-ray lines by their peak" out/lines.csv samples/xrf-zero-peak.c
 compareMethods "electrocardiogram, slow recorder" out/slowly.csv out/slow.csv samples/ecg.csv \
     "$(blurred samples/ecg.csv out/slow.csv)" periodic yes
 compareMethods "a part of it" out/part.csv out/slow.csv out/part-truth.csv - odd yes
-compareMethods "far ear by near ear" samples/ear-far.csv samples/ear-near.csv out/ears.csv - periodic yes
+compareMethods "far ear by near ear" samples/ear-far.csv samples/ear-near.csv out/ears.csv - periodic no
 compareMethods "speech in a street" out/street.csv samples/street.wav samples/speech.wav \
     "$(blurred samples/speech.wav samples/street.wav)" periodic no
