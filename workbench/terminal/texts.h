@@ -19,7 +19,7 @@ constexpr const char* programExamples =
 constexpr const char* lagText =
     "A result stands where it belongs on its axis: it is moved by the kernel's zero, and by the "
     "one "
-    "sample that the time domain lags, unless --origin none is given.";
+    "sample that the time domain lags, unless --origin none or --block is given.";
 
 // The formats that are read and written.
 std::string filesText();
