@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # docs/methods.sh: what --auto makes of measurements whose truth is known, beside the best that each
 # method can give: the count of steps and the strength of these are searched with the truth in hand
-# (20 ms a run, some minutes in all). The tables in README.md and docs/choosing.md are from this.
+# (about ten minutes in all). The tables in README.md and docs/choosing.md are from this.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 source docs/data.sh
