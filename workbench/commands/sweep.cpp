@@ -73,8 +73,7 @@ static void addSweep(CLI::App& program) {
         "recording by it. Samples go up to half of full scale.");
     command.footer(
         "  fendra sweep --frequencies 50:7600 --seconds 4 --rate 16000 -o sweep.wav\n"
-        "  fendra deconvolve recorded.wav sweep.wav --auto --frequencies 60:7400 --keep 0:0.5 "
-        "-o room.wav\n");
+        "  fendra deconvolve recorded.wav sweep.wav --auto --frequencies 60:7400 -o room.wav\n");
     const auto sweep = std::make_shared<Sweep>();
     const auto add = [&](const char* name, auto& value, const char* text, const char* type) {
         return command.add_option(name, value, text)->type_name(type);
