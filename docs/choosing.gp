@@ -11,7 +11,7 @@ set style line 3 lw 3.2 lc rgb "#bdbdbd"                # truth, or what was mea
 set style line 4 lw 1.2 lc rgb "#555555" dt (2,3)       # marks
 wide = "pngcairo size 860,325 font 'sans,10' background '#ffffff'"
 begin = "set terminal ".wide
-twoPanels = "set multiplot layout 1,2 margins 0.075,0.985,0.165,0.91 spacing 0.085,0"
+twoPanels = "set multiplot layout 1,2 margins 0.09,0.98,0.165,0.9 spacing 0.105,0"
 onePanel = "set margins 10,3,3.6,2"
 figure(name) = "set output 'docs/choosing/".name.".png'"
 
@@ -94,7 +94,7 @@ plot [1:700][0.005:2] work."oversampled-1.csv" using 1:2 with linespoints ls 2 p
 unset logscale
 
 eval figure("ends")
-set multiplot layout 1,2 margins 0.075,0.985,0.165,0.91 spacing 0.085,0
+set multiplot layout 1,2 margins 0.09,0.98,0.165,0.9 spacing 0.105,0
 set xlabel "seconds"
 set ylabel "mV"
 set key inside top right
