@@ -61,7 +61,7 @@ int ModuleRun::channels() const {
 std::int64_t ModuleRun::samples() const {
     std::int64_t total = 0;
     for (std::int64_t round = 0; round < roundCount; ++round) {
-        total += resultLength(round);
+        total += deliveredLength(round);
     }
     return total;
 }
@@ -70,6 +70,10 @@ std::int64_t ModuleRun::resultLength(std::int64_t round) const {
     const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
     return plan.pad ? firstLength + secondLength - 1 + plan.lag
                     : std::max(firstLength, secondLength);
+}
+
+std::int64_t ModuleRun::deliveredLength(std::int64_t round) const {
+    return plan.pad && plan.divides ? first.length(round) : resultLength(round);
 }
 
 std::int64_t ModuleRun::shorterLength(std::int64_t round) const {
@@ -124,6 +128,7 @@ std::vector<double> ModuleRun::runChannel(std::int64_t round, int channel,
         reported.push_back({round, channel, numbers});
     }
     listener.after({round, channel, first.share(channel), second.share(channel), result, numbers});
+    result.resize(static_cast<std::size_t>(deliveredLength(round)));
     return result;
 }
 

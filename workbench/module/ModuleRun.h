@@ -36,7 +36,8 @@ struct ReportedNumbers {
 //
 // With padding the longer operand of each round gets zeros until the two convolve without wrapping
 // round: L + S - 1 samples, and as many more as the lag. Where the module needs equal lengths, the
-// shorter one gets zeros up to that length, too.
+// shorter one gets zeros up to that length, too. What a division has beyond its first signal then
+// is not delivered.
 class ModuleRun {
 public:
     // What one channel of one round was made of, and what came out.
@@ -67,7 +68,8 @@ public:
     [[nodiscard]] int channels() const;
     [[nodiscard]] std::int64_t samples() const;  // of each channel of the result
     [[nodiscard]] std::int64_t rounds() const { return roundCount; }
-    // Samples of the result of a round, counted from 0, and of its shorter operand.
+    // Samples of the result of a round, counted from 0, as the module gives it; and of its shorter
+    // operand.
     [[nodiscard]] std::int64_t resultLength(std::int64_t round) const;
     [[nodiscard]] std::int64_t shorterLength(std::int64_t round) const;
     // Whether the second signal is one share, which serves all rounds; and its channels.
@@ -86,6 +88,7 @@ private:
     void checkEqualLengths() const;
     void checkSize() const;
     void checkKernels(std::int64_t round) const;
+    [[nodiscard]] std::int64_t deliveredLength(std::int64_t round) const;
     std::vector<double> runChannel(std::int64_t round, int channel, const Listener& listener);
     void feed(int port, const BlockSource& source, int channel, std::int64_t padding, bool last);
 
