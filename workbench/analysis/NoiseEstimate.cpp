@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
 #include <numbers>
 #include <optional>
@@ -22,16 +23,34 @@ static std::vector<double> powersOfEmptyBins(const PowerSpectra& spectra) {
     return empty;
 }
 
-NoiseEstimate estimateNoise(const PowerSpectra& spectra) {
-    constexpr std::size_t fewest = 16;
+static std::optional<double> noiseOfEmptyBins(const PowerSpectra& spectra) {
     std::vector<double> empty = powersOfEmptyBins(spectra);
-    if (empty.size() >= fewest) {
-        const auto middle = empty.begin() + std::ssize(empty) / 2;
-        std::nth_element(empty.begin(), middle, empty.end());
-        const double mean = *middle / std::numbers::ln2;
-        return {.sigma = std::sqrt(mean / spectra.length / spectra.oversampling)};
+    if (empty.size() < fewestEmptyBins) {
+        return std::nullopt;
+    }
+    const auto middle = empty.begin() + std::ssize(empty) / 2;
+    std::nth_element(empty.begin(), middle, empty.end());
+    const double mean = *middle / std::numbers::ln2;
+    return std::sqrt(mean / spectra.length / spectra.oversampling);
+}
+
+NoiseEstimate estimateNoise(const PowerSpectra& spectra) {
+    if (const std::optional<double> sigma = noiseOfEmptyBins(spectra)) {
+        return {.sigma = *sigma};
     }
     const CurvePoint best = searchStrength(RegularizedCurve(spectra, 2), std::nullopt).best;
     return {.sigma = std::sqrt(best.error / best.leftSquares / spectra.oversampling),
             .isBound = true};
+}
+
+std::optional<double> noiseOfQuotient(const PowerSpectra& spectra) {
+    const std::optional<double> sigma = noiseOfEmptyBins(spectra);
+    if (!sigma) {
+        return std::nullopt;
+    }
+    double inverse = 0.0;
+    for (std::size_t j = 0; j < spectra.kernel.size(); ++j) {
+        inverse += spectra.kernel[j] == 0.0 ? 0.0 : spectra.multiplicity(j) / spectra.kernel[j];
+    }
+    return *sigma * std::sqrt(inverse / spectra.degrees());
 }

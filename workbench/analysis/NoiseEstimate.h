@@ -2,6 +2,9 @@
 
 #include "workbench/analysis/PowerSpectra.h"
 
+#include <cstddef>
+#include <optional>
+
 // Standard deviation of the noise in a sample of the signal, before any oversampling.
 struct NoiseEstimate {
     double sigma = 0.0;    // in units of the samples
@@ -15,3 +18,11 @@ struct NoiseEstimate {
 //     Otherwise regularised division of order 2, at its best strength by robust generalised
 //     cross-validation: s^2 = E / (r (N - 2 A + B)), in terms of AnswerCurve.
 NoiseEstimate estimateNoise(const PowerSpectra& spectra);
+
+// Bins that the kernel leaves empty, as many as it takes to tell the noise by them.
+constexpr std::size_t fewestEmptyBins = 16;
+
+// Standard deviation of the noise in a sample of the quotient Y/H, by that of the bins that the
+// kernel leaves empty: s sqrt(mean of 1/|H|^2), over the bins where H is not 0. None if there are
+// too few of them.
+std::optional<double> noiseOfQuotient(const PowerSpectra& spectra);

@@ -1,6 +1,8 @@
 #include "workbench/jobs/Findings.h"
 
 #include "transform/FourierTransform.h"
+#include "workbench/analysis/NoiseEstimate.h"
+#include "workbench/messages/Failure.h"
 
 #include <fmt/format.h>
 
@@ -57,6 +59,21 @@ static double energyOf(const std::vector<double>& samples) {
     return std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0);
 }
 
+// Of the noise in the result of a division. None where the kernel leaves no bins to tell it by, or
+// squares leave the range of numbers.
+static std::optional<double> noiseEnergyOf(const ModuleRun::Channel& channel) {
+    try {
+        const std::optional<double> noise =
+            noiseOfQuotient(PowerSpectra(channel.first, channel.second));
+        return noise ? std::optional(*noise * *noise * static_cast<double>(channel.result.size()))
+                     : std::nullopt;
+    } catch (const Failure&) {
+        return std::nullopt;
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
 // A convolution loses nothing that could be remarked on.
 void Findings::add(const ModuleRun::Channel& channel) {
     if (settings.direction == FendraSettings::convolution) {
@@ -66,6 +83,10 @@ void Findings::add(const ModuleRun::Channel& channel) {
                       .kernel = gainOf(channel),
                       .signalEnergy = energyOf(channel.first),
                       .resultEnergy = energyOf(channel.result)};
+    const bool divides = settings.method == FendraSettings::frequencyDomain;
+    if (divides && evidence.kernel.lowBins >= std::int64_t{fewestEmptyBins}) {
+        evidence.noiseEnergy = noiseEnergyOf(channel);
+    }
     signalSeen = signalSeen || std::any_of(channel.first.begin(), channel.first.end(),
                                            [](double x) { return x != 0.0; });
     std::copy_n(channel.numbers.begin(), std::min(channel.numbers.size(), evidence.numbers.size()),

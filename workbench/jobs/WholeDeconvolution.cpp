@@ -93,8 +93,8 @@ void WholeDeconvolution::writeCurve() const {
 
 void WholeDeconvolution::report(const Deconvolution::Answer& answer, int channel,
                                 Findings& findings, RunRecord& record) const {
-    findings.add({0, channel, channelOf(signal, channel), channelOf(kernel, channel),
-                  answer.samples, answer.numbers});
+    findings.add({0, channel, answer.operands.signal, answer.operands.kernel, answer.made.samples,
+                  answer.made.numbers});
     record.numberNames = answer.names;
     if (!answer.numbers.empty()) {
         record.numbers.push_back({0, channel, answer.numbers});

@@ -33,6 +33,17 @@ std::vector<std::string> noRemarks(const Evidence& /*evidence*/) {
 }
 
 std::vector<std::string> remarksOnAmplification(const Evidence& evidence) {
+    constexpr double tooMuch = 0.5;
+    if (evidence.noiseEnergy) {
+        const double share = std::sqrt(*evidence.noiseEnergy / evidence.resultEnergy);
+        if (!(share > tooMuch)) {
+            return {};
+        }
+        return {fmt::format(
+            "the noise in the result is {:.2g} times as strong as the whole result: the "
+            "division amplifies it; try --auto, which keeps what the data carry",
+            share)};
+    }
     constexpr double tooStrong = 100.0;
     const double factor = std::sqrt(evidence.resultEnergy / evidence.signalEnergy);
     if (!(factor * evidence.kernel.largest > tooStrong)) {
@@ -40,6 +51,6 @@ std::vector<std::string> remarksOnAmplification(const Evidence& evidence) {
     }
     return {
         fmt::format("the result is {:.2g} times as strong as the signal, which the kernel does "
-                    "not explain: amplified noise; try van-cittert with few iterations",
+                    "not explain: amplified noise; try --auto, which keeps what the data carry",
                     factor)};
 }

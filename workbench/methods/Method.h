@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,12 +15,13 @@ struct KernelGain {
     double deepest = 1.0;                // smallest magnitude over the largest
 };
 
-// What is known of one channel after a run; whether a method could carry the answer is judged by
-// it.
+// What is known of one channel after a run, in terms of what the module was given and what it gave;
+// whether a method could carry the answer is judged by it.
 struct Evidence {
     FendraSettings settings;
     KernelGain kernel;
     double signalEnergy = 0.0, resultEnergy = 0.0;  // sums of squares
+    std::optional<double> noiseEnergy = {};         // of the noise in the result, where it is known
     std::array<double, 2> numbers = {};             // those that the method reports
 };
 
@@ -57,5 +59,6 @@ double negligibleWork(double length, double shorter, const FendraSettings& setti
 double negligibleMemory(double length);
 std::vector<std::string> noRemarks(const Evidence& evidence);
 
-// A result far stronger than the kernel's largest gain can explain: noise, amplified. Empty if not.
+// A result that is noise for half of its root mean square; where that of the noise is not known,
+// one far stronger than the kernel's largest gain can explain. Empty if not.
 std::vector<std::string> remarksOnAmplification(const Evidence& evidence);

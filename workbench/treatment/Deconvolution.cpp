@@ -137,25 +137,25 @@ Deconvolution::Answer Deconvolution::run(int channel,
         throw Stopped();
     }
     const Preparation preparation = preparationOf(channel, exponent);
-    ModuleAnswer answer =
-        answerTo(preparation.operands(channelOf(signal, channel)), chosen.settings);
     Answer result;
-    result.samples = preparation.restored(answer.samples);
-    result.names = answer.numberNames;
+    result.operands = preparation.operands(channelOf(signal, channel));
+    result.made = answerTo(result.operands, chosen.settings);
+    result.samples = preparation.restored(result.made.samples);
+    result.names = result.made.numberNames;
+    result.numbers = result.made.numbers;
     std::uint32_t loops = 0;
     if (chosen.settings.method == FendraSettings::vanCittert) {
-        loops = static_cast<std::uint32_t>(answer.numbers.at(1));
+        loops = static_cast<std::uint32_t>(result.numbers.at(1));
         const std::int64_t steps = std::int64_t{loops} - 1;
         if (chosen.curve && channel == strongest &&
-            !chosen.curve->predicts(answer.numbers[0], steps)) {
+            !chosen.curve->predicts(result.numbers[0], steps)) {
             result.fault = fmt::format(
                 "internal error: after {} steps the module reports the last error {:.9g}, and "
                 "{:.9g} was predicted; do not rely on the choice, and report this",
-                steps, answer.numbers[0], chosen.curve->at(static_cast<double>(steps)).error);
+                steps, result.numbers[0], chosen.curve->at(static_cast<double>(steps)).error);
         }
-        answer.numbers[0] = std::ldexp(answer.numbers[0], 2 * exponent);
+        result.numbers[0] = std::ldexp(result.numbers[0], 2 * exponent);
     }
-    result.numbers = answer.numbers;
     if (chosen.noise) {
         if (!beforePass(1)) {
             throw Stopped();

@@ -25,12 +25,13 @@ public:
     // What a channel became.
     struct Answer {
         std::vector<double> samples;
-        std::vector<double> numbers;     // that the module reports, in the units of the signal
-        std::vector<std::string> names;  // of the numbers
-        std::vector<double> halfWidths;  // of the band, one a sample; empty: there is none
-        double resolution = 0.0;         // of the answer, where there is a band
-        std::optional<ResponseRecord> response;  // where a band of frequencies was named
-        std::optional<std::string> fault;        // how the module contradicts the prediction
+        std::vector<double> numbers;       // that the module reports, in the units of the signal
+        std::vector<std::string> names;    // of the numbers
+        std::vector<double> halfWidths;    // of the band, one a sample; empty: there is none
+        double resolution = 0.0;           // of the answer, where there is a band
+        std::optional<std::string> fault;  // how the module contradicts the prediction
+        Operands operands;                 // that the module was given
+        ModuleAnswer made;                 // of them
     };
 
     // The signals stay the caller's, and keep their length. Failure as chooseFor, and where origin
