@@ -270,9 +270,13 @@ void Choosing::judge() {
     settle();
 }
 
-// What was found takes the place of what was left, so that another run finds nothing.
+// What was found takes the place of what was left, so that another run finds nothing. Periodic ends
+// that are given let lengths differ, as an automatic treatment does.
 void Choosing::settle() {
     Treatment& treatment = choice.treatment;
+    if (treatment.automatic && !treatment.room && !treatment.frequencies && !treatment.ends) {
+        treatment.ends = Ends::periodic;
+    }
     treatment.automatic = treatment.curve = false;
     treatment.uncertainty = choice.noise.has_value();
     if (choice.noise && treatment.noise.kind == KnownNoise::Kind::estimated) {
@@ -409,8 +413,12 @@ void Choosing::weigh(const AnswerChoice& answer) {
     }
 }
 
-// A band rests on the noise, and that on the residual, unless it was given.
+// A band rests on the noise, and that on the residual, unless it was given: as it was, to the last
+// bit.
 void Choosing::setNoise(const AnswerChoice* answer) {
+    if (choice.treatment.noise.kind == KnownNoise::Kind::sigma) {
+        record.noise = choice.treatment.noise.sigma;
+    }
     if (!choice.treatment.uncertainty) {
         return;
     }
