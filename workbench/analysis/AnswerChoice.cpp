@@ -8,14 +8,17 @@
 #include <numeric>
 #include <utility>
 
-// Periodogram of the residual in the bins that the method leaves to the noise.
-static std::vector<double> restOf(const AnswerCurve& curve, double parameter) {
+// Periodogram of the residual in the bins that the method leaves to the noise; over that of the
+// noise, where it is known.
+static std::vector<double> restOf(const AnswerCurve& curve, double parameter,
+                                  const std::optional<NoiseModel>& noise) {
     constexpr double negligible = 0.1;
     std::vector<double> rest;
     for (std::size_t j = 0; j < curve.spectra().signal.size(); ++j) {
         const std::complex<double> left = curve.left(j, parameter);
         if (std::abs(1.0 - left) < negligible) {
-            rest.push_back(curve.spectra().signal[j] * std::norm(left));
+            const double expected = noise ? noise->power()[j] : 1.0;
+            rest.push_back(curve.spectra().signal[j] * std::norm(left) / expected);
         }
     }
     return rest;
@@ -45,7 +48,7 @@ static AnswerChoice judge(const AnswerCurve& curve, const CurvePoint& point,
                         .degrees = static_cast<double>(spectra.degrees()),
                         .noiseGiven = noise.has_value(),
                         .predictedError = point.error,
-                        .whiteness = whitenessOf(restOf(curve, point.parameter)),
+                        .whiteness = whitenessOf(restOf(curve, point.parameter, noise)),
                         .curve = {point}};
     const NoiseEstimate estimate =
         noise ? NoiseEstimate{.sigma = noise->sigma()} : estimateNoise(spectra);

@@ -23,10 +23,11 @@ struct AnswerChoice {
     bool noiseGiven = false;      // by the caller; otherwise estimateNoise
     bool noiseIsBound = false;    // noise, and what the model does not reach
     double predictedError = 0.0;  // E
-    // Kolmogorov distance between the cumulated periodogram of the residual and a straight line,
-    // times the root of the number of bins: over those of the bins 0 .. N/2 that the method leaves
-    // to the noise, |phi| < 0.1. Above 2 the noise is coloured, or signal is left. None below 20
-    // such bins.
+    // Kolmogorov distance between the cumulated periodogram of the residual, over the power of the
+    // noise where that is known, and a straight line, times the root of the number of bins: over
+    // those of the bins 0 .. N/2 that the method leaves to the noise, |phi| < 0.1. Above 2 the
+    // noise is not as it was taken to be, by default white, or signal is left. None below 20 such
+    // bins.
     std::optional<double> whiteness;
     std::vector<CurvePoint> curve;  // all that the search looked at, by rising parameter
 

@@ -23,7 +23,8 @@ PreparationPlan planOf(const FendraSettings& settings, const Treatment& treatmen
     PreparationPlan plan;
     const bool wantsRoom = treatment.room || treatment.frequencies.has_value();
     plan.ends = treatment.ends.value_or(wantsRoom ? Ends::zero : Ends::periodic);
-    plan.oversampling = std::max(1, treatment.oversampling);
+    const bool iterates = settings.method == FendraSettings::vanCittert;
+    plan.oversampling = iterates ? std::max(1, treatment.oversampling) : 1;
     plan.kernelZero = kernelZero;
     plan.lag = Method::selectedBy(settings)->lag;
     plan.moves = treatment.origin.kind != Origin::Kind::none;
@@ -248,11 +249,10 @@ Choice Choosing::choose() {
 
 void Choosing::judge() {
     const std::int32_t method = choice.settings.method;
-    if (choice.treatment.oversampling == 0) {
-        choice.treatment.oversampling = 1;
-        if (method == FendraSettings::vanCittert) {
-            chooseOversampling();
-        }
+    if (method != FendraSettings::vanCittert) {
+        choice.treatment.oversampling = 1;  // there is no lag
+    } else if (choice.treatment.oversampling == 0) {
+        chooseOversampling();
     }
     const Preparation preparation(question.kernel, question.signal.size(), exponent,
                                   planOf(choice.settings, choice.treatment, question.kernelZero));
@@ -407,9 +407,10 @@ void Choosing::weigh(const AnswerChoice& answer) {
     if (noisy && answer.last > 0.0 && answer.whiteness.value_or(0.0) > coloured) {
         choice.warnings.push_back(fmt::format(
             "the noise is not what it was taken for: its spectrum is uneven ({:.2g}, where white "
-            "noise stays below 2), and the strength may be wrong; name a quiet stretch of the "
+            "noise stays below 2), and the strength may be wrong; name {} quiet stretch of the "
             "signal with --noise-from FROM:TO",
-            *answer.whiteness));
+            *answer.whiteness,
+            choice.treatment.noise.kind == KnownNoise::Kind::stretch ? "another" : "a"));
     }
 }
 

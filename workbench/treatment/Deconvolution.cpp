@@ -72,8 +72,8 @@ Deconvolution::Deconvolution(const ModuleLibrary& moduleLibrary, const Signal& m
     const bool moves = wanted.origin.kind != Origin::Kind::none;
     const std::optional<SignalAxis> whole =
         moves ? resultAxis(signal.info.axis, zero, zero.sample, true) : signal.info.axis;
-    const bool longer = chosen.treatment.oversampling == 1 &&
-                        planOf(chosen.settings, chosen.treatment, 0).ends == Ends::periodic;
+    const PreparationPlan plan = planOf(chosen.settings, chosen.treatment, 0);
+    const bool longer = plan.oversampling == 1 && plan.ends == Ends::periodic;
     kept.last = longer ? std::max(signal.info.samples, kernel.info.samples) : signal.info.samples;
     if (wanted.keep) {
         kept = samplesIn(*wanted.keep, whole, signal.info.rate, kept.last, "--keep");
@@ -101,7 +101,7 @@ Preparation Deconvolution::preparationOf(int channel, int signalExponent) const 
 
 std::int64_t Deconvolution::moduleLength() const {
     return static_cast<std::int64_t>(preparationOf(0, 0).preparedLength()) *
-           std::max(1, chosen.treatment.oversampling);
+           planOf(chosen.settings, chosen.treatment, 0).oversampling;
 }
 
 // Three runs: RegularizedOperands.h.
