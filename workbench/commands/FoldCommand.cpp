@@ -108,6 +108,7 @@ FendraSettings FoldCommand::settings(const ModuleLibrary& library) const {
             Setting::named("direction").text(stored),
             stored.direction == FendraSettings::convolution ? "convolve" : "deconvolve"));
     }
+    treatments.refuseIgnored({stored}, cutting.pad);
     return stored;
 }
 

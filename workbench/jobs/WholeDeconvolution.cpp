@@ -73,7 +73,7 @@ void WholeDeconvolution::describe(RunRecord& record) const {
 // Points of the search, one a line.
 void WholeDeconvolution::writeCurve() const {
     const std::optional<ChoiceRecord>& record = deconvolution->choice().record;
-    if (!record || record->curve.empty()) {
+    if (!record || record->rule.empty()) {
         throw Failure(
             "there is no curve to write, since nothing was searched; give --max-iterations auto, "
             "or --strength auto");

@@ -203,6 +203,8 @@ void TreatmentOptions::refuseIgnored(const std::vector<FendraSettings>& used, bo
     refuse(!regularizes && !strength.empty(), "--strength", withRegularized);
     refuse(!regularizes && !order.empty(), "--order", withRegularized);
     refuse(!regularizes && !frequencies.empty(), "--frequencies", withRegularized);
+    refuse(!frequencies.empty() && !order.empty(), "--order",
+           "plays no part beside --frequencies; leave one of them out");
     refuse(!wholly && !runs(FendraSettings::vanCittert) && oversampling != "1", "--oversample",
            "plays no part here; it goes with --method van-cittert");
     refuse(pads && !ends.empty() && ends != "zero", "--ends",
