@@ -30,6 +30,12 @@ struct Choice {
     std::optional<double> noise;         // of the band that was asked for
     std::vector<std::string> warnings;
     std::optional<IterationCurve> curve;  // of the iteration, to predict its last error by
+
+    // Why what the module reports of the iteration on the prepared signal is not what was
+    // predicted, so that the choice was made for another iteration; none if it is, or was not
+    // predicted.
+    [[nodiscard]] std::optional<std::string> contradictedBy(double lastError,
+                                                            double loopCount) const;
 };
 
 // Chooses what is left to the data, in this order:

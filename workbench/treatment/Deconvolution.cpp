@@ -146,13 +146,8 @@ Deconvolution::Answer Deconvolution::run(int channel,
     std::uint32_t loops = 0;
     if (chosen.settings.method == FendraSettings::vanCittert) {
         loops = static_cast<std::uint32_t>(result.numbers.at(1));
-        const std::int64_t steps = std::int64_t{loops} - 1;
-        if (chosen.curve && channel == strongest &&
-            !chosen.curve->predicts(result.numbers[0], steps)) {
-            result.fault = fmt::format(
-                "internal error: after {} steps the module reports the last error {:.9g}, and "
-                "{:.9g} was predicted; do not rely on the choice, and report this",
-                steps, result.numbers[0], chosen.curve->at(static_cast<double>(steps)).error);
+        if (channel == strongest) {
+            result.fault = chosen.contradictedBy(result.numbers[0], result.numbers[1]);
         }
         result.numbers[0] = std::ldexp(result.numbers[0], 2 * exponent);
     }
