@@ -188,11 +188,15 @@ void FoldRun::judge(const Findings& findings) {
     const bool iterates = folding->method().code == FendraSettings::vanCittert;
     const bool asked = record.stopped || (iterates && settings.maxIterations == 1);
     if (zero && !asked) {
+        const bool atOnce = iterates && std::all_of(record.numbers.begin(), record.numbers.end(),
+                                                    [](const ReportedNumbers& reported) {
+                                                        return reported.values.at(1) == 1.0;
+                                                    });
         throw Failure(
-            iterates ? "the first step of the iteration raised the error, and the result is all "
-                       "zero: --convergence auto suits the steps to the kernel, or try --auto"
-                     : "the result is all zero, and the signal is not: its values leave the range "
-                       "of numbers; scale the signals, or try --auto");
+            atOnce ? "the first step of the iteration raised the error, and the result is all "
+                     "zero: --convergence auto suits the steps to the kernel, or try --auto"
+                   : "the result is all zero, and the signal is not: its values leave the range "
+                     "of numbers; scale the signals");
     }
 }
 
