@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 static constexpr const char* fromData = "auto";
@@ -28,9 +29,8 @@ static constexpr std::array<EndsRow, 4> endings = {{{"periodic", Ends::periodic}
 template <typename Rows>
 static std::vector<std::string> wordsOf(const Rows& rows) {
     std::vector<std::string> words;
-    for (const auto& row : rows) {
-        words.emplace_back(row.first);
-    }
+    std::transform(rows.begin(), rows.end(), std::back_inserter(words),
+                   [](const auto& row) { return row.first; });
     return words;
 }
 

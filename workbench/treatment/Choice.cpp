@@ -360,7 +360,7 @@ void Choosing::refuseUnexplained(const AnswerChoice& answer) const {
         "{}: the {} explains {:.2g} % of its energy by this kernel, too little for a result; {}",
         question.name, iteration ? "iteration" : "regularized division", 100.0 * answer.explained,
         !iteration ? "try another kernel"
-        : left.convergence || left.maxIterations == 0
+        : left.convergence || !left.maxIterations
             ? "try --method regularized, or another kernel"
             : "try --convergence auto, or --method regularized"));
 }
