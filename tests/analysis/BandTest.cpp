@@ -25,9 +25,9 @@ TEST(Band, IsThatOfTheSum) {
             }
             expected[i] = 1.96 * std::sqrt(expected[i]);
         }
-        expectNear(bandOfCounts(answer, 5, counts), expected, 1e-13);
+        expectNear(bandOfVariances(answer, 5, counts), expected, 1e-13);
         const Signal white(n, bandHalfWidth(answer, 3.0));
-        expectNear(bandOfCounts(answer, 0, Signal(n, 9.0)), white, 1e-13 * white[0]);
+        expectNear(bandOfVariances(answer, 0, Signal(n, 9.0)), white, 1e-13 * white[0]);
         expectNear({bandOfNoise(answer, Signal(n / 2 + 1, 9.0))}, {white[0]}, 1e-13 * white[0]);
     }
 }
@@ -46,7 +46,7 @@ TEST(Band, IsANumberInEmptyChannels) {
     counts[7] = 1e5;
     answer[3] = 1.0;
     expected[7] = 1.96 * std::sqrt(1e5);
-    expectNear(bandOfCounts(answer, 3, counts), expected, 1e-4);
+    expectNear(bandOfVariances(answer, 3, counts), expected, 1e-4);
 }
 
 // By hand: a kernel that an impulse leaves as it is, wherever it stands.

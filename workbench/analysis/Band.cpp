@@ -25,15 +25,15 @@ double bandOfNoise(const std::vector<double>& answer, const std::vector<double>&
 }
 
 // Rounding in the spectra may leave sums a little below 0.
-std::vector<double> bandOfCounts(const std::vector<double>& answer, std::size_t impulseIndex,
-                                 const std::vector<double>& modelCounts) {
-    std::vector<double> squares(answer), counts(modelCounts);
+std::vector<double> bandOfVariances(const std::vector<double>& answer, std::size_t impulseIndex,
+                                    const std::vector<double>& variances) {
+    std::vector<double> squares(answer), given(variances);
     std::rotate(squares.begin(), squares.begin() + static_cast<std::ptrdiff_t>(impulseIndex),
                 squares.end());
     std::transform(squares.begin(), squares.end(), squares.begin(), [](double f) { return f * f; });
-    std::transform(counts.begin(), counts.end(), counts.begin(),
-                   [](double count) { return std::max(count, 0.0); });
-    std::vector<double> band = periodicConvolution(squares, counts);
+    std::transform(given.begin(), given.end(), given.begin(),
+                   [](double variance) { return std::max(variance, 0.0); });
+    std::vector<double> band = periodicConvolution(squares, given);
     std::transform(band.begin(), band.end(), band.begin(),
                    [](double variance) { return deviations * std::sqrt(std::max(variance, 0.0)); });
     return band;

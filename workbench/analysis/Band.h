@@ -22,13 +22,14 @@ double bandHalfWidth(const std::vector<double>& answer, double sigma);
 //   returns  in units of the result. std::bad_alloc.
 double bandOfNoise(const std::vector<double>& answer, const std::vector<double>& power);
 
-// Half the width at each sample, for counts, whose variance is what is expected of each (Poisson):
-//     1.96 sqrt(sum_n f[i - n]^2 counts[n])      periodic with N
-//   answer         N samples, of an impulse at impulseIndex: f[i] = answer[impulseIndex + i]
-//   modelCounts    N samples, what the result predicts for the signal; below 0 is taken as 0
+// Half the width at each sample, for independent noise of variances v:
+//     1.96 sqrt(sum_n f[i - n]^2 v[n])      periodic with N
+// Counts have the variance that is expected of each (Poisson), the result's prediction of them.
+//   answer       N samples, of an impulse at impulseIndex: f[i] = answer[impulseIndex + i]
+//   variances    N samples, in squared units of the signal; below 0 is taken as 0
 // By spectra, so its square is exact to some 1e-15 of its largest. std::bad_alloc.
-std::vector<double> bandOfCounts(const std::vector<double>& answer, std::size_t impulseIndex,
-                                 const std::vector<double>& modelCounts);
+std::vector<double> bandOfVariances(const std::vector<double>& answer, std::size_t impulseIndex,
+                                    const std::vector<double>& variances);
 
 // The resolution: the width at half height, in samples, of what becomes of a narrow line, the
 // kernel convolved with f, about its maximum; straight between samples, periodic. An impulse has 1.

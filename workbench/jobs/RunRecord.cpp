@@ -55,9 +55,9 @@ std::vector<std::string> RunRecord::judgementLines() const {
     if (uncertainty) {
         lines.push_back(fmt::format(
             "noise leaves a band of {:.3g} on either side (95 %), at a resolution of {:.3g} "
-            "samples{}",
+            "sample{}{}",
             uncertainty->halfWidth, uncertainty->resolution,
-            seconds(uncertainty->resolution, ", ")));
+            uncertainty->resolution == 1.0 ? "" : "s", seconds(uncertainty->resolution, ", ")));
     }
     for (const ResponseRecord& response : responses) {
         lines.push_back(fmt::format(

@@ -4,6 +4,7 @@
 #include "workbench/methods/Method.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -14,7 +15,7 @@ static std::string reportedText(const MethodOutcome& outcome) {
     std::string text;
     for (const ReportedNumbers& entry : outcome.record.numbers) {
         for (std::size_t i = 0; i < entry.values.size(); ++i) {
-            text += fmt::format("{}{} {:.4g}", text.empty() ? "" : ", ",
+            text += fmt::format("{}{} {:.6g}", text.empty() ? "" : ", ",
                                 outcome.record.numberNames[i], entry.values[i]);
         }
     }
@@ -38,33 +39,47 @@ static bool isOnFile(const std::string& remark, const RunRecord& record) {
     });
 }
 
-// What is said of the files holds for all methods.
-static std::vector<std::string> sentencesOnFiles(const std::vector<MethodOutcome>& outcomes) {
-    std::vector<std::string> sentences;
-    for (const MethodOutcome& outcome : outcomes) {
-        for (const std::string& remark : outcome.record.remarks) {
-            if (isOnFile(remark, outcome.record) &&
-                std::count(sentences.begin(), sentences.end(), remark) == 0) {
-                sentences.push_back(remark);
-            }
-        }
-    }
-    return sentences;
-}
-
 static std::vector<std::string> sentencesOn(const MethodOutcome& outcome) {
     std::vector<std::string> sentences;
     const RunRecord& record = outcome.record;
     if (record.choice) {
         sentences = record.choice->reasons;
     }
-    std::copy_if(record.remarks.begin(), record.remarks.end(), std::back_inserter(sentences),
-                 [&](const std::string& remark) { return !isOnFile(remark, record); });
+    sentences.insert(sentences.end(), record.remarks.begin(), record.remarks.end());
     if (record.error && record.error->known != record.samples) {
         sentences.push_back(
             fmt::format("the error is over the first {} samples", record.error->samples));
     }
     return sentences;
+}
+
+namespace {
+
+// A sentence, and the methods of which it holds; of none where it is on a file.
+struct Sentence {
+    std::string text;
+    std::vector<std::string> methods;
+};
+
+}  // namespace
+
+// What holds for several methods is said once.
+static std::vector<Sentence> sentencesOn(const std::vector<MethodOutcome>& outcomes) {
+    std::vector<Sentence> all;
+    for (const MethodOutcome& outcome : outcomes) {
+        for (const std::string& text : sentencesOn(outcome)) {
+            auto same = std::find_if(all.begin(), all.end(), [&](const Sentence& sentence) {
+                return sentence.text == text;
+            });
+            if (same == all.end()) {
+                same = all.insert(all.end(), {text, {}});
+            }
+            if (!isOnFile(text, outcome.record)) {
+                same->methods.emplace_back(outcome.method->word);
+            }
+        }
+    }
+    return all;
 }
 
 std::string comparisonTable(const std::vector<MethodOutcome>& outcomes, bool withTruth) {
@@ -73,13 +88,9 @@ std::string comparisonTable(const std::vector<MethodOutcome>& outcomes, bool wit
     for (const MethodOutcome& outcome : outcomes) {
         text += rowOf(outcome);
     }
-    for (const std::string& sentence : sentencesOnFiles(outcomes)) {
-        text += sentence + ".\n";
-    }
-    for (const MethodOutcome& outcome : outcomes) {
-        for (const std::string& sentence : sentencesOn(outcome)) {
-            text += fmt::format("{}: {}.\n", outcome.method->word, sentence);
-        }
+    for (const auto& [sentence, methods] : sentencesOn(outcomes)) {
+        text += methods.empty() ? sentence + ".\n"
+                                : fmt::format("{}: {}.\n", fmt::join(methods, ", "), sentence);
     }
     return text;
 }

@@ -190,7 +190,8 @@ void Deconvolution::addResponse(Answer& answer, int channel) const {
     answer.response = response;
 }
 
-// The answer to an impulse in the middle, where the ends do not reach it.
+// The answer to an impulse in the middle of the signal, on the whole circle that the module runs
+// on. Zeros beyond the ends bring no noise.
 void Deconvolution::addBand(Answer& answer, int channel, std::uint32_t loops) const {
     FendraSettings fixed = chosen.settings;
     if (loops > 0) {
@@ -199,25 +200,41 @@ void Deconvolution::addBand(Answer& answer, int channel, std::uint32_t loops) co
     }
     const Preparation preparation = preparationOf(channel, 0);
     std::vector<double> impulse(static_cast<std::size_t>(signal.info.samples));
-    const std::size_t middle = impulse.size() / 2;
+    const std::size_t middle = impulse.size() / 2, before = preparation.samplesBefore();
     impulse[middle] = 1.0;
     const std::vector<double> response =
-        preparation.restored(answerTo(preparation.operands(impulse), fixed).samples);
+        preparation.restoredWhole(answerTo(preparation.operands(impulse), fixed).samples);
     std::vector<double> taps = channelOf(kernel, channel);
     taps.resize(std::min(taps.size(), response.size()));
     answer.resolution = resolutionOf(response, taps);
-    const KnownNoise& noise = chosen.treatment.noise;
-    std::vector<double> band;
-    if (noise.kind == KnownNoise::Kind::counts) {
-        band = bandOfCounts(response, middle, modelOf(answer.samples, channel));
-    } else if (noise.kind == KnownNoise::Kind::stretch) {
-        const NoiseModel model = NoiseModel::ofStretch(quietSamples(signal, channel, noise.stretch),
-                                                       static_cast<int>(response.size()));
-        band.assign(response.size(), bandOfNoise(response, model.power()));
-    } else {
-        band.assign(response.size(), bandHalfWidth(response, *chosen.noise));
+    const std::vector<double> band = bandOf(response, before, middle, answer.samples, channel);
+    const auto first = band.begin() + static_cast<std::ptrdiff_t>(before);
+    answer.halfWidths.assign(first + kept.first, first + kept.last);
+}
+
+std::vector<double> Deconvolution::bandOf(const std::vector<double>& response, std::size_t before,
+                                          std::size_t middle, const std::vector<double>& result,
+                                          int channel) const {
+    const Treatment& treatment = chosen.treatment;
+    const PreparationPlan plan = planOf(chosen.settings, treatment, zero.sample);
+    if (treatment.noise.kind == KnownNoise::Kind::stretch) {
+        const NoiseModel model =
+            NoiseModel::ofStretch(quietSamples(signal, channel, treatment.noise.stretch),
+                                  static_cast<int>(response.size()));
+        return std::vector<double>(response.size(), bandOfNoise(response, model.power()));
     }
-    answer.halfWidths.assign(band.begin() + kept.first, band.begin() + kept.last);
+    const double variance = *chosen.noise * *chosen.noise;
+    std::vector<double> variances(response.size(), plan.ends == Ends::zero ? 0.0 : variance);
+    const bool counts = treatment.noise.kind == KnownNoise::Kind::counts;
+    if (!counts && plan.ends != Ends::zero) {
+        return std::vector<double>(response.size(), bandHalfWidth(response, *chosen.noise));
+    }
+    const std::vector<double> model =
+        counts ? modelOf(result, channel)
+               : std::vector<double>(static_cast<std::size_t>(signal.info.samples), variance);
+    std::copy_n(model.begin(), std::min(model.size(), variances.size() - before),
+                variances.begin() + static_cast<std::ptrdiff_t>(before));
+    return bandOfVariances(response, before + middle, variances);
 }
 
 // What a result predicts for the signal: convolved by the kernel again, about its zero.

@@ -25,13 +25,14 @@ public:
     // What a channel became.
     struct Answer {
         std::vector<double> samples;
-        std::vector<double> numbers;       // that the module reports, in the units of the signal
-        std::vector<std::string> names;    // of the numbers
-        std::vector<double> halfWidths;    // of the band, one a sample; empty: there is none
-        double resolution = 0.0;           // of the answer, where there is a band
-        std::optional<std::string> fault;  // how the module contradicts the prediction
-        Operands operands;                 // that the module was given
-        ModuleAnswer made;                 // of them
+        std::vector<double> numbers;     // that the module reports, in the units of the signal
+        std::vector<std::string> names;  // of the numbers
+        std::vector<double> halfWidths;  // of the band, one a sample; empty: there is none
+        double resolution = 0.0;         // of the answer, where there is a band
+        std::optional<ResponseRecord> response;  // where a band of frequencies was named
+        std::optional<std::string> fault;        // how the module contradicts the prediction
+        Operands operands;                       // that the module was given
+        ModuleAnswer made;                       // of them
     };
 
     // The signals stay the caller's, and keep their length. Failure as chooseFor, and where origin
@@ -62,6 +63,9 @@ private:
     [[nodiscard]] ModuleAnswer divided(const Operands& operands) const;
     void addResponse(Answer& answer, int channel) const;
     void addBand(Answer& answer, int channel, std::uint32_t loops) const;
+    [[nodiscard]] std::vector<double> bandOf(const std::vector<double>& response,
+                                             std::size_t before, std::size_t middle,
+                                             const std::vector<double>& result, int channel) const;
     [[nodiscard]] std::vector<double> modelOf(const std::vector<double>& result, int channel) const;
 
     const ModuleLibrary& library;

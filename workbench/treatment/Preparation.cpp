@@ -44,15 +44,20 @@ Operands Preparation::operands(const std::vector<double>& signal) const {
 }
 
 // A result of a kernel with its zero at sample c comes c samples early, or the lag more.
-std::vector<double> Preparation::restored(const std::vector<double>& result) const {
+std::vector<double> Preparation::restoredWhole(const std::vector<double>& result) const {
     std::vector<double> samples = everyNth(result, plan.oversampling);
     if (plan.moves) {
         const std::int64_t zero = plan.centred ? std::ssize(samples) / 2 : plan.kernelZero;
         turn(samples, zero + (plan.oversampling == 1 ? plan.lag : 0));
     }
+    return scaled(samples, signalExponent - kernelExponent);
+}
+
+std::vector<double> Preparation::restored(const std::vector<double>& result) const {
+    std::vector<double> samples = restoredWhole(result);
     if (samples.size() > signalLength && plan.ends != Ends::periodic) {
         samples.erase(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(room.before));
         samples.resize(signalLength);
     }
-    return scaled(samples, signalExponent - kernelExponent);
+    return samples;
 }

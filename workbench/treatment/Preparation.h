@@ -36,6 +36,10 @@ public:
     // The result of the module at the signal's length; where nothing was added, at that of the
     // longer of signal and kernel.
     [[nodiscard]] std::vector<double> restored(const std::vector<double>& result) const;
+    // The same, before it is cut to the signal's length: all that the module gave.
+    [[nodiscard]] std::vector<double> restoredWhole(const std::vector<double>& result) const;
+    // Samples that stand before the signal's first one there.
+    [[nodiscard]] std::size_t samplesBefore() const { return room.before; }
     // By what exponent of two signal, kernel and result were divided.
     [[nodiscard]] int signalScale() const { return signalExponent; }
     [[nodiscard]] int kernelScale() const { return kernelExponent; }
