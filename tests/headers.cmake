@@ -4,6 +4,7 @@
 set(targets_kernels/contract kernel_contract)
 set(targets_workbench/window fendra_window)
 set(targets_benchmarks benchmarks peers)
+set(targets_benchmarks/quality quality)
 set(targets_fuzz fuzz-dialog fuzz-text)
 set(targets_tests/frame frame-tests)
 set(targets_tests/support frame-tests signal-tests transform-tests files-tests tests_environment)
