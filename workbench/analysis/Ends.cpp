@@ -54,3 +54,23 @@ std::vector<double> extended(const std::vector<double>& signal, Ends ends, EndRo
 bool endsDiffer(const std::vector<double>& signal, double sigma) {
     return !signal.empty() && std::abs(signal.front() - signal.back()) > 5.0 * sigma;
 }
+
+static double thirdDifference(double a, double b, double c, double d) {
+    return d - 3.0 * c + 3.0 * b - a;
+}
+
+bool meetsRoughly(const std::vector<double>& signal) {
+    const std::size_t n = signal.size();
+    constexpr std::size_t order = 3;
+    if (n <= order) {
+        return false;
+    }
+    double squares = 0.0;
+    for (std::size_t i = 0; i + order < n; ++i) {
+        const double inside =
+            thirdDifference(signal[i], signal[i + 1], signal[i + 2], signal[i + 3]);
+        squares += inside * inside;
+    }
+    const double where = thirdDifference(signal[n - 2], signal[n - 1], signal[0], signal[1]);
+    return std::abs(where) > 5.0 * std::sqrt(squares / static_cast<double>(n - order));
+}

@@ -32,3 +32,9 @@ std::vector<double> extended(const std::vector<double>& signal, Ends ends, EndRo
 // Whether first and last sample differ by more than five standard deviations of the noise, so that
 // periodic ends make a step of them. sigma: in units of the samples.
 bool endsDiffer(const std::vector<double>& signal, double sigma);
+
+// Whether the signal, taken as periodic, is far rougher where its ends meet than inside: the third
+// difference over the last two and the first two samples is above five times the root mean square
+// of those of all other neighbours. A whole period is as smooth there as anywhere, however much
+// its first and last sample differ.
+bool meetsRoughly(const std::vector<double>& signal);

@@ -8,20 +8,19 @@
 #include <cmath>
 #include <optional>
 
-// Root of the share that the noise has in the energy of Y/H, not a number if a bin of H is empty.
-static double noiseOfQuotient(const PowerSpectra& spectra, double noise) {
-    double quotient = 0.0, inverse = 0.0;
+// Root of the share that the noise has in the energy of the answer phi Y/H; not a number if a bin
+// of H is empty.
+static double noiseOfAnswer(const AnswerCurve& curve, double parameter, double noise) {
+    const PowerSpectra& spectra = curve.spectra();
+    double answer = 0.0, inverse = 0.0;
     for (std::size_t j = 0; j < spectra.kernel.size(); ++j) {
-        quotient += spectra.multiplicity(j) * spectra.signal[j] / spectra.kernel[j];
-        inverse += spectra.multiplicity(j) / spectra.kernel[j];
+        const double gain =
+            spectra.multiplicity(j) * std::norm(1.0 - curve.left(j, parameter)) / spectra.kernel[j];
+        answer += gain * spectra.signal[j];
+        inverse += gain;
     }
     const double noiseOfBin = noise * noise * spectra.length * spectra.oversampling;
-    return std::sqrt(noiseOfBin * inverse / quotient);
-}
-
-static bool keepsNearlyAll(const PowerSpectra& spectra) {
-    const RegularizedCurve curve(spectra, 2);
-    return searchStrength(curve, std::nullopt).best.kept > 0.95 * spectra.degrees();
+    return std::sqrt(noiseOfBin * inverse / answer);
 }
 
 static bool leavesHalfEmpty(const PowerSpectra& spectra) {
@@ -39,27 +38,58 @@ static bool needsMoreSteps(const PowerSpectra& spectra) {
            static_cast<double>(AnswerChoice::mostSteps);
 }
 
+// Whether the oversampled iteration passes far less noise on than regularised division, and fits
+// nearly as well.
+static bool iterationIsQuieter(const RegularizedCurve& regularized, const CurvePoint& best,
+                               double noise) {
+    constexpr double disturbing = 0.05;
+    const double noiseOfRegularized = noiseOfAnswer(regularized, best.parameter, noise);
+    if (!(noiseOfRegularized > disturbing)) {
+        return false;
+    }
+    constexpr int oversampling = 4;
+    const PowerSpectra fine = regularized.spectra().oversampledBy(oversampling);
+    const IterationCurve iteration(fine, 1.0 / fine.largestGain());
+    const AnswerChoice steps = chooseSteps(iteration, std::nullopt);
+    return !steps.atEdge() &&
+           3.0 * noiseOfAnswer(iteration, steps.parameter, noise) < 2.0 * noiseOfRegularized &&
+           iteration.at(steps.parameter).criterion < 1.5 * oversampling * best.criterion;
+}
+
+static std::string reasonAgainstIteration(double symmetry, const PowerSpectra& spectra) {
+    constexpr double symmetric = 0.95;
+    if (!(symmetry >= symmetric)) {
+        return "the kernel is not a symmetric peak";
+    }
+    if (!leavesHalfEmpty(spectra)) {
+        return "the kernel is not smooth: its spectrum is wide";
+    }
+    return needsMoreSteps(spectra)
+               ? fmt::format("the iteration would need more than {} steps", AnswerChoice::mostSteps)
+               : "";
+}
+
 MethodAdvice adviseMethod(double symmetry, const PowerSpectra& spectra, double noise) {
-    const double quotientNoise = noiseOfQuotient(spectra, noise);
+    const RegularizedCurve regularized(spectra, 2);
+    const CurvePoint best = searchStrength(regularized, std::nullopt).best;
+    const double noiseOfQuotient = noiseOfAnswer(regularized, 0.0, noise);
     const double signal = std::sqrt(spectra.energy() / spectra.length);
-    if (quotientNoise < 0.1 && (noise < 1e-3 * signal || keepsNearlyAll(spectra))) {
+    if (noiseOfQuotient < 0.1 &&
+        noiseOfQuotient < 2.0 * noiseOfAnswer(regularized, best.parameter, noise) &&
+        (noise < 1e-3 * signal || best.kept > 0.95 * spectra.degrees())) {
         return {MethodAdvice::Method::division,
                 fmt::format("the noise makes {:.2g} % of the quotient of the spectra, less than "
                             "regularisation might blur",
-                            100.0 * quotientNoise)};
+                            100.0 * noiseOfQuotient)};
     }
-    constexpr double symmetric = 0.95;
-    if (!(symmetry >= symmetric)) {
-        return {MethodAdvice::Method::regularized, "the kernel is not a symmetric peak"};
+    const std::string against = reasonAgainstIteration(symmetry, spectra);
+    if (against.empty()) {
+        return {MethodAdvice::Method::iteration, "the kernel is a smooth symmetric peak"};
     }
-    if (!leavesHalfEmpty(spectra)) {
-        return {MethodAdvice::Method::regularized,
-                "the kernel is not smooth: its spectrum is wide"};
+    if (iterationIsQuieter(regularized, best, noise)) {
+        return {MethodAdvice::Method::iteration,
+                "regularised division would pass on more noise, at low frequencies that the kernel "
+                "leaves weak"};
     }
-    if (needsMoreSteps(spectra)) {
-        return {
-            MethodAdvice::Method::regularized,
-            fmt::format("the iteration would need more than {} steps", AnswerChoice::mostSteps)};
-    }
-    return {MethodAdvice::Method::iteration, "the kernel is a smooth symmetric peak"};
+    return {MethodAdvice::Method::regularized, against};
 }

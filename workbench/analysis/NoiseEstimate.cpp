@@ -7,7 +7,9 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <limits>
 #include <numbers>
+#include <numeric>
 #include <optional>
 #include <vector>
 
@@ -34,12 +36,28 @@ static std::optional<double> noiseOfEmptyBins(const PowerSpectra& spectra) {
     return std::sqrt(mean / spectra.length / spectra.oversampling);
 }
 
+// Mean power of the weakest eighth of the spectrum, corrected for being the least of many.
+static double weakestPower(const PowerSpectra& spectra) {
+    constexpr std::size_t parts = 8, fewest = 16;
+    const std::size_t width = std::max(fewest, spectra.signal.size() / parts);
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t first = 0; first + width <= spectra.signal.size(); first += width / 2) {
+        const auto begin = spectra.signal.begin() + static_cast<std::ptrdiff_t>(first);
+        const double sum = std::accumulate(begin, begin + static_cast<std::ptrdiff_t>(width), 0.0);
+        least = std::min(least, sum);
+    }
+    const auto bins = static_cast<double>(width);
+    return least / bins / (1.0 - 1.5 / std::sqrt(bins));
+}
+
 NoiseEstimate estimateNoise(const PowerSpectra& spectra) {
     if (const std::optional<double> sigma = noiseOfEmptyBins(spectra)) {
         return {.sigma = *sigma};
     }
     const CurvePoint best = searchStrength(RegularizedCurve(spectra, 2), std::nullopt).best;
-    return {.sigma = std::sqrt(best.error / best.leftSquares / spectra.oversampling),
+    const double residual = best.error / best.leftSquares;
+    const double weakest = weakestPower(spectra) / spectra.length;
+    return {.sigma = std::sqrt(std::min(residual, weakest) / spectra.oversampling),
             .isBound = true};
 }
 

@@ -15,8 +15,13 @@ struct NoiseEstimate {
 //     Bins that the kernel leaves empty, |H| < 1e-3 max |H|, if there are 16 of N: noise of the
 //     variance s^2 has there a power of exponential distribution with the mean r^2 N s^2, so the
 //     median r^2 N s^2 ln 2, which a few bins of signal do not move.
-//     Otherwise regularised division of order 2, at its best strength by robust generalised
-//     cross-validation: s^2 = E / (r (N - 2 A + B)), in terms of AnswerCurve.
+//     Otherwise the smaller of two bounds. Regularised division of order 2, at its best strength by
+//     robust generalised cross-validation, leaves s^2 = E / (r (N - 2 A + B)), in terms of
+//     AnswerCurve. And white noise is in every part of the spectrum: of all stretches of an eighth
+//     of it, overlapping by half, the weakest has at most the mean power r^2 N s^2 (1 - 1.5 / n),
+//     where n^2 is the number of its bins: some 15 such means scatter by 1/n, and the least of them
+//     is that far below their mean. The first bound is wide where a smooth answer does not suit the
+//     signal, the second one where the signal reaches all frequencies.
 NoiseEstimate estimateNoise(const PowerSpectra& spectra);
 
 // Bins that the kernel leaves empty, as many as it takes to tell the noise by them.

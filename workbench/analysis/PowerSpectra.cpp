@@ -42,6 +42,24 @@ PowerSpectra::PowerSpectra(const std::vector<double>& signalSamples,
     checkRange(largestGain(), "kernel");
 }
 
+// The bin at half the rate is halved into two, and its signal summed over both.
+PowerSpectra PowerSpectra::oversampledBy(int factor) const {
+    PowerSpectra fine = *this;
+    if (factor == 1) {
+        return fine;
+    }
+    fine.length *= factor;
+    fine.oversampling = factor;
+    for (double& power : fine.signal) {
+        power *= factor * factor;
+    }
+    if (degrees() % 2 == 0) {
+        fine.signal.back() *= 0.5;
+        fine.kernel.back() *= 0.25;
+    }
+    return fine;
+}
+
 int PowerSpectra::multiplicity(std::size_t j) const {
     return j == 0 || 2 * j == static_cast<std::size_t>(degrees()) ? 1 : 2;
 }

@@ -19,6 +19,9 @@ struct PowerSpectra {
     PowerSpectra(const std::vector<double>& signalSamples, const std::vector<double>& kernelSamples,
                  int oversampling = 1);
 
+    // Those of the same operands oversampled by that factor. These are not oversampled themselves.
+    [[nodiscard]] PowerSpectra oversampledBy(int factor) const;
+
     int length, oversampling;
     std::vector<double> signal, kernel;
 

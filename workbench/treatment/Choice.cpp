@@ -170,7 +170,8 @@ static bool isSmooth(const PowerSpectra& spectra) {
     return upper < little * all;
 }
 
-// Where the ends are alike, periodic ones are as good as any.
+// Where the ends are alike, or meet as smoothly as other neighbours, periodic ones are as good as
+// any.
 void Choosing::chooseEnds() {
     Treatment& treatment = choice.treatment;
     const bool open = !treatment.ends && !treatment.room && !treatment.frequencies;
@@ -184,6 +185,9 @@ void Choosing::chooseEnds() {
             "the first and the last sample of the signal differ by more than five times the noise, "
             "and it is taken as periodic: the result rings at its ends; try --ends odd, or "
             "--ends zero for a room");
+        return;
+    }
+    if (!meetsRoughly(signal)) {
         return;
     }
     const bool smooth = isSmooth(*plain);
@@ -271,10 +275,11 @@ void Choosing::judge() {
 }
 
 // What was found takes the place of what was left, so that another run finds nothing. Periodic ends
-// that are given let lengths differ, as an automatic treatment does.
+// that are given let lengths differ, as an automatic treatment and a chosen oversampling do.
 void Choosing::settle() {
     Treatment& treatment = choice.treatment;
-    if (treatment.automatic && !treatment.room && !treatment.frequencies && !treatment.ends) {
+    const bool differ = treatment.automatic || signal.size() != kernel.size();
+    if (differ && !treatment.room && !treatment.frequencies && !treatment.ends) {
         treatment.ends = Ends::periodic;
     }
     treatment.automatic = treatment.curve = false;

@@ -41,8 +41,8 @@ struct Choice {
 // Chooses what is left to the data, in this order:
 //     the method           by the advice of MethodAdvice
 //     the ends             where first and last sample differ by more than five times the noise,
-//     odd
-//                          for a kernel that is smooth, else zeros
+//                          and meet more roughly than others, odd for a kernel that is smooth, else
+//                          zeros
 //     the oversampling     4 where the lag would make the iteration diverge, else 1
 //     the convergence      1 / max |H|^2
 //     the strength         steps or strength at which the criterion of AnswerCurve is smallest
