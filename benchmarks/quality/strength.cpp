@@ -13,7 +13,7 @@ static double iterationRatio(Laboratory& laboratory, const DataSet& set, const S
                              const FoldJob& job) {
     const Answer answer = laboratory.run(job);
     const Oracle oracle(set, measured);
-    return oracle.errorOf(answer.samples()) / oracle.iteration(answer.choice().oversampling);
+    return oracle.errorOf(answer.samples()) / oracle.iteration(answer.choice().oversampling.value_or(1));
 }
 
 static void measureXrayLines(Laboratory& laboratory, Figures& figures) {
@@ -35,7 +35,7 @@ static void measureIteration(Laboratory& laboratory, Figures& figures, const Dat
     const Samples blurred = set.blurred();
     Ratios white;
     for (const double level : {1e-3, 1e-2, 5e-2}) {
-        for (std::uint64_t seed = 1; seed <= 3; ++seed) {
+        for (std::uint64_t seed = 1; seed <= 2; ++seed) {
             const Samples measured = withWhiteNoise(blurred, level, seed);
             white.add(
                 iterationRatio(laboratory, set, measured, Laboratory::iteration(set, measured)));
@@ -62,7 +62,7 @@ static void measureColoured(Laboratory& laboratory, Figures& figures, const Data
     const Samples blurred = set.blurred();
     Ratios ratios;
     for (const double level : {1e-3, 1e-2, 5e-2}) {
-        for (std::uint64_t seed = 1; seed <= 3; ++seed) {
+        for (std::uint64_t seed = 1; seed <= 2; ++seed) {
             const Samples measured = withColouredNoise(blurred, level, 0.9, seed);
             FoldJob job = Laboratory::iteration(set, measured);
             const auto first = static_cast<double>(set.quiet);
@@ -101,7 +101,9 @@ void measureStrength(Laboratory& laboratory, Figures& figures) {
     const std::vector<DataSet> sets = dataSets();
     measureRegularized(laboratory, figures, sets);
     for (const DataSet& set : sets) {
-        measureIteration(laboratory, figures, set);
+        if (set.name != "street") {  // a room is not a kernel for the iteration
+            measureIteration(laboratory, figures, set);
+        }
     }
     for (const DataSet& set : sets) {
         if (set.isCounts) {

@@ -6,21 +6,42 @@
 #include <fmt/format.h>
 
 #include <cmath>
+#include <complex>
 #include <optional>
 
-// Root of the share that the noise has in the energy of the answer phi Y/H; not a number if a bin
-// of H is empty.
-static double noiseOfAnswer(const AnswerCurve& curve, double parameter, double noise) {
+// Root of the share that the noise has in the energy of a part of the quotient Y/H; not a number if
+// a bin of H is empty. partOf: of what a method leaves of a bin, the factor of the part.
+static double noiseShare(const AnswerCurve& curve, double parameter, double noise,
+                         std::complex<double> (*partOf)(std::complex<double> left)) {
     const PowerSpectra& spectra = curve.spectra();
-    double answer = 0.0, inverse = 0.0;
+    double part = 0.0, inverse = 0.0;
     for (std::size_t j = 0; j < spectra.kernel.size(); ++j) {
-        const double gain =
-            spectra.multiplicity(j) * std::norm(1.0 - curve.left(j, parameter)) / spectra.kernel[j];
-        answer += gain * spectra.signal[j];
+        const double gain = spectra.multiplicity(j) * std::norm(partOf(curve.left(j, parameter))) /
+                            spectra.kernel[j];
+        part += gain * spectra.signal[j];
         inverse += gain;
     }
     const double noiseOfBin = noise * noise * spectra.length * spectra.oversampling;
-    return std::sqrt(noiseOfBin * inverse / answer);
+    return std::sqrt(noiseOfBin * inverse / part);
+}
+
+static std::complex<double> all(std::complex<double> /*left*/) {
+    return 1.0;
+}
+
+static std::complex<double> answer(std::complex<double> left) {
+    return 1.0 - left;
+}
+
+static std::complex<double> removed(std::complex<double> left) {
+    return left;
+}
+
+// Whether regularised division takes off little noise, or much that is none.
+static bool regularisingIsIdle(const RegularizedCurve& regularized, double strength, double noise) {
+    return noiseShare(regularized, strength, noise, all) <
+               2.0 * noiseShare(regularized, strength, noise, answer) ||
+           noiseShare(regularized, strength, noise, removed) < 0.5;
 }
 
 static bool leavesHalfEmpty(const PowerSpectra& spectra) {
@@ -43,7 +64,7 @@ static bool needsMoreSteps(const PowerSpectra& spectra) {
 static bool iterationIsQuieter(const RegularizedCurve& regularized, const CurvePoint& best,
                                double noise) {
     constexpr double disturbing = 0.05;
-    const double noiseOfRegularized = noiseOfAnswer(regularized, best.parameter, noise);
+    const double noiseOfRegularized = noiseShare(regularized, best.parameter, noise, answer);
     if (!(noiseOfRegularized > disturbing)) {
         return false;
     }
@@ -52,7 +73,7 @@ static bool iterationIsQuieter(const RegularizedCurve& regularized, const CurveP
     const IterationCurve iteration(fine, 1.0 / fine.largestGain());
     const AnswerChoice steps = chooseSteps(iteration, std::nullopt);
     return !steps.atEdge() &&
-           3.0 * noiseOfAnswer(iteration, steps.parameter, noise) < 2.0 * noiseOfRegularized &&
+           3.0 * noiseShare(iteration, steps.parameter, noise, answer) < 2.0 * noiseOfRegularized &&
            iteration.at(steps.parameter).criterion < 1.5 * oversampling * best.criterion;
 }
 
@@ -72,10 +93,9 @@ static std::string reasonAgainstIteration(double symmetry, const PowerSpectra& s
 MethodAdvice adviseMethod(double symmetry, const PowerSpectra& spectra, double noise) {
     const RegularizedCurve regularized(spectra, 2);
     const CurvePoint best = searchStrength(regularized, std::nullopt).best;
-    const double noiseOfQuotient = noiseOfAnswer(regularized, 0.0, noise);
+    const double noiseOfQuotient = noiseShare(regularized, best.parameter, noise, all);
     const double signal = std::sqrt(spectra.energy() / spectra.length);
-    if (noiseOfQuotient < 0.1 &&
-        noiseOfQuotient < 2.0 * noiseOfAnswer(regularized, best.parameter, noise) &&
+    if (noiseOfQuotient < 0.1 && regularisingIsIdle(regularized, best.parameter, noise) &&
         (noise < 1e-3 * signal || best.kept > 0.95 * spectra.degrees())) {
         return {MethodAdvice::Method::division,
                 fmt::format("the noise makes {:.2g} % of the quotient of the spectra, less than "
