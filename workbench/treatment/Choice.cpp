@@ -59,6 +59,8 @@ private:
     void chooseMethod();
     void chooseEnds();
     void chooseOversampling();
+    [[nodiscard]] PowerSpectra spectraOf(const PreparationPlan& plan) const;
+    [[nodiscard]] PowerSpectra searchedSpectra(const PowerSpectra& prepared) const;
     void judge();
     void judgeIteration(const PowerSpectra& spectra);
     void judgeDivision(const PowerSpectra& spectra);
@@ -251,6 +253,23 @@ Choice Choosing::choose() {
     return choice;
 }
 
+PowerSpectra Choosing::spectraOf(const PreparationPlan& plan) const {
+    const Preparation preparation(question.kernel, question.signal.size(), exponent, plan);
+    const Operands operands = preparation.operands(question.signal);
+    return {operands.signal, operands.kernel, plan.oversampling};
+}
+
+// What a strength is searched in. Reflected ends are not what the kernel makes of any signal, and
+// the search would smooth until they fit; bridged ones leave a residual that is noise.
+PowerSpectra Choosing::searchedSpectra(const PowerSpectra& prepared) const {
+    PreparationPlan plan = planOf(choice.settings, choice.treatment, question.kernelZero);
+    if (plan.ends != Ends::odd) {
+        return prepared;
+    }
+    plan.ends = Ends::bridge;
+    return spectraOf(plan);
+}
+
 void Choosing::judge() {
     const std::int32_t method = choice.settings.method;
     if (method != FendraSettings::vanCittert) {
@@ -258,10 +277,8 @@ void Choosing::judge() {
     } else if (choice.treatment.oversampling == 0) {
         chooseOversampling();
     }
-    const Preparation preparation(question.kernel, question.signal.size(), exponent,
-                                  planOf(choice.settings, choice.treatment, question.kernelZero));
-    const Operands operands = preparation.operands(question.signal);
-    const PowerSpectra spectra(operands.signal, operands.kernel, choice.treatment.oversampling);
+    const PowerSpectra spectra =
+        spectraOf(planOf(choice.settings, choice.treatment, question.kernelZero));
     record.method = Method::selectedBy(choice.settings)->word;
     if (method == FendraSettings::vanCittert) {
         judgeIteration(spectra);
@@ -298,13 +315,15 @@ void Choosing::judgeIteration(const PowerSpectra& spectra) {
             "convergence {:.6g}, 1 over the kernel's largest squared gain", settings.convergence));
     }
     choice.curve.emplace(spectra, settings.convergence);
-    const std::optional<NoiseModel> noise = knownNoise(static_cast<std::size_t>(spectra.degrees()));
+    const IterationCurve searched(searchedSpectra(spectra), settings.convergence);
+    const std::optional<NoiseModel> noise =
+        knownNoise(static_cast<std::size_t>(searched.spectra().degrees()));
     const std::int64_t asked = std::int64_t{settings.maxIterations} - 1;
     const AnswerChoice answer =
         left.maxIterations
-            ? chooseSteps(*choice.curve, noise)
-            : judgeSteps(*choice.curve,
-                         settings.abortAtMinError != 0 ? choice.curve->lastFalling(asked) : asked,
+            ? chooseSteps(searched, noise)
+            : judgeSteps(searched,
+                         settings.abortAtMinError != 0 ? searched.lastFalling(asked) : asked,
                          noise);
     const auto steps = static_cast<std::int64_t>(answer.parameter);
     if (left.maxIterations) {
@@ -315,7 +334,10 @@ void Choosing::judgeIteration(const PowerSpectra& spectra) {
     record.steps = steps;
     record.oversampling = choice.treatment.oversampling;
     record.convergence = settings.convergence;
-    record.predictedError = std::ldexp(answer.predictedError, 2 * exponent);
+    const std::int64_t ran =
+        settings.abortAtMinError != 0 ? choice.curve->lastFalling(steps) : steps;
+    record.predictedError =
+        std::ldexp(choice.curve->at(static_cast<double>(ran)).error, 2 * exponent);
     if (left.maxIterations || settings.maxIterations > 1) {
         refuseUnexplained(answer);
     }
@@ -324,8 +346,9 @@ void Choosing::judgeIteration(const PowerSpectra& spectra) {
 
 void Choosing::judgeDivision(const PowerSpectra& spectra) {
     Treatment& treatment = choice.treatment;
-    const auto length = static_cast<std::size_t>(spectra.length);
-    const RegularizedCurve curve(spectra,
+    const PowerSpectra searched = searchedSpectra(spectra);
+    const auto length = static_cast<std::size_t>(searched.length);
+    const RegularizedCurve curve(searched,
                                  penaltySpectrum(tapsOf(treatment, question.rate, length)));
     const std::optional<NoiseModel> noise = knownNoise(length);
     const bool searches = choosesStrength();
