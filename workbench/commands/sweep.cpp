@@ -45,10 +45,8 @@ static void check(const Sweep& sweep) {
 static void run(const Sweep& sweep) {
     check(sweep);
     const auto [from, to] = rangeOf(sweep.frequencies);
-    std::vector<double> samples = exponentialSweep(from, to, sweep.seconds, sweep.rate, sweep.fade);
-    for (double& sample : samples) {
-        sample *= 0.5;  // integers do not hold 1.0
-    }
+    const std::vector<double> samples =
+        exponentialSweep(from, to, sweep.seconds, sweep.rate, sweep.fade);
     const SignalTarget target = sweep.output.target();
     ResultInfo info;
     info.samples = static_cast<std::int64_t>(samples.size());
@@ -70,7 +68,7 @@ static void addSweep(CLI::App& program) {
         "sweep",
         "Make a sine whose frequency grows exponentially.\n"
         "Played into a room or a device, it measures the impulse response: deconvolve the "
-        "recording by it. Samples go up to half of full scale.");
+        "recording by it.");
     command.footer(
         "  fendra sweep --frequencies 50:7600 --seconds 4 --rate 16000 -o sweep.wav\n"
         "  fendra deconvolve recorded.wav sweep.wav --auto --frequencies 60:7400 -o room.wav\n");

@@ -99,8 +99,7 @@ AudioWriter::AudioWriter(const AudioContainer& container, const SignalTarget& ta
 
 bool AudioWriter::fits(double value) const {
     if (format.integerBits != 0) {
-        const double scaled = std::nearbyint(value * fullScale);
-        return scaled >= -fullScale && scaled < fullScale;  // false for a NaN
+        return value <= 1.0 && std::nearbyint(value * fullScale) >= -fullScale;  // not for a NaN
     }
     return !format.narrow || !std::isfinite(value) ||
            std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max());
@@ -119,7 +118,8 @@ void AudioWriter::write(const double* interleaved, std::int64_t count) {
 }
 
 // libsndfile would scale doubles by one less than the full scale, and clip: the integers are made
-// here, so that what was read from integers goes back to the same ones.
+// here, so that what was read from integers goes back to the same ones. 1.0, which no integer
+// holds, becomes the largest.
 void AudioWriter::writeBlock(const double* values, std::size_t count) {
     const double* misfit =
         std::find_if(values, values + count, [this](double value) { return !fits(value); });
@@ -139,7 +139,8 @@ void AudioWriter::writeBlock(const double* values, std::size_t count) {
         integers.resize(count);
         const double topOfInt = std::ldexp(1.0, 32 - format.integerBits);
         std::transform(values, values + count, integers.begin(), [this, topOfInt](double value) {
-            return static_cast<int>(std::nearbyint(value * fullScale) * topOfInt);
+            const double code = std::min(std::nearbyint(value * fullScale), fullScale - 1.0);
+            return static_cast<int>(code * topOfInt);
         });
         done = sf_write_int(sound.get(), integers.data(), items);
     }
