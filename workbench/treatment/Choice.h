@@ -50,10 +50,3 @@ struct Choice {
 // Failure if what is left plays no part, or the answer explains less than 5 % of the signal.
 Choice chooseFor(const Question& question, const FendraSettings& given, const LeftToData& left,
                  const Treatment& wanted);
-
-// The operands as a treatment has them prepared.
-PreparationPlan planOf(const FendraSettings& settings, const Treatment& treatment,
-                       std::int64_t kernelZero);
-
-// The taps of the penalty of a regularised division of that many samples. rate: in Hz.
-std::vector<double> tapsOf(const Treatment& treatment, double rate, std::size_t length);

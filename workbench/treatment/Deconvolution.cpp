@@ -72,7 +72,7 @@ Deconvolution::Deconvolution(const ModuleLibrary& moduleLibrary, const Signal& m
     const bool moves = wanted.origin.kind != Origin::Kind::none;
     const std::optional<SignalAxis> whole =
         moves ? resultAxis(signal.info.axis, zero, zero.sample, true) : signal.info.axis;
-    const PreparationPlan plan = planOf(chosen.settings, chosen.treatment, 0);
+    const PreparationPlan plan = PreparationPlan::of(chosen.settings, chosen.treatment, 0);
     const bool longer = plan.oversampling == 1 && plan.ends == Ends::periodic;
     kept.last = longer ? std::max(signal.info.samples, kernel.info.samples) : signal.info.samples;
     if (wanted.keep) {
@@ -86,7 +86,8 @@ const Method& Deconvolution::method() const {
 }
 
 std::optional<Movement> Deconvolution::movement() const {
-    const PreparationPlan plan = planOf(chosen.settings, chosen.treatment, zero.sample);
+    const PreparationPlan plan =
+        PreparationPlan::of(chosen.settings, chosen.treatment, zero.sample);
     const int lag = plan.oversampling == 1 ? plan.lag : 0;
     if (!plan.moves || zero.sample + lag == 0) {
         return std::nullopt;
@@ -96,12 +97,12 @@ std::optional<Movement> Deconvolution::movement() const {
 
 Preparation Deconvolution::preparationOf(int channel, int signalExponent) const {
     return {channelOf(kernel, channel), static_cast<std::size_t>(signal.info.samples),
-            signalExponent, planOf(chosen.settings, chosen.treatment, zero.sample)};
+            signalExponent, PreparationPlan::of(chosen.settings, chosen.treatment, zero.sample)};
 }
 
 std::int64_t Deconvolution::moduleLength() const {
     return static_cast<std::int64_t>(preparationOf(0, 0).preparedLength()) *
-           planOf(chosen.settings, chosen.treatment, 0).oversampling;
+           PreparationPlan::of(chosen.settings, chosen.treatment, 0).oversampling;
 }
 
 // Three runs: RegularizedOperands.h.
@@ -216,7 +217,7 @@ std::vector<double> Deconvolution::bandOf(const std::vector<double>& response, s
                                           std::size_t middle, const std::vector<double>& result,
                                           int channel) const {
     const Treatment& treatment = chosen.treatment;
-    const PreparationPlan plan = planOf(chosen.settings, treatment, zero.sample);
+    const PreparationPlan plan = PreparationPlan::of(chosen.settings, treatment, zero.sample);
     if (treatment.noise.kind == KnownNoise::Kind::stretch) {
         const NoiseModel model =
             NoiseModel::ofStretch(quietSamples(signal, channel, treatment.noise.stretch),

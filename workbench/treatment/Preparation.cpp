@@ -2,8 +2,37 @@
 
 #include "workbench/analysis/KernelShape.h"
 #include "workbench/analysis/PowerScale.h"
+#include "workbench/analysis/RegularizedOperands.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/methods/Method.h"
 
 #include <algorithm>
+
+PreparationPlan PreparationPlan::of(const FendraSettings& settings, const Treatment& treatment,
+                                    std::int64_t kernelZero) {
+    PreparationPlan plan;
+    const bool wantsRoom = treatment.room || treatment.frequencies.has_value();
+    plan.ends = treatment.ends.value_or(wantsRoom ? Ends::zero : Ends::periodic);
+    const bool iterates = settings.method == FendraSettings::vanCittert;
+    plan.oversampling = iterates ? std::max(1, treatment.oversampling) : 1;
+    plan.kernelZero = kernelZero;
+    plan.lag = Method::selectedBy(settings)->lag;
+    plan.moves = treatment.origin.kind != Origin::Kind::none;
+    plan.centred = plan.moves && settings.method == FendraSettings::pseudoInverse;
+    return plan;
+}
+
+std::vector<double> tapsOf(const Treatment& treatment, double rate, std::size_t length) {
+    if (!treatment.frequencies) {
+        return penaltyTaps(treatment.order, length);
+    }
+    if (rate == 0.0) {
+        throw Failure(
+            "--frequencies: the signals have no sampling rate; give it with --rate, or leave "
+            "--frequencies out");
+    }
+    return bandTaps(treatment.frequencies->from, treatment.frequencies->to, rate, length);
+}
 
 // Turns samples to later places, by any distance.
 static void turn(std::vector<double>& samples, std::int64_t distance) {

@@ -2,12 +2,19 @@
 
 #include "workbench/analysis/Ends.h"
 #include "workbench/analysis/Oversampling.h"
+#include "workbench/methods/FendraSettings.h"
+#include "workbench/treatment/Treatment.h"
 
 #include <cstdint>
 #include <vector>
 
 // How the operands of a deconvolution are prepared; all of it is known before the module runs.
 struct PreparationPlan {
+    // As a treatment and the method of the settings have it; what is left to the data as by
+    // default.
+    static PreparationPlan of(const FendraSettings& settings, const Treatment& treatment,
+                              std::int64_t kernelZero);
+
     Ends ends = Ends::periodic;
     int oversampling = 1;
     std::int64_t kernelZero = 0;  // sample of the kernel at zero
@@ -52,3 +59,7 @@ private:
     EndRoom room;
     std::size_t extendedLength;
 };
+
+// The taps of the penalty of a regularised division of that many samples. rate: in Hz; Failure if a
+// band of frequencies was named and there is none.
+std::vector<double> tapsOf(const Treatment& treatment, double rate, std::size_t length);
