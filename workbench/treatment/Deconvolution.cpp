@@ -182,7 +182,7 @@ void Deconvolution::addResponse(Answer& answer, int channel) const {
         response.noise = std::min(response.noise, std::sqrt(squares / static_cast<double>(length)));
     }
     for (std::int64_t i = kept.first; i < kept.last; ++i) {
-        const double magnitude = std::abs(samples.data()[i]);
+        const double magnitude = std::abs(samples.begin()[i]);
         if (magnitude > response.peak) {
             response.peak = magnitude;
             response.peakSample = i - kept.first;

@@ -49,10 +49,10 @@ static std::size_t lengthWithoutZeros(const std::vector<double>& kernel) {
 }
 
 Preparation::Preparation(const std::vector<double>& kernelSamples, std::size_t length,
-                         int signalPower, const PreparationPlan& preparationPlan)
+                         int scaleOfSignal, const PreparationPlan& preparationPlan)
     : plan(preparationPlan),
       signalLength(length),
-      signalExponent(signalPower),
+      signalExponent(scaleOfSignal),
       kernelExponent(PowerScale::of(kernelSamples).exponent),
       kernel(scaled(kernelSamples, -kernelExponent)),
       room(roomFor(plan.ends, length,

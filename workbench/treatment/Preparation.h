@@ -34,7 +34,7 @@ struct PreparationPlan {
 class Preparation {
 public:
     // length: of the signals to prepare. Failure as the parts.
-    Preparation(const std::vector<double>& kernelSamples, std::size_t length, int signalExponent,
+    Preparation(const std::vector<double>& kernelSamples, std::size_t length, int scaleOfSignal,
                 const PreparationPlan& preparationPlan);
 
     [[nodiscard]] Operands operands(const std::vector<double>& signal) const;
