@@ -36,3 +36,18 @@ TEST(NoiseEstimate, IsABoundWhereTheKernelLeavesNoBinEmpty) {
     EXPECT_TRUE(estimateNoise(spectra).isBound);
     EXPECT_FALSE(noiseOfQuotient(spectra).has_value());
 }
+
+// Rough as it is, the signal fills the lower half of the spectrum alone. Taken for smooth, it
+// leaves a hundred times the noise.
+TEST(NoiseEstimate, IsBoundedByTheWeakestPartOfTheSpectrum) {
+    constexpr std::size_t n = 1024;
+    const double sigma = 1e-3 * std::sqrt(1.0 / 3.0);
+    Signal signal = periodicConvolution(noise(n, 6), kernelOfTwoGains(n, 0.0));
+    const Signal disturbance = noise(n, 7);
+    for (std::size_t i = 0; i < n; ++i) {
+        signal[i] += 1e-3 * disturbance[i];
+    }
+    const NoiseEstimate estimate = estimateNoise(PowerSpectra(signal, {1.0}));
+    EXPECT_TRUE(estimate.isBound);
+    EXPECT_NEAR(estimate.sigma, sigma, 0.15 * sigma);
+}

@@ -1,6 +1,8 @@
 #include "workbench/analysis/PowerSpectra.h"
 
 #include "tests/support/Signal.h"
+#include "tests/support/expectNear.h"
+#include "workbench/analysis/Oversampling.h"
 #include "workbench/messages/Failure.h"
 
 #include <gtest/gtest.h>
@@ -31,4 +33,17 @@ TEST(PowerSpectra, JoinTheHalvesOfTheBinAtHalfTheRate) {
     EXPECT_EQ(spectra.degrees(), 2);
     EXPECT_EQ(spectra.signal, (std::vector{0.0, 8.0}));
     EXPECT_EQ(spectra.energy(), 2.0);
+}
+
+TEST(PowerSpectra, AreThoseOfOversampledOperands) {
+    for (const int n : {7, 8}) {
+        const Signal y = noise(n, 1), h = noise(n, 2);
+        const Operands fine = oversampled({y, h}, 4);
+        const PowerSpectra expected(fine.signal, fine.kernel, 4);
+        const PowerSpectra spectra = PowerSpectra(y, h).oversampledBy(4);
+        EXPECT_EQ(spectra.length, expected.length);
+        EXPECT_EQ(spectra.degrees(), n);
+        expectNear(spectra.signal, expected.signal, 1e-11);
+        expectNear(spectra.kernel, expected.kernel, 1e-11);
+    }
 }

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <numbers>
 #include <vector>
 
 TEST(Ends, TakeTheRoomOfTheKernel) {
@@ -80,4 +81,19 @@ TEST(KernelShape, IsThatAboutTheMaximum) {
     EXPECT_EQ(shapeOf({0.0, 0.0}), Signal(4));
     EXPECT_EQ(supportOf({1.0, 0.0, -1.01e-6, 0.99e-6, 0.0}), 3U);
     EXPECT_NEAR(peakOf(doubleGamma()).correlation, 0.925, 5e-4);
+}
+
+// A whole period of a cosine, however it begins, with a little noise; a part of it, and a ramp.
+TEST(Ends, MeetRoughlyWhereAPeriodIsCut) {
+    const Signal disturbance = noise(100, 1);
+    Signal ramp, period;
+    for (int i = 0; i < 100; ++i) {
+        const auto noisy = 1e-3 * disturbance[static_cast<std::size_t>(i)];
+        ramp.push_back(0.01 * i + noisy);
+        period.push_back(std::cos(0.02 * std::numbers::pi * i + 1.0) + noisy);
+    }
+    EXPECT_FALSE(meetsRoughly(period));
+    EXPECT_TRUE(meetsRoughly(Signal(period.begin(), period.begin() + 70)));
+    EXPECT_TRUE(meetsRoughly(ramp));
+    EXPECT_FALSE(meetsRoughly({1.0, 9.0, 1.0}));
 }
