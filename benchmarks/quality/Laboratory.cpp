@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 static FoldJob deconvolution(const DataSet& set, const std::vector<double>& measured,
                              std::int32_t method) {
@@ -37,6 +38,17 @@ FoldJob Laboratory::repeated(FoldJob job, const Answer& found) {
     return job;
 }
 
+// What the rounding of sums as long as the signal adds to an error.
+static double roundingOf(const Signal& signal, double error) {
+    double energy = 0.0;
+    for (const double sample : signal.interleaved) {
+        energy += sample * sample;
+    }
+    const double root = static_cast<double>(signal.info.samples) *
+                        std::numeric_limits<double>::epsilon() * std::sqrt(energy);
+    return root * (2.0 * std::sqrt(error) + root);
+}
+
 Answer Laboratory::run(const FoldJob& job) {
     JobObserver observer;
     return run(job, observer);
@@ -53,7 +65,9 @@ Answer Laboratory::run(FoldJob job, JobObserver& observer) {
     const RunRecord& record = answer.outcome.record;
     if (record.choice && record.choice->predictedError) {
         const double reported = record.numbers.at(0).values.at(0);
-        worst = std::max(worst, std::abs(*record.choice->predictedError / reported - 1.0));
+        const double off = std::abs(*record.choice->predictedError - reported);
+        const double rounding = roundingOf(Signal::of(*job.first.open()), reported);
+        worst = std::max(worst, std::max(0.0, off - rounding) / reported);
         ++predicted;
     }
     return answer;

@@ -28,8 +28,8 @@ public:
     Answer run(const FoldJob& job);
     Answer run(FoldJob job, JobObserver& observer);
 
-    // The largest difference of predicted and reported last error, relative to the latter, in all
-    // runs of an iteration whose prediction is known; and their number.
+    // The largest difference of predicted and reported last error beyond rounding, relative to the
+    // latter, in all runs of an iteration whose prediction is known; and their number.
     [[nodiscard]] double worstPrediction() const { return worst; }
     [[nodiscard]] int predictions() const { return predicted; }
 

@@ -50,10 +50,11 @@ double Oracle::iteration(int oversampling) const {
     const PowerSpectra spectra(operands.signal, operands.kernel, oversampling);
     const IterationCurve curve(spectra, 1.0 / spectra.largestGain());
     double least = std::numeric_limits<double>::infinity();
-    for (double steps = 1.0; steps <= static_cast<double>(AnswerChoice::mostSteps);
-         steps = std::ceil(1.02 * steps)) {
+    double steps = 1.0;
+    while (steps <= static_cast<double>(AnswerChoice::mostSteps)) {
         const double error = errorAt(curve, steps);
         least = std::isnan(error) ? least : std::min(least, error);
+        steps = std::ceil(1.02 * steps);
     }
     return least;
 }
@@ -61,8 +62,10 @@ double Oracle::iteration(int oversampling) const {
 double Oracle::regularized(int order) const {
     const RegularizedCurve curve(PowerSpectra(measured, kernel), order);
     double least = std::numeric_limits<double>::infinity();
-    for (double strength = weakestStrength; strength <= greatestStrength; strength *= 1.1) {
+    double strength = weakestStrength;
+    while (strength <= greatestStrength) {
         least = std::min(least, errorAt(curve, strength));
+        strength *= 1.1;
     }
     return least;
 }

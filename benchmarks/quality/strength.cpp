@@ -13,7 +13,8 @@ static double iterationRatio(Laboratory& laboratory, const DataSet& set, const S
                              const FoldJob& job) {
     const Answer answer = laboratory.run(job);
     const Oracle oracle(set, measured);
-    return oracle.errorOf(answer.samples()) / oracle.iteration(answer.choice().oversampling.value_or(1));
+    return oracle.errorOf(answer.samples()) /
+           oracle.iteration(answer.choice().oversampling.value_or(1));
 }
 
 static void measureXrayLines(Laboratory& laboratory, Figures& figures) {
