@@ -95,8 +95,9 @@ MethodAdvice adviseMethod(double symmetry, const PowerSpectra& spectra, double n
     const CurvePoint best = searchStrength(regularized, std::nullopt).best;
     const double noiseOfQuotient = noiseShare(regularized, best.parameter, noise, all);
     const double signal = std::sqrt(spectra.energy() / spectra.length);
-    if (noiseOfQuotient < 0.1 && regularisingIsIdle(regularized, best.parameter, noise) &&
-        (noise < 1e-3 * signal || best.kept > 0.95 * spectra.degrees())) {
+    const bool idle = noise < 1e-3 * signal ? regularisingIsIdle(regularized, best.parameter, noise)
+                                            : best.kept > 0.95 * spectra.degrees();
+    if (noiseOfQuotient < 0.1 && idle) {
         return {MethodAdvice::Method::division,
                 fmt::format("the noise makes {:.2g} % of the quotient of the spectra, less than "
                             "regularisation might blur",

@@ -14,10 +14,11 @@ struct MethodAdvice {
 
 // Regularised division, with the strength left to the data, comes within 1.2 of the best linear
 // answer nearly everywhere, so it needs a reason to use another method:
-//     division    the noise makes less than a tenth of the quotient Y/H; it is below 1e-3 of the
-//                 signal, or regularised division would keep more than 95 of 100 degrees of
-//                 freedom; and that would take off less than half of the noise, or twice as much as
-//                 the noise: there it can blur more than the noise disturbs
+//     division    the noise makes less than a tenth of the quotient Y/H, and there is little for
+//                 regularised division to do. With noise below 1e-3 of the signal: it would take
+//                 off less than half of the noise, or twice as much as the noise. With more: it
+//                 would keep more than 95 of 100 degrees of freedom, so what looks like noise is
+//                 mostly what a smooth answer cannot follow
 //     iteration   a smooth symmetric peak, which leaves at least half of the bins empty, and the
 //                 best number of steps within the range that is searched: there it does as well,
 //                 and its strength is a plain count
