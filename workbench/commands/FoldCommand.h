@@ -1,7 +1,7 @@
 #pragma once
 
-#include "workbench/commands/InputOptions.h"
 #include "workbench/jobs/FoldJob.h"
+#include "workbench/terminal/InputOptions.h"
 #include "workbench/terminal/OutputOptions.h"
 #include "workbench/terminal/SettingOptions.h"
 #include "workbench/terminal/TreatmentOptions.h"

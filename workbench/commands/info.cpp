@@ -1,11 +1,11 @@
 #include "host/B_BasisModule.h"
 #include "platform/ResourceChain.h"
 #include "workbench/commands/Command.h"
-#include "workbench/commands/InputOptions.h"
 #include "workbench/jobs/SignalRange.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/module/ModuleFacts.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/terminal/InputOptions.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

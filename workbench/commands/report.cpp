@@ -1,10 +1,10 @@
 #include "workbench/commands/Command.h"
-#include "workbench/commands/InputOptions.h"
 #include "workbench/methods/Setting.h"
 #include "workbench/methods/settingsJson.h"
 #include "workbench/module/FendraModule.h"
 #include "workbench/module/ModuleFacts.h"
 #include "workbench/module/StoredGraph.h"
+#include "workbench/terminal/InputOptions.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

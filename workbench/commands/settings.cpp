@@ -1,6 +1,5 @@
 #include "host/B_BasisModule.h"
 #include "workbench/commands/Command.h"
-#include "workbench/commands/InputOptions.h"
 #include "workbench/desktop/DialogTyper.h"
 #include "workbench/desktop/SettingsEditor.h"
 #include "workbench/desktop/WindowLibrary.h"
@@ -10,6 +9,7 @@
 #include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/terminal/InputOptions.h"
 #include "workbench/terminal/settingWords.h"
 
 #include <CLI/CLI.hpp>

@@ -25,7 +25,12 @@ WholeDeconvolution::WholeDeconvolution(const FoldJob& foldJob, const ModuleLibra
     Treatment treatment = job.treatment;
     treatment.room = job.cutting.pad;
     treatment.curve = job.curve.has_value();
-    observer.chooses(secondsToChoose(signal.info.samples));
+    const bool searches =
+        job.leftToData.any() || job.treatment.automatic ||
+        (job.settings.method == FendraSettings::regularized && !job.treatment.strength);
+    if (searches) {
+        observer.chooses(secondsToChoose(signal.info.samples));
+    }
     deconvolution.emplace(library, signal, kernel, job.settings, job.leftToData, treatment);
     checkMemory(method(), deconvolution->moduleLength());
     if (job.curve) {

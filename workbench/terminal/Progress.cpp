@@ -11,6 +11,7 @@
 // Shorter runs show no line, which would only flicker.
 static constexpr auto beforeFirst = std::chrono::milliseconds(500);
 static constexpr auto betweenShows = std::chrono::milliseconds(200);
+static constexpr double worthTelling = 10.0;  // seconds that are told of beforehand
 
 Progress::Progress(std::string what, bool quiet) : name(std::move(what)), silent(quiet) {}
 
@@ -33,8 +34,13 @@ void Progress::end() {
     }
 }
 
+void Progress::chooses(double seconds) {
+    if (!silent && seconds > worthTelling) {
+        fmt::print(stderr, "choosing from the data takes about {:.0f} seconds\n", seconds);
+    }
+}
+
 void Progress::begins(const JobSize& jobSize) {
-    constexpr double worthTelling = 10.0;
     {
         const std::lock_guard lock(guard);
         size = jobSize;

@@ -20,6 +20,7 @@ public:
     ~Progress() override;
 
     // A single round that will take long is announced, also where there is no terminal.
+    void chooses(double seconds) override;
     void begins(const JobSize& jobSize) override;
     bool advances(const JobProgress& jobProgress) override;
 

@@ -1,4 +1,4 @@
-#include "workbench/commands/InputOptions.h"
+#include "workbench/terminal/InputOptions.h"
 
 #include "workbench/system/fileNames.h"
 
