@@ -61,10 +61,10 @@ std::vector<std::string> RunRecord::judgementLines() const {
     }
     for (const ResponseRecord& response : responses) {
         lines.push_back(fmt::format(
-            "{}peak {:.4g} at sample {}{}, noise {:.3g}, {:.1f} dB below it",
+            "{}peak {:.4g} at sample {}{}; {:.1f} dB above the noise, {:.3g} where it is quietest",
             channels == 1 ? "" : fmt::format("channel {}: ", response.channel + 1), response.peak,
             response.peakSample, seconds(static_cast<double>(response.peakSample), ", "),
-            response.noise, response.decibels()));
+            response.decibels(), response.noise));
     }
     return lines;
 }
