@@ -216,20 +216,22 @@ void Deconvolution::addBand(Answer& answer, int channel, std::uint32_t loops) co
 std::vector<double> Deconvolution::bandOf(const std::vector<double>& response, std::size_t before,
                                           std::size_t middle, const std::vector<double>& result,
                                           int channel) const {
-    const Treatment& treatment = chosen.treatment;
-    const PreparationPlan plan = PreparationPlan::of(chosen.settings, treatment, zero.sample);
-    if (treatment.noise.kind == KnownNoise::Kind::stretch) {
-        const NoiseModel model =
-            NoiseModel::ofStretch(quietSamples(signal, channel, treatment.noise.stretch),
-                                  static_cast<int>(response.size()));
-        return std::vector<double>(response.size(), bandOfNoise(response, model.power()));
+    const KnownNoise& noise = chosen.treatment.noise;
+    const Ends ends = PreparationPlan::of(chosen.settings, chosen.treatment, zero.sample).ends;
+    const bool counts = noise.kind == KnownNoise::Kind::counts;
+    std::vector<double> band(response.size());
+    if (noise.kind == KnownNoise::Kind::stretch) {
+        const NoiseModel model = NoiseModel::ofStretch(quietSamples(signal, channel, noise.stretch),
+                                                       static_cast<int>(response.size()));
+        std::fill(band.begin(), band.end(), bandOfNoise(response, model.power()));
+        return band;
+    }
+    if (!counts && ends != Ends::zero) {
+        std::fill(band.begin(), band.end(), bandHalfWidth(response, *chosen.noise));
+        return band;
     }
     const double variance = *chosen.noise * *chosen.noise;
-    std::vector<double> variances(response.size(), plan.ends == Ends::zero ? 0.0 : variance);
-    const bool counts = treatment.noise.kind == KnownNoise::Kind::counts;
-    if (!counts && plan.ends != Ends::zero) {
-        return std::vector<double>(response.size(), bandHalfWidth(response, *chosen.noise));
-    }
+    std::vector<double> variances(response.size(), ends == Ends::zero ? 0.0 : variance);
     const std::vector<double> model =
         counts ? modelOf(result, channel)
                : std::vector<double>(static_cast<std::size_t>(signal.info.samples), variance);
