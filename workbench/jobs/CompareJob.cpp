@@ -58,7 +58,8 @@ static std::vector<double> modelOf(const CompareJob& job, const MethodOutcome& o
     const std::int64_t early = stays   ? std::ssize(model) - outcome.method->lag
                                : moved ? moved->samples - moved->lag
                                        : 0;
-    std::rotate(model.begin(), model.begin() + early % std::ssize(model), model.end());
+    std::rotate(model.data(), model.data() + early % std::ssize(model),
+                model.data() + model.size());
     model.resize(length);
     return model;
 }

@@ -110,7 +110,8 @@ std::vector<double> RoundFolding::placed(const double* interleaved, std::int64_t
     const std::int64_t width = driven->channels();
     std::vector<double> result(interleaved + dropped * width, interleaved + samples * width);
     const std::int64_t left = samples - dropped;
-    std::rotate(result.begin(), result.begin() + (turned % left) * width, result.end());
+    std::rotate(result.data(), result.data() + (turned % left) * width,
+                result.data() + result.size());
     return result;
 }
 

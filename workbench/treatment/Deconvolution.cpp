@@ -29,7 +29,7 @@ static std::vector<double> quietSamples(const Signal& signal, int channel, const
     const SampleRange quiet =
         samplesIn(stretch, signal.info.axis, signal.info.rate, signal.info.samples, "--noise-from");
     const std::vector<double> samples = channelOf(signal, channel);
-    return {samples.begin() + quiet.first, samples.begin() + quiet.last};
+    return {samples.data() + quiet.first, samples.data() + quiet.last};
 }
 
 static Question questionOf(const Signal& signal, const Signal& kernel, int channel,
@@ -162,7 +162,8 @@ Deconvolution::Answer Deconvolution::run(int channel,
         addResponse(result, channel);
     }
     result.samples.resize(static_cast<std::size_t>(kept.last));
-    result.samples.erase(result.samples.begin(), result.samples.begin() + kept.first);
+    result.samples.erase(result.samples.begin(),
+                         result.samples.begin() + static_cast<std::ptrdiff_t>(kept.first));
     return result;
 }
 
@@ -182,7 +183,7 @@ void Deconvolution::addResponse(Answer& answer, int channel) const {
         response.noise = std::min(response.noise, std::sqrt(squares / static_cast<double>(length)));
     }
     for (std::int64_t i = kept.first; i < kept.last; ++i) {
-        const double magnitude = std::abs(samples.begin()[i]);
+        const double magnitude = std::abs(samples[static_cast<std::size_t>(i)]);
         if (magnitude > response.peak) {
             response.peak = magnitude;
             response.peakSample = i - kept.first;
@@ -209,7 +210,7 @@ void Deconvolution::addBand(Answer& answer, int channel, std::uint32_t loops) co
     taps.resize(std::min(taps.size(), response.size()));
     answer.resolution = resolutionOf(response, taps);
     const std::vector<double> band = bandOf(response, before, middle, answer.samples, channel);
-    const auto first = band.begin() + static_cast<std::ptrdiff_t>(before);
+    const double* const first = band.data() + before;
     answer.halfWidths.assign(first + kept.first, first + kept.last);
 }
 
@@ -249,6 +250,6 @@ std::vector<double> Deconvolution::modelOf(const std::vector<double>& result, in
         callModule(library, convolution, result, channelOf(kernel, channel)).samples;
     const bool moves = chosen.treatment.origin.kind != Origin::Kind::none;
     const std::int64_t distance = moves ? zero.sample % std::ssize(model) : 0;
-    std::rotate(model.begin(), model.begin() + distance, model.end());
+    std::rotate(model.data(), model.data() + distance, model.data() + model.size());
     return model;
 }

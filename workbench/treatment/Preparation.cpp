@@ -38,7 +38,7 @@ std::vector<double> tapsOf(const Treatment& treatment, double rate, std::size_t 
 static void turn(std::vector<double>& samples, std::int64_t distance) {
     const std::int64_t length = std::ssize(samples);
     const std::int64_t first = ((-distance % length) + length) % length;
-    std::rotate(samples.begin(), samples.begin() + first, samples.end());
+    std::rotate(samples.data(), samples.data() + first, samples.data() + length);
 }
 
 // Zeros that stand behind a kernel need no room.
