@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
 WholeDeconvolution::WholeDeconvolution(const FoldJob& foldJob, const ModuleLibrary& library,
@@ -114,10 +115,7 @@ void WholeDeconvolution::report(const Deconvolution::Answer& answer, int channel
         if (!record.uncertainty) {
             record.uncertainty = UncertaintyRecord{*deconvolution->choice().noise, 0.0, 0.0};
         }
-        double sum = 0.0;
-        for (const double halfWidth : answer.halfWidths) {
-            sum += halfWidth;
-        }
+        const double sum = std::accumulate(answer.halfWidths.begin(), answer.halfWidths.end(), 0.0);
         UncertaintyRecord& uncertainty = *record.uncertainty;
         uncertainty.halfWidth =
             std::max(uncertainty.halfWidth, sum / static_cast<double>(answer.halfWidths.size()));

@@ -72,9 +72,6 @@ public:
     // operand.
     [[nodiscard]] std::int64_t resultLength(std::int64_t round) const;
     [[nodiscard]] std::int64_t shorterLength(std::int64_t round) const;
-    // Whether the second signal is one share, which serves all rounds; and its channels.
-    [[nodiscard]] bool secondServesAll() const { return second.rounds() == 1; }
-    [[nodiscard]] int secondChannels() const { return second.channels(); }
 
     [[nodiscard]] const std::vector<ReportedNumbers>& numbers() const { return reported; }
     [[nodiscard]] std::vector<std::string> numberNames() const { return driver.numberNames(); }

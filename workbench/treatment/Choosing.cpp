@@ -14,8 +14,6 @@
 #include <numbers>
 #include <numeric>
 
-static constexpr double periodicRatio = 2e-3;
-
 Choosing::Choosing(const Question& asked, const FendraSettings& given, const LeftToData& leftToData,
                    const Treatment& wanted)
     : question(asked),
@@ -25,7 +23,6 @@ Choosing::Choosing(const Question& asked, const FendraSettings& given, const Lef
       kernel(scaled(question.kernel, -PowerScale::of(question.kernel).exponent)) {
     choice.settings = given;
     choice.treatment = wanted;
-    record.noise = 0.0;
 }
 
 bool Choosing::wantsRecord() const {
@@ -98,7 +95,8 @@ static bool isSmooth(const PowerSpectra& spectra) {
 void Choosing::chooseEnds() {
     Treatment& treatment = choice.treatment;
     const bool open = !treatment.ends && !treatment.room && !treatment.frequencies;
-    const double noise = std::max(sigmaOfSignal(), periodicRatio * rootMeanSquare());
+    constexpr double least = 2e-3;  // of the signal: a hundredth is no step to speak of
+    const double noise = std::max(sigmaOfSignal(), least * rootMeanSquare());
     constexpr std::size_t fewest = 32;
     if (!open || signal.size() < fewest || !endsDiffer(signal, noise)) {
         return;

@@ -47,9 +47,6 @@ public:
     [[nodiscard]] std::vector<double> restoredWhole(const std::vector<double>& result) const;
     // Samples that stand before the signal's first one there.
     [[nodiscard]] std::size_t samplesBefore() const { return room.before; }
-    // By what exponent of two signal, kernel and result were divided.
-    [[nodiscard]] int signalScale() const { return signalExponent; }
-    [[nodiscard]] int kernelScale() const { return kernelExponent; }
 
 private:
     PreparationPlan plan;
