@@ -112,9 +112,14 @@ TEST(FoldJob, EndsWithTheEstimateWhereItsLastIterationIsStopped) {
 // Between channels, and within an iteration after which others would follow.
 TEST(FoldJob, LeavesNothingWhereItIsStoppedBeforeItsEnd) {
     const TemporaryFolder folder;
-    FoldJob job = jobOf(FendraSettings::vanCittert, 1.0, 2);
-    job.cutting.block = 24;
-    for (const auto& [channel, loop, done] : {std::tuple(1, 99U, 0), {3, 99U, 1}, {99, 5U, 0}}) {
+    constexpr std::int32_t iteration = FendraSettings::vanCittert;
+    for (const auto& [method, channel, loop, done] :
+         {std::tuple(iteration, 1, 99U, 0),
+          {iteration, 3, 99U, 1},
+          {iteration, 99, 5U, 0},
+          {FendraSettings::frequencyDomain, 1, 99U, 1}}) {
+        FoldJob job = jobOf(method, 1.0, 2);
+        job.cutting = {24, method != iteration};
         Watcher watcher;
         watcher.stopAtChannel = channel;
         watcher.stopAtLoop = loop;
@@ -122,5 +127,71 @@ TEST(FoldJob, LeavesNothingWhereItIsStoppedBeforeItsEnd) {
         EXPECT_EQ(failureOf([&] { run(job, fendra(), target, watcher); }),
                   "stopped after " + std::to_string(done) + " of 2 blocks; nothing is written");
         EXPECT_EQ(folder.count(), 0);
+    }
+}
+
+namespace {
+
+// A signal that is never whole in memory; keeps the most samples that were asked for at once.
+class StreamReader final : public SignalReader {
+public:
+    StreamReader(std::int64_t samples, std::int64_t& mostAtOnce) : most(mostAtOnce) {
+        facts.source = SourceName("stream");
+        facts.channels = 2;
+        facts.samples = samples;
+    }
+
+    std::int64_t read(double* interleaved, std::int64_t count) override {
+        const std::int64_t got = std::min(count, facts.samples - position);
+        most = std::max(most, count);
+        for (std::int64_t i = 0; i < 2 * got; ++i) {
+            const std::int64_t value = (2 * position + i) * 7919 % 1000;
+            interleaved[i] = static_cast<double>(value) / 1000.0 - 0.5;
+        }
+        position += got;
+        return got;
+    }
+
+private:
+    std::int64_t& most;
+    std::int64_t position = 0;
+};
+
+}  // namespace
+
+static Outcome linear(std::int64_t samples, std::int32_t method, std::int64_t block,
+                      std::int64_t& mostAtOnce) {
+    FoldJob job = jobOf(method, 1.0, 1);
+    job.first = {SourceName("stream"),
+                 [&, samples] { return std::make_unique<StreamReader>(samples, mostAtOnce); }};
+    job.cutting = {block, true};
+    job.treatment.origin.kind = Origin::Kind::automatic;
+    Watcher watcher;
+    Outcome outcome = run(job, fendra(), watcher);
+    EXPECT_TRUE(watcher.began && watcher.rises);
+    return outcome;
+}
+
+// The module's time domain has the whole signal, and stands for the sums.
+TEST(LinearConvolution, ReadsPiecesAndGivesWhatTheModuleGivesOfTheWhole) {
+    std::int64_t most = 0;
+    const Outcome whole = linear(200000, FendraSettings::timeDomain, 0, most);
+    ASSERT_EQ(whole.record.samples, 200000 + 47 - 24);
+    double energy = 0.0;
+    for (const double value : whole.result.interleaved) {
+        energy += value * value;
+    }
+    for (const std::int64_t block : {0, 1000, 150000}) {
+        most = 0;
+        const Outcome streamed = linear(200000, FendraSettings::frequencyDomain, block, most);
+        EXPECT_LE(most, 65536);
+        ASSERT_EQ(streamed.record.samples, whole.record.samples);
+        ASSERT_EQ(streamed.result.interleaved.size(), whole.result.interleaved.size());
+        double wrong = 0.0;
+        for (std::size_t i = 0; i < whole.result.interleaved.size(); ++i) {
+            const double e = streamed.result.interleaved[i] - whole.result.interleaved[i];
+            wrong += e * e;
+        }
+        EXPECT_LE(std::sqrt(wrong / energy), 1e-14 * std::sqrt(std::log2(200047.0)));
     }
 }

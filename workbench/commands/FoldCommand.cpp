@@ -47,18 +47,24 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
 }
 
 void FoldCommand::addCutting(CLI::App& command) {
-    command
-        .add_option("--block", cutting.block,
-                    "cut both signals into blocks of N samples; a signal of a single block is used "
-                    "for all blocks of the other. Without it the whole signal is one block")
+    const bool deconvolves = options.settings().direction == FendraSettings::deconvolution;
+    std::string block =
+        "cut both signals into blocks of N samples; a signal of a single block is used for all "
+        "blocks of the other. Without it the whole signal is one block";
+    std::string pad = "append zeros, so that nothing wraps round";
+    if (!deconvolves) {
+        block += ". With --pad in the frequency domain: the length of the blocks that it works in";
+        pad +=
+            ": n + m - 1 samples. In the frequency domain the workbench computes them, and the "
+            "longer signal may be of any length; in the time domain each block is padded by its "
+            "own. An axis starts at the sum of both starts; without one, samples before the zero "
+            "of the kernel (--origin) are left out";
+    }
+    command.add_option("--block", cutting.block, block)
         ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "block length"))
         ->type_name("N")
         ->group("Blocks");
-    command
-        .add_flag("--pad", cutting.pad,
-                  "append zeros, so that nothing wraps round. A convolution is longer then by the "
-                  "other signal (with --block: each block by its own)")
-        ->group("Blocks");
+    command.add_flag("--pad", cutting.pad, pad)->group("Blocks");
 }
 
 void FoldCommand::addOutput(CLI::App& command) {

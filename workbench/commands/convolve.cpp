@@ -16,7 +16,7 @@ static void addConvolve(CLI::App& program) {
     command.footer(
         "  fendra convolve speech.wav room.wav -o wet.wav\n"
         "  fendra convolve spectrum.csv peak.csv --pad -o linear.csv\n"
-        "  fendra convolve long.wav filter.wav --block 65536 -o out.w64   each block by itself\n"
+        "  fendra convolve hour.wav room.wav --pad -o wet.w64   of any length, in constant memory\n"
         "  cat measured.txt | fendra convolve - kernel.txt > smooth.csv\n");
     const auto convolve = std::make_shared<FoldCommand>("convolve", FendraSettings::convolution);
     convolve->addTo(command, "A", "B");

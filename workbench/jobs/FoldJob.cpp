@@ -4,6 +4,7 @@
 #include "workbench/jobs/CommonStep.h"
 #include "workbench/jobs/Comparison.h"
 #include "workbench/jobs/Findings.h"
+#include "workbench/jobs/LinearConvolution.h"
 #include "workbench/jobs/ResultTap.h"
 #include "workbench/jobs/RoundFolding.h"
 #include "workbench/jobs/StepRelay.h"
@@ -94,6 +95,8 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
         measured.info.rate = common.rate;
         folding = std::make_unique<WholeDeconvolution>(job, library, std::move(measured),
                                                        std::move(kernel), observer);
+    } else if (LinearConvolution::does(job)) {
+        folding = std::make_unique<LinearConvolution>(job, std::move(first), std::move(second));
     } else {
         folding = std::make_unique<RoundFolding>(job, library, std::move(first), std::move(second),
                                                  whole);

@@ -17,8 +17,10 @@ class ModuleLibrary;
 
 // How the signals of a job are cut.
 struct Cutting {
-    std::int64_t block = 0;  // samples in a block; 0: the whole signal is one block
-    bool pad = false;        // zeros are appended, so that nothing wraps round
+    // Samples in a block; 0: the whole signal is one block, or, of a linear convolution in the
+    // frequency domain, as many as cost least: its result is the same to rounding.
+    std::int64_t block = 0;
+    bool pad = false;  // zeros are appended, so that nothing wraps round
 };
 
 // A run as a value: two signals, the settings of the module, how they are cut, and what is to be

@@ -65,33 +65,23 @@ RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
       used(*Method::selectedBy(job.settings)),
       first(std::move(firstReader)),
       second(std::move(secondReader)),
-      module(library.makeModule()),
-      resultPlace(first->info().axis) {
+      module(library.makeModule()) {
+    place.axis = first->info().axis;
     if (!whole) {
         refuseForBlocks(job);
     } else if (job.treatment.origin.kind != Origin::Kind::none) {
-        placeWhole();
+        place = placeOfWhole();
     }
     applySettings(job.settings, *module);
     driven.emplace(*module, *first, *second, planOf(job, used));
     checkMemory(used, driven->resultLength(0));
 }
 
-// A linear convolution has room for all of its samples: its axis starts at the sum of both starts.
-// Where the samples alone tell the place, as on a circle, the result is turned.
-void RoundFolding::placeWhole() {
+ConvolutionPlace RoundFolding::placeOfWhole() {
     const bool firstIsKernel = first->info().samples < second->info().samples;
     std::unique_ptr<SignalReader>& kernel = firstIsKernel ? first : second;
     const KernelZero zero = kernelZeroOf(kernel, job.treatment.origin);
-    const std::optional<SignalAxis> axis = (firstIsKernel ? second : first)->info().axis;
-    turned = job.cutting.pad && axis ? 0 : zero.sample;
-    dropped = job.cutting.pad ? used.lag : 0;
-    resultPlace = resultAxis(axis, zero, -turned, false);
-    if (turned + used.lag != 0) {
-        movement =
-            Movement{-turned - used.lag, turned == 0 ? 0.0 : zero.index, used.lag, zero.reason};
-    }
-    turned += used.lag - dropped;
+    return {(firstIsKernel ? second : first)->info().axis, zero, job.cutting.pad, used.lag};
 }
 
 JobSize RoundFolding::size() const {
@@ -101,24 +91,24 @@ JobSize RoundFolding::size() const {
 void RoundFolding::describe(RunRecord& record) const {
     record.settings = job.settings;
     record.channels = driven->channels();
-    record.samples = driven->samples() - dropped;
+    record.samples = driven->samples() - place.dropped;
     record.rounds = driven->rounds();
-    record.moved = movement;
+    record.moved = place.movement;
 }
 
 std::vector<double> RoundFolding::placed(const double* interleaved, std::int64_t samples) const {
     const std::int64_t width = driven->channels();
-    std::vector<double> result(interleaved + dropped * width, interleaved + samples * width);
-    const std::int64_t left = samples - dropped;
-    std::rotate(result.data(), result.data() + (turned % left) * width,
+    std::vector<double> result(interleaved + place.dropped * width, interleaved + samples * width);
+    const std::int64_t left = samples - place.dropped;
+    std::rotate(result.data(), result.data() + (place.turned % left) * width,
                 result.data() + result.size());
     return result;
 }
 
 void RoundFolding::run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) {
     const auto deliver = [&](const double* values, std::int64_t samples) {
-        if (movement) {
-            tap.take(placed(values, samples).data(), samples - dropped);
+        if (place.movement) {
+            tap.take(placed(values, samples).data(), samples - place.dropped);
         } else {
             tap.take(values, samples);
         }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "workbench/jobs/ConvolutionPlace.h"
 #include "workbench/jobs/FoldJob.h"
 #include "workbench/jobs/Folding.h"
 #include "workbench/module/ModuleLibrary.h"
 #include "workbench/module/ModuleRun.h"
-#include "workbench/treatment/KernelZero.h"
 
 #include <memory>
 #include <optional>
@@ -25,20 +25,17 @@ public:
     [[nodiscard]] const Method& method() const override { return used; }
     [[nodiscard]] JobSize size() const override;
     void describe(RunRecord& record) const override;
-    [[nodiscard]] std::optional<SignalAxis> axis() const override { return resultPlace; }
+    [[nodiscard]] std::optional<SignalAxis> axis() const override { return place.axis; }
     void run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) override;
 
 private:
-    void placeWhole();
+    [[nodiscard]] ConvolutionPlace placeOfWhole();
     std::vector<double> placed(const double* interleaved, std::int64_t samples) const;
 
     const FoldJob& job;
     const Method& used;
     std::unique_ptr<SignalReader> first, second;
     ModuleObject module;
-    std::optional<SignalAxis> resultPlace;
-    std::optional<Movement> movement;
-    int dropped = 0;          // samples at the start of a padded result: the lag
-    std::int64_t turned = 0;  // samples by which a result is moved to earlier places
+    ConvolutionPlace place;
     std::optional<ModuleRun> driven;
 };

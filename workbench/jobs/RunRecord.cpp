@@ -21,8 +21,13 @@ std::string describe(int channels, std::int64_t samples, double rate) {
     return rate > 0.0 ? text + fmt::format(", {} Hz", rate) : text;
 }
 
+static constexpr const char* overlapAddText = "overlap-add of the workbench";
+
 // "convolve, frequency, per block, Fendra V1.91"
 std::string RunRecord::work() const {
+    if (overlapAdd) {
+        return fmt::format("convolve, frequency, linear, {}", overlapAddText);
+    }
     const bool convolves = settings.direction == FendraSettings::convolution;
     return fmt::format("{}, {}, per {}, {} {}", convolves ? "convolve" : "deconvolve",
                        Method::selectedBy(settings)->word, Setting::named("per").word(settings),
@@ -187,7 +192,8 @@ std::string RunRecord::json() const {
                    {"block", block > 0 ? Json(block) : Json(nullptr)},
                    {"pad", pad},
                    {"inputs", files},
-                   {"result", resultOf(*this)}};
+                   {"result", resultOf(*this)},
+                   {"arithmetic", overlapAdd ? overlapAddText : "module"}};
     if (!graph.empty()) {
         record["graph"] = graph;
     }

@@ -32,6 +32,7 @@ struct RunRecord {
     bool pad = false;
     std::string graph;  // stored, from which the settings are; empty: none
     std::string module, moduleVersion, moduleFile;
+    bool overlapAdd = false;  // the samples are from the workbench's overlap-add, not the module
     std::vector<SignalInfo> inputs;
     SourceName output;
     int channels = 1;

@@ -47,13 +47,24 @@ double secondsToChoose(std::int64_t samples) {
     return points * secondsPerBin * static_cast<double>(samples) / 2.0;
 }
 
+static constexpr double gigabyte = 1e9;
+
 void checkMemory(const Method& method, std::int64_t length) {
-    constexpr double gigabyte = 1e9;
     const double needed = method.bytes(static_cast<double>(length)), free = freeMemory();
     if (needed > free) {
         throw Failure(
             fmt::format("the filter for {} samples takes {:.3g} GB of memory, and {:.3g} GB "
                         "are free; choose another method, or cut the signals",
                         length, needed / gigabyte, free / gigabyte));
+    }
+}
+
+void checkKernelMemory(const SignalInfo& kernel, double needed) {
+    const double free = freeMemory();
+    if (needed > free) {
+        throw Failure(
+            fmt::format("{}, the shorter signal, takes {:.3g} GB of memory as a kernel, and {:.3g} "
+                        "GB are free; shorten it",
+                        kernel.source.shown, needed / gigabyte, free / gigabyte));
     }
 }

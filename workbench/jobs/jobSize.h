@@ -2,6 +2,7 @@
 
 #include "workbench/jobs/JobObserver.h"
 #include "workbench/methods/FendraSettings.h"
+#include "workbench/signals/SignalReader.h"
 
 #include <cstdint>
 
@@ -20,3 +21,6 @@ double secondsToChoose(std::int64_t samples);
 
 // Failure if the method needs more memory than is free for a result of that length.
 void checkMemory(const Method& method, std::int64_t length);
+
+// Failure if a kernel to convolve with needs more bytes than are free.
+void checkKernelMemory(const SignalInfo& kernel, double needed);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "workbench/analysis/OverlapAdd.h"
+#include "workbench/jobs/ConvolutionPlace.h"
+#include "workbench/jobs/FoldJob.h"
+#include "workbench/jobs/Folding.h"
+
+#include <memory>
+#include <vector>
+
+class SignalReader;
+
+// A linear convolution in the frequency domain, which the workbench computes itself: the longer
+// signal, at equal lengths the first, is read as a stream, and the kernel alone is in memory. The
+// result has n + m - 1 samples, less those that ConvolutionPlace leaves out.
+class LinearConvolution final : public Folding {
+public:
+    // Whether a job is one.
+    static bool does(const FoldJob& job);
+
+    // Failure if the channels do not go together, the kernel is too long or does not fit in memory,
+    // and as zeroOf.
+    LinearConvolution(const FoldJob& foldJob, std::unique_ptr<SignalReader> first,
+                      std::unique_ptr<SignalReader> second);
+
+    [[nodiscard]] const Method& method() const override { return used; }
+    [[nodiscard]] JobSize size() const override;
+    void describe(RunRecord& record) const override;
+    [[nodiscard]] std::optional<SignalAxis> axis() const override { return place.axis; }
+    void run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) override;
+
+private:
+    [[nodiscard]] std::int64_t blocks() const;
+    void add(const std::vector<double>& interleaved, std::int64_t samples);
+    void deliver(ResultTap& tap);
+
+    const FoldJob& job;
+    const Method& used;
+    std::unique_ptr<SignalReader> signal;
+    std::int64_t taps;
+    ConvolutionPlace place;
+    std::vector<OverlapAdd> convolutions;    // one a channel of the result
+    std::vector<std::vector<double>> ready;  // of each, not yet delivered
+    std::int64_t left;  // samples at the start that are left out, still to come
+};
