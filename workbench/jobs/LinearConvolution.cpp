@@ -95,8 +95,11 @@ void LinearConvolution::deliver(ResultTap& tap) {
     for (std::int64_t i = skipped; i < samples;) {
         const std::int64_t count = std::min(samples - i, longestPiece);
         interleaved.resize(static_cast<std::size_t>(count) * width);
-        for (std::size_t j = 0; j < interleaved.size(); ++j) {
-            interleaved[j] = ready[j % width][static_cast<std::size_t>(i) + j / width];
+        for (std::size_t c = 0; c < width; ++c) {
+            for (std::int64_t j = 0; j < count; ++j) {
+                interleaved[static_cast<std::size_t>(j) * width + c] =
+                    ready[c][static_cast<std::size_t>(i + j)];
+            }
         }
         tap.take(interleaved.data(), count);
         i += count;
