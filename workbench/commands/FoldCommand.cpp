@@ -56,7 +56,8 @@ void FoldCommand::addCutting(CLI::App& command) {
         block += ". With --pad in the frequency domain: the length of the blocks that it works in";
         pad +=
             ": n + m - 1 samples. In the frequency domain the workbench computes them, and the "
-            "longer signal may be of any length; in the time domain each block is padded by its "
+            "longer signal may be of any length, and come block by block from a pipe if it is text "
+            "without an axis; in the time domain each block is padded by its "
             "own. An axis starts at the sum of both starts; without one, samples before the zero "
             "of the kernel (--origin) are left out";
     }

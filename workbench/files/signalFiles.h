@@ -19,6 +19,11 @@
 //             not exist, NaN or infinity.
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options);
 
+// The same, but text from a pipe is read as it comes, where its columns are known by its first two
+// lines: a single column, or none that is or may be the axis. Until its end info().samples is 0,
+// and read may throw a Failure about each further line.
+std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options);
+
 // The file of that path as a source: it is opened, with these options, when it is needed.
 SignalSource fileSource(const std::string& path, const ReadOptions& options);
 

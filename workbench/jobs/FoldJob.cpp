@@ -57,7 +57,9 @@ namespace {
 class FoldRun {
 public:
     // Everything that can be refused is refused here, before a file is made for the result.
-    FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary, JobObserver& jobObserver);
+    // intoStream: the result can be written before its length is known.
+    FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary, JobObserver& jobObserver,
+            bool intoStream);
 
     RunRecord run(const MakeWriter& makeWriter);
 
@@ -78,13 +80,20 @@ private:
 
 }  // namespace
 
+static std::unique_ptr<SignalReader> opened(const SignalSource& source, bool asStream) {
+    return asStream && source.openStream ? source.openStream() : source.open();
+}
+
 FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
-                 JobObserver& jobObserver)
+                 JobObserver& jobObserver, bool intoStream)
     : job(foldJob), library(moduleLibrary), observer(jobObserver) {
     const ModuleObject module = library.makeModule();
     requireFendra(*module);
     const Method& method = methodOf(job);
-    std::unique_ptr<SignalReader> first = job.first.open(), second = job.second.open();
+    const bool streams = intoStream && LinearConvolution::does(job);
+    std::unique_ptr<SignalReader> first = opened(job.first, streams);
+    std::unique_ptr<SignalReader> second =
+        opened(job.second, streams && first->info().samples != 0);
     const SignalInfo a = first->info(), b = second->info();
     common = commonStep(a, b, job.rate);
     const bool whole = isWhole(job, a) && isWhole(job, b);
@@ -232,7 +241,7 @@ private:
 
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer) {
     Outcome outcome;
-    outcome.record = FoldRun(job, library, observer).run([&](const ResultInfo& info) {
+    outcome.record = FoldRun(job, library, observer, false).run([&](const ResultInfo& info) {
         return std::make_unique<MemoryWriter>(outcome.result, info);
     });
     return outcome;
@@ -247,7 +256,8 @@ RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarg
                         "with -o FILE.csv, or leave --uncertainty out",
                         target.name.shown));
     }
-    RunRecord record = FoldRun(job, library, observer).run([&](const ResultInfo& info) {
+    const bool intoStream = holdsColumns(target.name);
+    RunRecord record = FoldRun(job, library, observer, intoStream).run([&](const ResultInfo& info) {
         return createSignal(target, info);
     });
     record.output = target.name;

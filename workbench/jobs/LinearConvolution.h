@@ -12,14 +12,15 @@ class SignalReader;
 
 // A linear convolution in the frequency domain, which the workbench computes itself: the longer
 // signal, at equal lengths the first, is read as a stream, and the kernel alone is in memory. The
-// result has n + m - 1 samples, less those that ConvolutionPlace leaves out.
+// result has n + m - 1 samples, less those that ConvolutionPlace leaves out. Of a signal whose
+// length is not yet known, it is handed on block by block as the signal comes.
 class LinearConvolution final : public Folding {
 public:
     // Whether a job is one.
     static bool does(const FoldJob& job);
 
     // Failure if the channels do not go together, the kernel is too long or does not fit in memory,
-    // and as zeroOf.
+    // and as zeroOf. The length of one signal at most may be unknown.
     LinearConvolution(const FoldJob& foldJob, std::unique_ptr<SignalReader> first,
                       std::unique_ptr<SignalReader> second);
 
@@ -30,14 +31,19 @@ public:
     void run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) override;
 
 private:
-    [[nodiscard]] std::int64_t blocks() const;
+    std::unique_ptr<SignalReader> findKernel(std::unique_ptr<SignalReader> first,
+                                             std::unique_ptr<SignalReader> second);
+    [[nodiscard]] bool comesAlong() const { return signal->info().samples == 0; }
+    [[nodiscard]] std::int64_t blocks(std::int64_t samples) const;
+    void describeLengths(RunRecord& record, std::int64_t samples) const;
     void add(const std::vector<double>& interleaved, std::int64_t samples);
     void deliver(ResultTap& tap);
 
     const FoldJob& job;
     const Method& used;
     std::unique_ptr<SignalReader> signal;
-    std::int64_t taps;
+    std::size_t input = 0;  // which of both is the signal
+    std::int64_t taps = 0;
     ConvolutionPlace place;
     std::vector<OverlapAdd> convolutions;    // one a channel of the result
     std::vector<std::vector<double>> ready;  // of each, not yet delivered

@@ -23,6 +23,9 @@ public:
     void take(const double* interleaved, std::int64_t samples,
               const std::vector<double>& written = {});
 
+    // Hands on what was taken so far, where the target is read as it is written.
+    void flush() { writer.flush(); }
+
     // What was found, for the record.
     void describe(RunRecord& record) const;
 

@@ -14,7 +14,8 @@
 using Json = nlohmann::ordered_json;
 
 std::string describe(int channels, std::int64_t samples, double rate) {
-    std::string text = fmt::format("{} sample{}", samples, samples == 1 ? "" : "s");
+    std::string text = samples == 0 ? "samples as they come"
+                                    : fmt::format("{} sample{}", samples, samples == 1 ? "" : "s");
     if (channels != 1) {
         text += fmt::format(" in {} channels", channels);
     }

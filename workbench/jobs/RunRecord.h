@@ -65,5 +65,5 @@ private:
     [[nodiscard]] std::vector<std::string> judgementLines() const;
 };
 
-// "3 channels, 44580 samples, 16000 Hz"
+// "44580 samples in 3 channels, 16000 Hz"; of 0 samples, "samples as they come".
 std::string describe(int channels, std::int64_t samples, double rate);

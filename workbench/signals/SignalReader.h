@@ -13,7 +13,7 @@ struct SignalInfo {
     SourceName source;
     std::string format;              // "WAV, 16-bit PCM", "text"
     int channels = 0;                // at least 1
-    std::int64_t samples = 0;        // per channel, at least 1
+    std::int64_t samples = 0;        // per channel, at least 1; 0: as many as come, not yet known
     double rate = 0.0;               // Hz; 0: not known
     std::optional<SignalAxis> axis;  // of a text file of two samples or more
     std::vector<std::string> names;  // of the channels; empty without a header line

@@ -11,4 +11,6 @@
 struct SignalSource {
     SourceName name;
     std::function<std::unique_ptr<SignalReader>()> open;  // Failure as the reader's
+    // The same, but it may return before the end of a pipe is known; empty where there is none.
+    std::function<std::unique_ptr<SignalReader>()> openStream = nullptr;
 };

@@ -36,6 +36,9 @@ public:
     // value does not fit the encoding: none is clipped.
     virtual void write(const double* interleaved, std::int64_t count) = 0;
 
+    // Hands on what was written so far, where the target is read as it is written.
+    virtual void flush() {}
+
     // Appends the notes, as lines of comment, to a text, and puts the file in its place.
     virtual void finish(const std::vector<std::string>& closingNotes) = 0;
 };

@@ -5,6 +5,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -12,6 +13,20 @@
 
 std::string errorText() {
     return errno == 0 ? "write error" : std::generic_category().message(errno);
+}
+
+static FileHandle openExisting(const SourceName& source) {
+    const std::filesystem::path path = pathOf(source.path);
+    std::error_code ignored;
+    if (std::filesystem::is_directory(path, ignored)) {
+        throw Failure(fmt::format("{} is a folder; name a file in it", source.shown));
+    }
+    FileHandle file = openFile(path, "rb");
+    if (file == nullptr) {
+        throw Failure(fmt::format("cannot open {}: {}; check the name and the right to read it",
+                                  source.shown, errorText()));
+    }
+    return file;
 }
 
 FileHandle openTemporary() {
@@ -23,19 +38,34 @@ FileHandle openTemporary() {
     return file;
 }
 
-// A temporary file with all that is left in source, at its start.
-static FileHandle spool(std::FILE* source, const std::string& name) {
+Pipe::Pipe(const SourceName& source) : name(source.shown) {
+    if (source.isStandardStream()) {
+        file = stdin;
+        return;
+    }
+    const std::filesystem::path path = pathOf(source.path);
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
+        !std::filesystem::is_directory(status)) {
+        owned = openExisting(source);
+        file = owned.get();
+    }
+}
+
+FileHandle Pipe::copy(std::string_view before) const {
     FileHandle copy = openTemporary();
-    std::vector<char> block(std::size_t{1} << 16);
-    std::size_t length = 0;
+    std::vector<char> block(before.begin(), before.end());
+    std::size_t length = block.size();
+    block.resize(std::max(length, std::size_t{1} << 16));
     do {
-        length = std::fread(block.data(), 1, block.size(), source);
         if (std::fwrite(block.data(), 1, length, copy.get()) < length) {
             throw Failure(fmt::format("cannot keep {} in a temporary file: {}; make room for it",
                                       name, errorText()));
         }
+        length = std::fread(block.data(), 1, block.size(), file);
     } while (length > 0);
-    if (std::ferror(source) != 0) {
+    if (std::ferror(file) != 0) {
         throw Failure(fmt::format("cannot read {}: {}", name, errorText()));
     }
     std::rewind(copy.get());
@@ -43,20 +73,6 @@ static FileHandle spool(std::FILE* source, const std::string& name) {
 }
 
 FileHandle openInput(const SourceName& source) {
-    const std::string& name = source.shown;
-    if (source.isStandardStream()) {
-        return spool(stdin, name);
-    }
-    const std::filesystem::path path = pathOf(source.path);
-    std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
-    if (std::filesystem::is_directory(status)) {
-        throw Failure(fmt::format("{} is a folder; name a file in it", name));
-    }
-    FileHandle file = openFile(path, "rb");
-    if (file == nullptr) {
-        throw Failure(fmt::format("cannot open {}: {}; check the name and the right to read it",
-                                  name, errorText()));
-    }
-    return std::filesystem::is_regular_file(status) ? std::move(file) : spool(file.get(), name);
+    const Pipe pipe(source);
+    return pipe.stream() != nullptr ? pipe.copy("") : openExisting(source);
 }

@@ -72,11 +72,15 @@ void OutputFile::write(std::string_view bytes) {
     }
 }
 
-void OutputFile::commit() {
+void OutputFile::flush() {
     errno = 0;
     if (std::fflush(sink) != 0 || std::ferror(sink) != 0) {
         fail();
     }
+}
+
+void OutputFile::commit() {
+    flush();
     if (device != nullptr) {
         close(device);
     }

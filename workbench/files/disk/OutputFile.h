@@ -30,6 +30,9 @@ public:
 
     void write(std::string_view bytes);
 
+    // What was written has left the program then.
+    void flush();
+
     // Closes the file and gives it its name. Failure if not all of it could be written, or if,
     // unless replace, a file of that name exists by now: then that one stays.
     void commit();

@@ -15,10 +15,22 @@ static constexpr std::size_t blockLength = std::size_t{1} << 16;
 LineReader::LineReader(std::FILE* text, std::string displayName)
     : file(text), name(std::move(displayName)), buffer(blockLength) {}
 
+LineReader::LineReader(std::FILE* pipe, const std::string& head, std::string displayName)
+    : file(pipe),
+      name(std::move(displayName)),
+      buffer(head.begin(), head.end()),
+      end(head.size()),
+      headLength(head.size()),
+      waits(false) {}
+
+bool LineReader::isData(std::string_view line) {
+    const std::size_t first = line.find_first_not_of(" \t");
+    return first != std::string_view::npos && line[first] != '#';
+}
+
 bool LineReader::next(std::string_view& line) {
     while (nextRaw(line)) {
-        const std::size_t first = line.find_first_not_of(" \t");
-        if (first != std::string_view::npos && line[first] != '#') {
+        if (isData(line)) {
             return true;
         }
     }
@@ -26,8 +38,11 @@ bool LineReader::next(std::string_view& line) {
 }
 
 void LineReader::rewind() {
-    std::rewind(file);
-    begin = end = 0;
+    if (waits) {
+        std::rewind(file);
+    }
+    begin = 0;
+    end = headLength;
     ended = false;
     lineNumber = 0;
 }
@@ -60,8 +75,8 @@ bool LineReader::nextRaw(std::string_view& line) {
     if (line.ends_with('\r')) {
         line.remove_suffix(1);
     }
-    if (lineNumber == 1 && line.starts_with("\xef\xbb\xbf")) {
-        line.remove_prefix(3);
+    if (lineNumber == 1 && line.starts_with(byteOrderMark)) {
+        line.remove_prefix(byteOrderMark.size());
     }
     return true;
 }
@@ -72,11 +87,25 @@ void LineReader::fill() {
     end -= begin;
     begin = 0;
     buffer.resize(std::max(buffer.size(), end + blockLength));
-    const std::size_t got = std::fread(buffer.data() + end, 1, blockLength, file);
+    char* const to = buffer.data() + end;
+    const std::size_t got =
+        waits ? std::fread(to, 1, blockLength, file) : readLine(to, blockLength);
     if (std::ferror(file) != 0) {
         throw Failure(
             fmt::format("cannot read {}: {}; copy it to another place first", name, errorText()));
     }
     end += got;
-    ended = got < blockLength;
+    ended = waits ? got < blockLength : std::feof(file) != 0;
+}
+
+std::size_t LineReader::readLine(char* to, std::size_t most) {
+    std::size_t got = 0;
+    for (int byte = 0; got < most && byte != '\n'; ++got) {
+        byte = std::getc(file);
+        if (byte == EOF) {
+            break;
+        }
+        to[got] = static_cast<char>(byte);
+    }
+    return got;
 }

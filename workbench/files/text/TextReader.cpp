@@ -25,6 +25,31 @@ TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOpti
     rewind();
 }
 
+TextReader::TextReader(Pipe opened, const std::string& head, const SourceName& source,
+                       const ReadOptions& options)
+    : pipe(std::move(opened)),
+      lines(pipe->stream(), head, source.shown),
+      allowNonfinite(options.allowNonfinite) {
+    facts.source = source;
+    facts.format = "text";
+    readLayout();
+    const ColumnChoice choice(options, layout, source.shown);
+    assign(choice, AxisSearch(choice, layout));
+    rewind();
+}
+
+bool TextReader::canStream(const std::string& head, const SourceName& source,
+                           const ReadOptions& options) {
+    LineReader lines(nullptr, head, source.shown);
+    std::string_view line;
+    lines.next(line);
+    const std::string first(line);
+    lines.next(line);
+    const TextLayout layout = findLayout(first, std::string(line));
+    return layout.columns <= mostColumns &&
+           !AxisSearch(ColumnChoice(options, layout, source.shown), layout).needsFit();
+}
+
 void TextReader::refuse(const std::string& what) const {
     throw Failure(fmt::format("{}, line {}: {}", facts.source.shown, lines.number(), what));
 }
@@ -196,10 +221,22 @@ void TextReader::parseCell(std::string_view cell, std::size_t column) {
     }
 }
 
+// The samples that came last; now it is known how many there were.
+std::int64_t TextReader::endOfPipe(std::int64_t count) {
+    position += count;
+    facts.samples = position;
+    return count;
+}
+
 std::int64_t TextReader::read(double* interleaved, std::int64_t count) {
-    count = std::min(count, facts.samples - position);
+    if (!pipe) {
+        count = std::min(count, facts.samples - position);
+    }
     for (std::int64_t i = 0; i < count; ++i) {
         if (!nextRow()) {
+            if (pipe) {
+                return endOfPipe(i);
+            }
             throw Failure(
                 fmt::format("{} changed while it was being read; start again", facts.source.shown));
         }

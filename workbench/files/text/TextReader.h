@@ -12,6 +12,16 @@ class TextReader final : public SignalReader {
 public:
     TextReader(FileHandle text, const SourceName& source, const ReadOptions& options);
 
+    // Of a pipe, whose samples are checked as they come. head: what was read from it before, the
+    // first two lines of data among it; canStream has it.
+    TextReader(Pipe opened, const std::string& head, const SourceName& source,
+               const ReadOptions& options);
+
+    // Whether the columns of a text are known by its first two lines: none may be an axis, which
+    // only the last line shows. Failure as the reader.
+    static bool canStream(const std::string& head, const SourceName& source,
+                          const ReadOptions& options);
+
     std::int64_t read(double* interleaved, std::int64_t count) override;
 
 private:
@@ -20,6 +30,7 @@ private:
     void assign(const ColumnChoice& choice, const AxisSearch& search);
     void remarkOn(const AxisSearch::Finding& found, const AxisSearch& search);
     void rewind();
+    std::int64_t endOfPipe(std::int64_t count);
     bool nextRow(AxisSearch* search = nullptr);
     void parseCell(std::string_view cell, std::size_t column);
     [[nodiscard]] std::string columnName(std::size_t column) const;
@@ -28,6 +39,7 @@ private:
                                  const std::string& what) const;
 
     FileHandle file;
+    std::optional<Pipe> pipe;  // in place of the file
     LineReader lines;
     bool allowNonfinite;
     TextLayout layout;

@@ -116,6 +116,12 @@ void TextWriter::write(const double* interleaved, std::int64_t count) {
     }
 }
 
+void TextWriter::flush() {
+    output.write(text);
+    output.flush();
+    text.clear();
+}
+
 void TextWriter::finish(const std::vector<std::string>& closingNotes) {
     writeNotes(closingNotes);
     output.write(text);

@@ -10,6 +10,7 @@ public:
     TextWriter(const SignalTarget& target, char columnSeparator, const ResultInfo& info);
 
     void write(const double* interleaved, std::int64_t count) override;
+    void flush() override;
     void finish(const std::vector<std::string>& closingNotes) override;
 
 private:
