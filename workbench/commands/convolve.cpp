@@ -17,7 +17,7 @@ static void addConvolve(CLI::App& program) {
         "  fendra convolve speech.wav room.wav -o wet.wav\n"
         "  fendra convolve spectrum.csv peak.csv --pad -o linear.csv\n"
         "  fendra convolve hour.wav room.wav --pad -o wet.w64   of any length, in constant memory\n"
-        "  cat measured.txt | fendra convolve - kernel.txt > smooth.csv\n");
+        "  sensor | fendra convolve - taps.txt --pad > smooth.csv   as the samples come\n");
     const auto convolve = std::make_shared<FoldCommand>("convolve", FendraSettings::convolution);
     convolve->addTo(command, "A", "B");
     command.callback([convolve] { convolve->run(); });
