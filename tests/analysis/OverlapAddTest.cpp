@@ -28,9 +28,10 @@ static long double relativeError(const Signal& c, const Signal& x, const Signal&
         long double sum = 0.0L;
         const std::size_t first = i < x.size() ? 0 : i - (x.size() - 1);
         for (std::size_t k = first; k < std::min(h.size(), i + 1); ++k) {
-            sum += static_cast<long double>(h[k]) * x[i - k];
+            sum += static_cast<long double>(h[k]) * static_cast<long double>(x[i - k]);
         }
-        wrong += (c[i] - sum) * (c[i] - sum);
+        const long double difference = static_cast<long double>(c[i]) - sum;
+        wrong += difference * difference;
         all += sum * sum;
     }
     return std::sqrt(wrong / all);

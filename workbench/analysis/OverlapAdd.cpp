@@ -30,9 +30,9 @@ OverlapAdd::OverlapAdd(std::vector<double> kernelTaps, std::int64_t givenLength)
       blockLength(blockOf(std::ssize(taps), givenLength)),
       tail(taps.size() - 1) {}
 
-double OverlapAdd::bytes(std::int64_t taps, std::int64_t blockLength) {
-    const std::int64_t length = transformLength(blockOf(taps, blockLength) + taps - 1);
-    return static_cast<double>(2 * (length + taps)) * sizeof(double);
+double OverlapAdd::bytes(std::int64_t taps, std::int64_t givenLength) {
+    const std::int64_t length = transformLength(blockOf(taps, givenLength) + taps - 1);
+    return static_cast<double>(4 * length + 2 * taps) * sizeof(double);
 }
 
 void OverlapAdd::add(const double* samples, std::int64_t count, std::vector<double>& ready) {

@@ -20,9 +20,9 @@ class OverlapAdd {
 public:
     static constexpr std::int64_t mostTaps = std::int64_t{1} << 29;
 
-    // taps: 1 to mostTaps. blockLength: L, at least 1; a longest one, that of transforms of 2^30,
-    // takes the place of longer ones. 0: the L that costs least.
-    explicit OverlapAdd(std::vector<double> kernelTaps, std::int64_t blockLength = 0);
+    // kernelTaps: 1 to mostTaps. givenLength: L, at least 1; a longest one, that of transforms of
+    // 2^30, takes the place of longer ones. 0: the L that costs least.
+    explicit OverlapAdd(std::vector<double> kernelTaps, std::int64_t givenLength = 0);
 
     // Takes the next samples of the signal, and appends those of the result that are complete.
     void add(const double* samples, std::int64_t count, std::vector<double>& ready);
@@ -34,8 +34,8 @@ public:
     // L. A sample comes out once so many others, at most, have gone in after it.
     [[nodiscard]] std::int64_t block() const { return blockLength; }
 
-    // Memory that an object takes, in bytes, for that many taps and blocks of that length or 0.
-    static double bytes(std::int64_t taps, std::int64_t blockLength);
+    // Memory that an object and what it gives at once take, at most, in bytes.
+    static double bytes(std::int64_t taps, std::int64_t givenLength);
 
 private:
     void transformTaps();
