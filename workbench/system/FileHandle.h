@@ -20,7 +20,8 @@ FileHandle createFile(const std::filesystem::path& path);
 // Whether a program has a file of createFile still open. True if that is not known.
 bool isInUse(const std::filesystem::path& path);
 
-// An unnamed temporary file, deleted when its handle closes. Null with errno set.
+// An unnamed temporary file, deleted when its handle closes, in the folder that the system names
+// for such files: TMPDIR, where there is one. Null with errno set.
 FileHandle createUnnamedFile();
 
 // Removes a file if it can. Touches nothing else: signal handlers may call it.

@@ -33,7 +33,9 @@ FileHandle openTemporary() {
     FileHandle file = createUnnamedFile();
     if (file == nullptr) {
         throw Failure(
-            fmt::format("cannot create a temporary file: {}; make room for it", errorText()));
+            fmt::format("cannot create a temporary file: {}; make room for it, or name another "
+                        "folder in TMPDIR",
+                        errorText()));
     }
     return file;
 }

@@ -1,6 +1,11 @@
 #include "workbench/system/FileHandle.h"
 
+#include <cerrno>
+#include <cstdlib>
+#include <string>
 #include <sys/file.h>
+#include <system_error>
+#include <unistd.h>
 
 FileHandle openFile(const std::filesystem::path& path, const char* mode) {
     return FileHandle(std::fopen(path.c_str(), mode));
@@ -20,7 +25,16 @@ bool isInUse(const std::filesystem::path& path) {
 }
 
 FileHandle createUnnamedFile() {
-    return FileHandle(std::tmpfile());
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    std::string name = folder / "fendra-XXXXXX";
+    const int descriptor = error ? -1 : mkstemp(name.data());
+    if (descriptor == -1) {
+        errno = error ? error.value() : errno;
+        return nullptr;
+    }
+    unlink(name.c_str());
+    return FileHandle(fdopen(descriptor, "w+b"));
 }
 
 void removeFile(const char* path) {
