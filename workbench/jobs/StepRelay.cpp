@@ -1,11 +1,11 @@
 #include "workbench/jobs/StepRelay.h"
 
-StepRelay::StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int runs)
+StepRelay::StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int passesEach)
     : observer(jobObserver),
       previous(install(this)),
-      parts(static_cast<double>(rounds) * channels * runs),
+      parts(static_cast<double>(rounds) * channels * passesEach),
       width(channels),
-      passes(runs) {
+      passes(passesEach) {
     progress.rounds = rounds;
 }
 

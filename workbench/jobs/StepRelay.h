@@ -9,8 +9,8 @@
 // observer, of the steps within each.
 class StepRelay final : public RunObserver {
 public:
-    // passes: runs of the module for each channel of a round.
-    StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int passes = 1);
+    // passesEach: runs of the module for each channel of a round.
+    StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int passesEach = 1);
     StepRelay(const StepRelay&) = delete;
     StepRelay& operator=(const StepRelay&) = delete;
     ~StepRelay() override;
