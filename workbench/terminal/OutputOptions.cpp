@@ -16,6 +16,10 @@ static std::vector<std::string> encodingWords() {
 
 void OutputOptions::addTo(CLI::App& command, const char* about) {
     command.add_option("-o,--output", file, about)->type_name("FILE")->group("Result");
+    addWithoutFileTo(command);
+}
+
+void OutputOptions::addWithoutFileTo(CLI::App& command) {
     command.add_flag("--force", replace, forceText)->group("Result");
     command
         .add_option("--encoding", encoding,

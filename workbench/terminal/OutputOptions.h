@@ -15,6 +15,7 @@ struct OutputOptions {
 
     // Adds -o, --force, --encoding and --quiet.
     void addTo(CLI::App& command, const char* about);
+    void addWithoutFileTo(CLI::App& command);  // where the command names the files itself
 
     [[nodiscard]] SignalTarget target() const;
     // The options as a command line takes them, each with a blank before it; without --force and

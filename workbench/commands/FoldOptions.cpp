@@ -1,0 +1,139 @@
+#include "workbench/commands/FoldOptions.h"
+
+#include "workbench/messages/Failure.h"
+#include "workbench/methods/Setting.h"
+#include "workbench/module/FendraModule.h"
+#include "workbench/module/StoredGraph.h"
+#include "workbench/terminal/values.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <limits>
+
+bool FoldOptions::deconvolves() const {
+    return options.settings().direction == FendraSettings::deconvolution;
+}
+
+void FoldOptions::addTo(CLI::App& command) {
+    options.addTo(command);
+    CLI::Option* const stored =
+        command
+            .add_option("--graph", graph,
+                        "run with the settings that a stored graph holds; see fendra settings")
+            ->type_name("FILE")
+            ->group("Method");
+    options.exclude(*stored);
+    using Scope = TreatmentOptions::Scope;
+    treatments.addTo(command, deconvolves() ? Scope::deconvolution : Scope::convolution);
+    addCutting(command);
+    input.addTo(command);
+    command.add_option("--rate", rate, rateText)
+        ->check(positiveNumber("sampling rate"))
+        ->type_name("HZ")
+        ->group("Signals");
+}
+
+void FoldOptions::addCutting(CLI::App& command) {
+    std::string block =
+        "cut both signals into blocks of N samples; a signal of a single block is used for all "
+        "blocks of the other. Without it the whole signal is one block";
+    std::string pad = "append zeros, so that nothing wraps round";
+    if (!deconvolves()) {
+        block += ". With --pad in the frequency domain: the length of the blocks that it works in";
+        pad +=
+            ": n + m - 1 samples. In the frequency domain the workbench computes them, and the "
+            "longer signal may be of any length, and come block by block from a pipe if it is text "
+            "without an axis; in the time domain each block is padded by its "
+            "own. An axis starts at the sum of both starts; without one, samples before the zero "
+            "of the kernel (--origin) are left out";
+    }
+    command.add_option("--block", cutting.block, block)
+        ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "block length"))
+        ->type_name("N")
+        ->group("Blocks");
+    command.add_flag("--pad", cutting.pad, pad)->group("Blocks");
+}
+
+// A graph may hold what the command line would not set, and another direction.
+FendraSettings FoldOptions::settings(const ModuleLibrary& library) const {
+    FendraSettings given = options.settings();
+    if (treatments.automatic() && treatments.choosesBand() && !options.isGiven("method")) {
+        given.method = FendraSettings::regularized;
+    }
+    if (graph.empty()) {
+        options.refuseIgnored({given});
+        treatments.refuseIgnored({given}, cutting.pad);
+        return given;
+    }
+    const ModuleObject module = library.makeModule();
+    requireFendra(*module);
+    loadGraph(*module, graph);
+    FendraSettings stored = settingsOf(*module);
+    if (refusedSetting(stored).empty() && stored.direction != given.direction) {
+        throw Failure(fmt::format(
+            "{} is set to {}; run it with fendra {}", SourceName(graph).shown,
+            Setting::named("direction").text(stored),
+            stored.direction == FendraSettings::convolution ? "convolve" : "deconvolve"));
+    }
+    treatments.refuseIgnored({stored}, cutting.pad);
+    return stored;
+}
+
+// An automatic treatment leaves whatever was not given.
+LeftToData FoldOptions::leftToData() const {
+    LeftToData left = options.leftToData();
+    if (treatments.automatic() && graph.empty()) {
+        const bool open = !options.isGiven("method") && !treatments.choosesBand();
+        const bool iterates = options.settings().method == FendraSettings::vanCittert;
+        left.method = open;
+        left.convergence |= (open || iterates) && !options.isGiven("convergence");
+        left.maxIterations |= (open || iterates) && !options.isGiven("max-iterations");
+    }
+    return left;
+}
+
+std::string FoldOptions::words(const FendraSettings& used, const LeftToData& left,
+                               const Treatment& treatment) const {
+    std::string line = graph.empty() ? optionWords(used, left) : "--graph " + quoted(graph);
+    line += treatmentWords(treatment);
+    const auto add = [&line](bool given, const std::string& words) {
+        line += given ? " " + words : "";
+    };
+    add(cutting.block != 0, fmt::format("--block {}", cutting.block));
+    add(cutting.pad, "--pad");
+    add(rate != 0.0, fmt::format("--rate {}", rate));
+    return line + input.words();
+}
+
+FoldJob FoldOptions::job(const ModuleLibrary& library) const {
+    FoldJob job;
+    job.settings = settings(library);
+    job.leftToData = leftToData();
+    job.treatment = treatments.treatment();
+    job.cutting = cutting;
+    job.rate = rate;
+    job.allowNonfinite = input.allowNonfinite;
+    job.graph = graph.empty() ? "" : SourceName(graph).shown;
+    return job;
+}
+
+// Without --force, --truth and --json, which do not change the result.
+void FoldOptions::setFiles(FoldJob& job, const std::string& first, const std::string& second,
+                           const OutputOptions& output) const {
+    job.first = fileSource(first, reading());
+    job.second = fileSource(second, reading());
+    const auto line = [this,
+                       begin = fmt::format("fendra {} {} {}", name, quoted(first), quoted(second)),
+                       end = output.words()](const FendraSettings& used, const LeftToData& left,
+                                             const Treatment& treatment) {
+        return begin + " " + words(used, left, treatment) + end;
+    };
+    job.words = line(job.settings, job.leftToData, job.treatment);
+    job.wordsWith = [line](const FendraSettings& found, const Treatment& treatment) {
+        return line(found, {}, treatment);
+    };
+    if (job.treatment.automatic && holdsColumns(output.target().name)) {
+        job.treatment.uncertainty = true;
+    }
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "workbench/jobs/FoldJob.h"
+#include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/OutputOptions.h"
+#include "workbench/terminal/SettingOptions.h"
+#include "workbench/terminal/TreatmentOptions.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+
+namespace CLI {
+class App;
+}
+
+// The options that say how two signals are folded, whatever files these are: words of the command
+// line become a job.
+class FoldOptions {
+public:
+    FoldOptions(std::string commandName, std::int32_t direction)
+        : name(std::move(commandName)), options(direction) {}
+
+    void addTo(CLI::App& command);
+
+    [[nodiscard]] bool deconvolves() const;
+    [[nodiscard]] ModuleLibrary library() const { return input.library(); }
+    [[nodiscard]] ReadOptions reading() const { return input.reading(); }
+    [[nodiscard]] const std::string& graphFile() const { return graph; }
+
+    // A job without its signals. Failure if a stored graph cannot be used, CLI::ParseError where
+    // options do not go together.
+    [[nodiscard]] FoldJob job(const ModuleLibrary& library) const;
+
+    // Gives it the files that it reads, and the command line that does the same as the job. The
+    // options outlive the job. Failure if the name of the output does not give a format.
+    void setFiles(FoldJob& job, const std::string& first, const std::string& second,
+                  const OutputOptions& output) const;
+
+private:
+    void addCutting(CLI::App& command);
+    [[nodiscard]] FendraSettings settings(const ModuleLibrary& library) const;
+    [[nodiscard]] LeftToData leftToData() const;
+    [[nodiscard]] std::string words(const FendraSettings& used, const LeftToData& left,
+                                    const Treatment& treatment) const;
+
+    std::string name;   // of the subcommand
+    std::string graph;  // empty: none
+    SettingOptions options;
+    TreatmentOptions treatments;
+    Cutting cutting;
+    double rate = 0.0;  // 0: from the files
+    InputOptions input;
+};
