@@ -1,20 +1,21 @@
 #include "workbench/signals/SampleDigest.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstdint>
 
+// A processor that stores the lowest byte first has the samples in memory as they are digested.
 void SampleDigest::add(const double* samples, std::size_t count) {
-    std::array<std::uint8_t, 4096> bytes = {};
-    while (count > 0) {
-        const std::size_t length = std::min(count, bytes.size() / 8);
-        for (std::size_t i = 0; i < 8 * length; ++i) {
-            const auto bits = std::bit_cast<std::uint64_t>(samples[i / 8]);
-            bytes[i] = static_cast<std::uint8_t>(bits >> 8 * (i % 8));
+    if constexpr (std::endian::native == std::endian::little) {
+        hash.add(reinterpret_cast<const std::uint8_t*>(samples), 8 * count);
+    } else {
+        std::array<std::uint8_t, 8> bytes = {};
+        for (const double* sample = samples; sample != samples + count; ++sample) {
+            const auto bits = std::bit_cast<std::uint64_t>(*sample);
+            for (std::size_t i = 0; i < bytes.size(); ++i) {
+                bytes[i] = static_cast<std::uint8_t>(bits >> 8 * i);
+            }
+            hash.add(bytes.data(), bytes.size());
         }
-        hash.add(bytes.data(), 8 * length);
-        samples += length;
-        count -= length;
     }
 }

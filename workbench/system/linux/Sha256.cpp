@@ -1,25 +1,28 @@
 #include "workbench/system/Sha256.h"
 
-#include <sha2.h>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <nettle/sha2.h>
 
 #include <array>
 
 struct Sha256::State {
-    SHA2_CTX context;
+    sha256_ctx context;
 };
 
 Sha256::Sha256() : state(std::make_unique<State>()) {
-    SHA256Init(&state->context);
+    sha256_init(&state->context);
 }
 
 Sha256::~Sha256() = default;
 
 void Sha256::add(const std::uint8_t* bytes, std::size_t count) {
-    SHA256Update(&state->context, bytes, count);
+    sha256_update(&state->context, count, bytes);
 }
 
 std::string Sha256::hex() const {
-    SHA2_CTX closed = state->context;
-    std::array<char, SHA256_DIGEST_STRING_LENGTH> digits = {};
-    return SHA256End(&closed, digits.data());
+    sha256_ctx closed = state->context;
+    std::array<std::uint8_t, SHA256_DIGEST_SIZE> digest = {};
+    sha256_digest(&closed, digest.size(), digest.data());
+    return fmt::format("{:02x}", fmt::join(digest, ""));
 }

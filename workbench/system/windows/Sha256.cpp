@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <algorithm>
 #include <array>
 // The second needs the first.
 // clang-format off
@@ -44,8 +45,12 @@ Sha256::Sha256() : state(std::make_unique<State>()) {
 Sha256::~Sha256() = default;
 
 void Sha256::add(const std::uint8_t* bytes, std::size_t count) {
-    // The library only reads, although its parameter is not a constant.
-    check(BCryptHashData(state->hash, const_cast<PUCHAR>(bytes), static_cast<ULONG>(count), 0));
+    constexpr std::size_t most = std::size_t{1} << 30;  // the library counts in 32 bits
+    for (std::size_t done = 0; done < count; done += most) {
+        // The library only reads, although its parameter is not a constant.
+        check(BCryptHashData(state->hash, const_cast<PUCHAR>(bytes + done),
+                             static_cast<ULONG>(std::min(most, count - done)), 0));
+    }
 }
 
 std::string Sha256::hex() const {
