@@ -22,7 +22,7 @@
 #include <vector>
 
 static constexpr const char* memoryExhausted =
-    "memory exhausted; cut the signals with --per block --block N";
+    "memory exhausted; convolve with --pad, or cut the signals with --per block --block N";
 
 static int report(const std::string& message, int status) {
     fmt::print(stderr, "fendra: {}\n", message);

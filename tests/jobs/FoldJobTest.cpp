@@ -78,7 +78,7 @@ TEST(FoldJob, GivesInAnyThreadWhatItGivesByItself) {
     std::vector<FoldJob> jobs;  // three of each method, whole and in blocks
     for (int i = 0; i < 12; ++i) {
         jobs.push_back(jobOf(i % 4, 1.0 + i, 2));
-        jobs.back().cutting.block = i % 3 == 0 ? 0 : 24;
+        jobs.back().cutting = {i % 3 == 0 ? 0 : 24, false, true};
     }
     std::vector<std::string> alone(jobs.size()), digests(jobs.size());
     std::transform(jobs.begin(), jobs.end(), alone.begin(), digestOf);
@@ -119,7 +119,7 @@ TEST(FoldJob, LeavesNothingWhereItIsStoppedBeforeItsEnd) {
           {iteration, 99, 5U, 0},
           {FendraSettings::frequencyDomain, 1, 99U, 1}}) {
         FoldJob job = jobOf(method, 1.0, 2);
-        job.cutting = {24, method != iteration};
+        job.cutting = {24, method != iteration, false};
         Watcher watcher;
         watcher.stopAtChannel = channel;
         watcher.stopAtLoop = loop;
@@ -164,7 +164,7 @@ static Outcome linear(std::int64_t samples, std::int32_t method, std::int64_t bl
     FoldJob job = jobOf(method, 1.0, 1);
     job.first = {SourceName("stream"),
                  [&, samples] { return std::make_unique<StreamReader>(samples, mostAtOnce); }};
-    job.cutting = {block, true};
+    job.cutting = {block, true, false};
     job.treatment.origin.kind = Origin::Kind::automatic;
     Watcher watcher;
     Outcome outcome = run(job, fendra(), watcher);

@@ -40,19 +40,30 @@ void FoldOptions::addCutting(CLI::App& command) {
         "blocks of the other. Without it the whole signal is one block";
     std::string pad = "append zeros, so that nothing wraps round";
     if (!deconvolves()) {
-        block += ". With --pad in the frequency domain: the length of the blocks that it works in";
+        block +=
+            "; of --pad: the length of the blocks that it works in, by default what costs least";
         pad +=
             ": n + m - 1 samples. In the frequency domain the workbench computes them, and the "
             "longer signal may be of any length, and come block by block from a pipe if it is text "
-            "without an axis; in the time domain each block is padded by its "
-            "own. An axis starts at the sum of both starts; without one, samples before the zero "
-            "of the kernel (--origin) are left out";
+            "without an axis. An axis starts at the sum of both starts; without one, the samples "
+            "before the zero of the kernel (--origin) stand at the end";
     }
-    command.add_option("--block", cutting.block, block)
-        ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "block length"))
-        ->type_name("N")
-        ->group("Blocks");
-    command.add_flag("--pad", cutting.pad, pad)->group("Blocks");
+    CLI::Option* const length =
+        command.add_option("--block", cutting.block, block)
+            ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "block length"))
+            ->type_name("N")
+            ->group("Blocks");
+    CLI::Option* const padding = command.add_flag("--pad", cutting.pad, pad)->group("Blocks");
+    if (!deconvolves()) {
+        command
+            .add_flag("--circular", cutting.circular,
+                      "convolve the blocks of --block as the module does: each wraps round by "
+                      "itself, and so they do not add up to the filtered signal, as those of --pad "
+                      "do")
+            ->needs(length)
+            ->excludes(padding)
+            ->group("Blocks");
+    }
 }
 
 // A graph may hold what the command line would not set, and another direction.
@@ -102,6 +113,7 @@ std::string FoldOptions::words(const FendraSettings& used, const LeftToData& lef
     };
     add(cutting.block != 0, fmt::format("--block {}", cutting.block));
     add(cutting.pad, "--pad");
+    add(cutting.circular, "--circular");
     add(rate != 0.0, fmt::format("--rate {}", rate));
     return line + input.words();
 }

@@ -20,7 +20,8 @@ struct Cutting {
     // Samples in a block; 0: the whole signal is one block, or, of a linear convolution in the
     // frequency domain, as many as cost least: its result is the same to rounding.
     std::int64_t block = 0;
-    bool pad = false;  // zeros are appended, so that nothing wraps round
+    bool pad = false;       // zeros are appended, so that nothing wraps round
+    bool circular = false;  // a convolution may be cut into blocks that wrap round by themselves
 };
 
 // A run as a value: two signals, the settings of the module, how they are cut, and what is to be

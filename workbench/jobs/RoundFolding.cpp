@@ -29,6 +29,16 @@ static RunPlan planOf(const FoldJob& job, const Method& method) {
     return plan;
 }
 
+// A block that is convolved by itself wraps round: joined, such blocks are not the filtered signal.
+[[noreturn]] static void refuseWrapping(const Cutting& cutting, const SignalInfo& a,
+                                        const SignalInfo& b) {
+    const SignalInfo& longer = a.samples < b.samples ? b : a;
+    throw Failure(fmt::format(
+        "{} would be cut into {} blocks, each of which wraps round by itself; filter a signal of "
+        "any length with --pad, or give --circular for such blocks",
+        longer.source.shown, (longer.samples - 1) / cutting.block + 1));
+}
+
 static void refuseForBlocks(const FoldJob& job) {
     const Treatment& treatment = job.treatment;
     const bool moves = treatment.origin.kind != Origin::Kind::automatic &&
@@ -67,6 +77,10 @@ RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
       second(std::move(secondReader)),
       module(library.makeModule()) {
     place.axis = first->info().axis;
+    const bool wraps = used.direction == FendraSettings::convolution && !job.cutting.pad;
+    if (!whole && wraps && !job.cutting.circular) {
+        refuseWrapping(job.cutting, first->info(), second->info());
+    }
     if (!whole) {
         refuseForBlocks(job);
     } else if (job.treatment.origin.kind != Origin::Kind::none) {

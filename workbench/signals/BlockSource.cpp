@@ -21,8 +21,8 @@ BlockSource::BlockSource(SignalReader& signalReader, std::int64_t blockLength, b
     roundCount = (samples + shareLength - 1) / shareLength;
     if (shareLength > longestSignal) {
         throw Failure(
-            fmt::format("{} has {} samples, and a module takes at most {} at once; cut it with "
-                        "--per block --block N",
+            fmt::format("{} has {} samples, and a module takes at most {} at once; convolve "
+                        "it with --pad, or cut it with --per block --block N",
                         reader.info().source.shown, samples, longestSignal));
     }
 }

@@ -19,7 +19,8 @@ constexpr const char* programExamples =
 constexpr const char* lagText =
     "A result stands where it belongs on its axis: it is moved by the kernel's zero, and by the "
     "one "
-    "sample that the time domain lags, unless --origin none or --block is given.";
+    "sample that the time domain lags, unless --origin none is given. Blocks that go by themselves "
+    "stay as the module gives them.";
 
 // The formats that are read and written.
 std::string filesText();
