@@ -9,9 +9,11 @@ ConvolutionPlace::ConvolutionPlace(const std::optional<SignalAxis>& signalAxis,
     if (moved + lag != 0) {
         movement = Movement{-moved - lag, moved == 0 ? 0.0 : zero.index, lag, zero.reason};
         if (linear && moved != 0) {
-            movement->reason += moved == 1 ? "; the sample before it is left out"
-                                           : fmt::format("; the {} before it are left out", moved);
+            movement->reason += moved == 1
+                                    ? "; the sample before it stands at the end"
+                                    : fmt::format("; the {} before it stand at the end", moved);
         }
     }
-    (linear ? dropped : turned) = moved + lag;
+    dropped = linear ? lag : 0;
+    turned = moved + lag - dropped;
 }

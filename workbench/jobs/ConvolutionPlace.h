@@ -9,14 +9,14 @@
 // Where the samples of a convolution stand. With the zero of the kernel at its sample c, sample i +
 // c of the result belongs where sample i of the signal stands.
 //
-// A periodic result is turned by c, and keeps all of its samples. A linear one is not: with an axis
-// its axis starts at the sum of both starts, c steps before the signal's. Without one it starts
-// where the signal starts, and what belongs before that is left out.
+// A result is turned by c: the c samples that belong before the signal's first stand at the end,
+// and none is lost. A linear result with an axis stays as it is, since its axis starts at the sum
+// of both starts, c steps before the signal's.
 struct ConvolutionPlace {
     std::optional<SignalAxis> axis;
     std::optional<Movement> movement;
-    std::int64_t dropped = 0;  // samples at the start of a linear result that are left out
-    std::int64_t turned = 0;   // samples by which a periodic result is moved to earlier places
+    std::int64_t turned = 0;   // samples at the start that stand at the end
+    std::int64_t dropped = 0;  // those before them that are left out: the lag of a linear result
 
     ConvolutionPlace() = default;
     // signalAxis: that of the signal, not the kernel's. lag: by which the samples are late.

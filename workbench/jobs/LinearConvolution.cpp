@@ -93,7 +93,6 @@ LinearConvolution::LinearConvolution(const FoldJob& foldJob, std::unique_ptr<Sig
     if (job.treatment.origin.kind != Origin::Kind::none) {
         place = {signal->info().axis, zeroOf(kernel, job.treatment.origin), true, used.lag};
     }
-    left = place.dropped;
     for (int channel = 0; channel < channels; ++channel) {
         convolutions.emplace_back(channelOf(kernel, channel), job.cutting.block);
     }
@@ -123,7 +122,7 @@ void LinearConvolution::describe(RunRecord& record) const {
 void LinearConvolution::describeLengths(RunRecord& record, std::int64_t samples) const {
     record.inputs[input].samples = samples;
     record.inputs[1 - input].samples = taps;
-    record.samples = samples == 0 ? 0 : samples + taps - 1 - place.dropped;
+    record.samples = samples == 0 ? 0 : samples + taps - 1;
     record.rounds = blocks(samples);
 }
 
@@ -141,10 +140,9 @@ void LinearConvolution::add(const std::vector<double>& interleaved, std::int64_t
 
 void LinearConvolution::deliver(ResultTap& tap) {
     const std::size_t width = ready.size();
-    const std::int64_t samples = std::ssize(ready[0]), skipped = std::min(left, samples);
-    left -= skipped;
+    const std::int64_t samples = std::ssize(ready[0]);
     std::vector<double> interleaved;
-    for (std::int64_t i = skipped; i < samples;) {
+    for (std::int64_t i = 0; i < samples;) {
         const std::int64_t count = std::min(samples - i, longestPiece);
         interleaved.resize(static_cast<std::size_t>(count) * width);
         for (std::size_t c = 0; c < width; ++c) {
@@ -153,11 +151,20 @@ void LinearConvolution::deliver(ResultTap& tap) {
                     ready[c][static_cast<std::size_t>(i + j)];
             }
         }
-        tap.take(interleaved.data(), count);
+        pass(tap, interleaved.data(), count);
         i += count;
     }
     for (std::vector<double>& samplesOfChannel : ready) {
         samplesOfChannel.clear();
+    }
+}
+
+void LinearConvolution::pass(ResultTap& tap, const double* interleaved, std::int64_t samples) {
+    const std::int64_t width = std::ssize(ready);
+    const std::int64_t kept = std::min(place.turned - std::ssize(turned) / width, samples);
+    turned.insert(turned.end(), interleaved, interleaved + kept * width);
+    if (samples > kept) {
+        tap.take(interleaved + kept * width, samples - kept);
     }
 }
 
@@ -194,5 +201,6 @@ void LinearConvolution::run(ResultTap& tap, StepRelay& relay, Findings& /*findin
         convolutions[c].finish(ready[c]);
     }
     deliver(tap);
+    tap.take(turned.data(), place.turned);
     describeLengths(record, done);
 }

@@ -12,8 +12,8 @@ class SignalReader;
 
 // A linear convolution in the frequency domain, which the workbench computes itself: the longer
 // signal, at equal lengths the first, is read as a stream, and the kernel alone is in memory. The
-// result has n + m - 1 samples, less those that ConvolutionPlace leaves out. Of a signal whose
-// length is not yet known, it is handed on block by block as the signal comes.
+// result has n + m - 1 samples, placed as ConvolutionPlace says. Of a signal whose length is not
+// yet known, it is handed on block by block as the signal comes.
 class LinearConvolution final : public Folding {
 public:
     // Whether a job is one.
@@ -38,6 +38,7 @@ private:
     void describeLengths(RunRecord& record, std::int64_t samples) const;
     void add(const std::vector<double>& interleaved, std::int64_t samples);
     void deliver(ResultTap& tap);
+    void pass(ResultTap& tap, const double* interleaved, std::int64_t samples);
 
     const FoldJob& job;
     const Method& used;
@@ -47,5 +48,5 @@ private:
     ConvolutionPlace place;
     std::vector<OverlapAdd> convolutions;    // one a channel of the result
     std::vector<std::vector<double>> ready;  // of each, not yet delivered
-    std::int64_t left;  // samples at the start that are left out, still to come
+    std::vector<double> turned;              // samples that stand at the end, interleaved
 };
