@@ -159,17 +159,44 @@ private:
 
 }  // namespace
 
-static Outcome linear(std::int64_t samples, std::int32_t method, std::int64_t block,
-                      std::int64_t& mostAtOnce) {
+static Outcome linear(std::int64_t samples, std::int32_t method, const Cutting& cutting,
+                      int threads, std::int64_t& mostAtOnce) {
     FoldJob job = jobOf(method, 1.0, 1);
     job.first = {SourceName("stream"),
                  [&, samples] { return std::make_unique<StreamReader>(samples, mostAtOnce); }};
-    job.cutting = {block, true, false};
-    job.treatment.origin.kind = Origin::Kind::automatic;
+    job.cutting = cutting;
+    job.threads = threads;
     Watcher watcher;
     Outcome outcome = run(job, fendra(), watcher);
     EXPECT_TRUE(watcher.began && watcher.rises);
+    EXPECT_EQ(watcher.channels, outcome.record.rounds * (cutting.pad ? 1 : 2));
     return outcome;
+}
+
+// The kernel is a peak about sample 24.
+static constexpr std::int64_t length = 200000, turnedBy = 24;
+
+// Of that signal, n + m - 1 samples, those before the peak at the end: the sums in long double.
+static std::vector<double> definingSums() {
+    std::int64_t ignored = 0;
+    StreamReader reader(length, ignored);
+    const Signal x = Signal::of(reader), h = Signal::of(*jobOf(0, 1.0, 1).second.open());
+    const std::int64_t n = length + h.info.samples - 1;
+    std::vector<double> sums(static_cast<std::size_t>(2 * n));
+    for (std::int64_t i = 0; i < 2 * n; ++i) {
+        long double sum = 0.0L;
+        for (std::int64_t k = 0; k < h.info.samples; ++k) {
+            const std::int64_t from = i - 2 * k;
+            sum +=
+                from < 0 || from >= 2 * length
+                    ? 0.0L
+                    : static_cast<long double>(h.interleaved[static_cast<std::size_t>(k)]) *
+                          static_cast<long double>(x.interleaved[static_cast<std::size_t>(from)]);
+        }
+        sums[static_cast<std::size_t>(i)] = static_cast<double>(sum);
+    }
+    std::rotate(sums.begin(), sums.begin() + 2 * turnedBy, sums.end());
+    return sums;
 }
 
 // Root of the sum of squared differences, over that of the squares of what is expected.
@@ -184,18 +211,45 @@ static double relativeDifference(const std::vector<double>& samples,
     return std::sqrt(wrong / all);
 }
 
-// The module's time domain has the whole signal, and stands for the sums. The kernel is a peak
-// about sample 24.
-TEST(LinearConvolution, ReadsPiecesAndGivesWhatTheModuleGivesOfTheWhole) {
-    std::int64_t most = 0;
-    const Outcome whole = linear(200000, FendraSettings::timeDomain, 0, most);
-    EXPECT_EQ(whole.record.samples, 200000 + 47);
-    for (const std::int64_t block : {0, 1000, 150000}) {
-        most = 0;
-        const Outcome streamed = linear(200000, FendraSettings::frequencyDomain, block, most);
-        EXPECT_LE(most, 65536);
-        EXPECT_EQ(streamed.record.samples, whole.record.samples);
-        EXPECT_LE(relativeDifference(streamed.result.interleaved, whole.result.interleaved),
-                  1e-14 * std::sqrt(std::log2(200047.0)));
+// In pieces, and with the same bits in any number of threads.
+TEST(LinearConvolution, GivesTheDefiningSumsOfAStream) {
+    const std::vector<double> expected = definingSums();
+    for (const std::int32_t method :
+         {FendraSettings::timeDomain, FendraSettings::frequencyDomain}) {
+        for (const std::int64_t block : {0, 1000, 150000}) {
+            std::int64_t most = 0;
+            const Outcome one = linear(length, method, {block, true, false}, 1, most);
+            EXPECT_LE(most, 65536);
+            EXPECT_EQ(one.record.samples, length + 47);
+            EXPECT_LE(relativeDifference(one.result.interleaved, expected),
+                      1e-14 * std::sqrt(std::log2(200047.0)));
+            for (const int threads : {2, 5}) {
+                const Outcome more = linear(length, method, {block, true, false}, threads, most);
+                EXPECT_TRUE(sameBits(more.result.interleaved, one.result.interleaved));
+            }
+        }
+    }
+}
+
+// A sum of the time domain has its terms in the order of the whole, zeros among them, whatever the
+// block: the module's run over a signal with room for all gives the same bits.
+TEST(LinearConvolution, GivesTheBitsOfTheModuleOverTheWholeInTheTimeDomain) {
+    std::int64_t ignored = 0;
+    StreamReader reader(3000, ignored);
+    Signal roomy = Signal::of(reader);
+    roomy.info.samples += 48;
+    roomy.interleaved.resize(roomy.interleaved.size() + 2 * 48);
+    FoldJob job = jobOf(FendraSettings::timeDomain, 1.0, 1);
+    job.first = sourceOf(std::make_shared<const Signal>(roomy));
+    job.treatment.origin.kind = Origin::Kind::none;
+    JobObserver observer;
+    const Outcome whole = run(job, fendra(), observer);
+    for (const std::int64_t block : {0, 1, 47, 48, 100, 3000, 5000}) {
+        job.first = {SourceName("stream"),
+                     [&] { return std::make_unique<StreamReader>(3000, ignored); }};
+        job.cutting = {block, true, false};
+        job.threads = 1 + static_cast<int>(block % 3);
+        const Outcome blocks = run(job, fendra(), observer);
+        EXPECT_TRUE(sameBits(blocks.result.interleaved, whole.result.interleaved)) << block;
     }
 }

@@ -26,40 +26,17 @@ static std::int64_t blockOf(std::int64_t taps, std::int64_t given) {
 }
 
 OverlapAdd::OverlapAdd(std::vector<double> kernelTaps, std::int64_t givenLength)
-    : taps(std::move(kernelTaps)),
-      blockLength(blockOf(std::ssize(taps), givenLength)),
-      tail(taps.size() - 1) {}
+    : taps(std::move(kernelTaps)), blockLength(blockOf(std::ssize(taps), givenLength)) {}
 
-double OverlapAdd::bytes(std::int64_t taps, std::int64_t givenLength) {
-    const std::int64_t length = transformLength(blockOf(taps, givenLength) + taps - 1);
-    return static_cast<double>(4 * length + 2 * taps) * sizeof(double);
+BlockConvolution::Demand OverlapAdd::demand(std::int64_t taps, std::int64_t givenLength) {
+    const std::int64_t block = blockOf(taps, givenLength);
+    const auto transformed = static_cast<double>(transformLength(block + taps - 1));
+    return {block, (2.0 * transformed + static_cast<double>(taps)) * sizeof(double),
+            transformed * sizeof(double)};
 }
 
-void OverlapAdd::add(const double* samples, std::int64_t count, std::vector<double>& ready) {
-    while (count > 0) {
-        const std::int64_t taken = std::min(count, blockLength - std::ssize(work));
-        work.insert(work.end(), samples, samples + taken);
-        samples += taken;
-        count -= taken;
-        if (std::ssize(work) == blockLength) {
-            convolveBlock(ready);
-        }
-    }
-}
-
-void OverlapAdd::finish(std::vector<double>& ready) {
-    if (!work.empty()) {
-        convolveBlock(ready);
-    }
-    if (!even.empty()) {
-        ready.insert(ready.end(), tail.begin(), tail.end());
-    }
-}
-
-// At the length that the first block needs, which is shorter where the whole signal is.
-void OverlapAdd::transformTaps() {
-    const auto length =
-        static_cast<std::size_t>(transformLength(std::ssize(work) + std::ssize(tail)));
+void OverlapAdd::prepare(std::int64_t firstBlock) {
+    length = static_cast<std::size_t>(transformLength(firstBlock + std::ssize(taps) - 1));
     std::vector<double> spectrum(taps);
     spectrum.resize(length);
     HartleyTransform().hartley(spectrum.data(), static_cast<int>(length), 1);
@@ -73,9 +50,7 @@ void OverlapAdd::transformTaps() {
 }
 
 // Elements 0 and N / 2 are their own mirror images.
-void OverlapAdd::multiplySpectra() {
-    const std::size_t length = work.size();
-    double* const x = work.data();
+void OverlapAdd::multiplySpectra(double* x) const {
     const double *const e = even.data(), *const o = odd.data();
     x[0] *= e[0];
     if (length > 1) {
@@ -88,24 +63,12 @@ void OverlapAdd::multiplySpectra() {
     }
 }
 
-// Each sample is the sum over its blocks in ascending order.
-void OverlapAdd::convolveBlock(std::vector<double>& ready) {
-    if (even.empty()) {
-        transformTaps();
-    }
-    const std::size_t filled = work.size(), kept = tail.size();
-    const std::size_t length = even.size() == 1 ? 1 : 2 * (even.size() - 1);
-    work.resize(length);
+std::vector<double> OverlapAdd::convolve(const double* window, std::int64_t count) const {
+    std::vector<double> work(length);
+    std::copy_n(window, count, work.data());
     HartleyTransform().hartley(work.data(), static_cast<int>(length), 0);
-    multiplySpectra();
+    multiplySpectra(work.data());
     HartleyTransform().hartley(work.data(), static_cast<int>(length), 0);
-    for (std::size_t i = 0; i < std::min(filled, kept); ++i) {
-        work[i] = tail[i] + work[i];
-    }
-    for (std::size_t i = 0; i < kept; ++i) {
-        const double earlier = i + filled < kept ? tail[i + filled] : 0.0;
-        tail[i] = earlier + work[filled + i];
-    }
-    ready.insert(ready.end(), work.begin(), work.begin() + static_cast<std::ptrdiff_t>(filled));
-    work.clear();
+    work.resize(static_cast<std::size_t>(count) + taps.size() - 1);
+    return work;
 }

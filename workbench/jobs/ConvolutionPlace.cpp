@@ -14,6 +14,5 @@ ConvolutionPlace::ConvolutionPlace(const std::optional<SignalAxis>& signalAxis,
                                     : fmt::format("; the {} before it stand at the end", moved);
         }
     }
-    dropped = linear ? lag : 0;
-    turned = moved + lag - dropped;
+    turned = linear ? moved : moved + lag;
 }

@@ -11,12 +11,12 @@
 //
 // A result is turned by c: the c samples that belong before the signal's first stand at the end,
 // and none is lost. A linear result with an axis stays as it is, since its axis starts at the sum
-// of both starts, c steps before the signal's.
+// of both starts, c steps before the signal's. A periodic result is turned by its lag as well; a
+// linear one is made without it.
 struct ConvolutionPlace {
     std::optional<SignalAxis> axis;
     std::optional<Movement> movement;
-    std::int64_t turned = 0;   // samples at the start that stand at the end
-    std::int64_t dropped = 0;  // those before them that are left out: the lag of a linear result
+    std::int64_t turned = 0;  // samples at the start that stand at the end
 
     ConvolutionPlace() = default;
     // signalAxis: that of the signal, not the kernel's. lag: by which the samples are late.

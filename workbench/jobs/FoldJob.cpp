@@ -105,7 +105,8 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
         folding = std::make_unique<WholeDeconvolution>(job, library, std::move(measured),
                                                        std::move(kernel), observer);
     } else if (LinearConvolution::does(job)) {
-        folding = std::make_unique<LinearConvolution>(job, std::move(first), std::move(second));
+        folding =
+            std::make_unique<LinearConvolution>(job, library, std::move(first), std::move(second));
     } else {
         folding = std::make_unique<RoundFolding>(job, library, std::move(first), std::move(second),
                                                  whole);

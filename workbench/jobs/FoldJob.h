@@ -17,8 +17,8 @@ class ModuleLibrary;
 
 // How the signals of a job are cut.
 struct Cutting {
-    // Samples in a block; 0: the whole signal is one block, or, of a linear convolution in the
-    // frequency domain, as many as cost least: its result is the same to rounding.
+    // Samples in a block; 0: the whole signal is one block, or, of a linear convolution, as many as
+    // cost least: its result is the same, in the frequency domain to rounding.
     std::int64_t block = 0;
     bool pad = false;       // zeros are appended, so that nothing wraps round
     bool circular = false;  // a convolution may be cut into blocks that wrap round by themselves

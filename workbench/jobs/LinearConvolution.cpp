@@ -1,5 +1,7 @@
 #include "workbench/jobs/LinearConvolution.h"
 
+#include "workbench/analysis/OverlapAdd.h"
+#include "workbench/jobs/ModuleConvolution.h"
 #include "workbench/jobs/ResultTap.h"
 #include "workbench/jobs/StepRelay.h"
 #include "workbench/jobs/jobSize.h"
@@ -8,28 +10,21 @@
 #include "workbench/module/pairing.h"
 #include "workbench/signals/Signal.h"
 #include "workbench/signals/valueCount.h"
+#include "workbench/system/systemMemory.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <utility>
 
-static constexpr std::int64_t longestPiece = 65536;
-
 bool LinearConvolution::does(const FoldJob& job) {
-    return job.settings.direction == FendraSettings::convolution &&
-           job.settings.method == FendraSettings::frequencyDomain && job.cutting.pad;
+    return job.settings.direction == FendraSettings::convolution && job.cutting.pad;
 }
 
-static void checkKernelSize(const SignalInfo& kernel, int channels, std::int64_t block) {
-    if (kernel.samples > OverlapAdd::mostTaps) {
-        throw Failure(fmt::format(
-            "{} has {} samples, and a kernel has at most {}; cut the shorter of both signals",
-            kernel.source.shown, kernel.samples, OverlapAdd::mostTaps));
-    }
-    const double copies = kernel.channels * static_cast<double>(kernel.samples) * sizeof(double);
-    checkKernelMemory(kernel, copies + channels * OverlapAdd::bytes(kernel.samples, block));
+static bool inTime(const Method& method) {
+    return method.code == FendraSettings::timeDomain;
 }
 
 namespace {
@@ -81,39 +76,99 @@ std::unique_ptr<SignalReader> LinearConvolution::findKernel(std::unique_ptr<Sign
     return std::move(swapped ? first : second);
 }
 
-LinearConvolution::LinearConvolution(const FoldJob& foldJob, std::unique_ptr<SignalReader> first,
+LinearConvolution::LinearConvolution(const FoldJob& foldJob, const ModuleLibrary& library,
+                                     std::unique_ptr<SignalReader> first,
                                      std::unique_ptr<SignalReader> second)
     : job(foldJob), used(*Method::selectedBy(job.settings)) {
     place.axis = first->info().axis;
     const auto reader = findKernel(std::move(first), std::move(second));
-    const int channels = std::max(signal->info().channels, reader->info().channels);
-    checkKernelSize(reader->info(), channels, job.cutting.block);
+    channels = std::max(signal->info().channels, reader->info().channels);
+    chooseWidth(reader->info());
     const Signal kernel = Signal::of(*reader);
     taps = kernel.info.samples;
+    if (inTime(used)) {
+        FendraSettings perBlock = job.settings;
+        perBlock.executionMode = FendraSettings::perBlock;
+        modules.emplace(library, perBlock);
+    }
+    for (int channel = 0; channel < kernel.info.channels; ++channel) {
+        kernels.push_back(makeKernel(channelOf(kernel, channel)));
+    }
+    room.after = kernels[0]->history();
     if (job.treatment.origin.kind != Origin::Kind::none) {
         place = {signal->info().axis, zeroOf(kernel, job.treatment.origin), true, used.lag};
+    } else {
+        room.before = used.lag;
     }
-    for (int channel = 0; channel < channels; ++channel) {
-        convolutions.emplace_back(channelOf(kernel, channel), job.cutting.block);
+}
+
+std::unique_ptr<BlockConvolution> LinearConvolution::makeKernel(std::vector<double> samples) {
+    if (modules) {
+        return std::make_unique<ModuleConvolution>(*modules, used.lag, std::move(samples), block);
     }
-    ready.resize(convolutions.size());
+    return std::make_unique<OverlapAdd>(std::move(samples), block);
+}
+
+static constexpr std::int64_t worthAThread = std::int64_t{1} << 18;  // values
+
+// As many blocks as make tasks for all threads, worth starting these.
+static std::int64_t blocksAtOnce(int threads, int channels, std::int64_t block) {
+    const std::int64_t values = block * channels;
+    return threads == 1 ? 1
+                        : std::max<std::int64_t>(threads / std::gcd(threads, channels),
+                                                 (threads * worthAThread - 1) / values + 1);
+}
+
+// A kernel that does not fit in memory is refused, and threads run as far as it goes. Of a pipe one
+// block at a time is read: what has come must not wait for more.
+void LinearConvolution::chooseWidth(const SignalInfo& kernel) {
+    const std::int64_t m = kernel.samples, n = signal->info().samples;
+    if (m > BlockConvolution::mostTaps) {
+        throw Failure(fmt::format(
+            "{} has {} samples, and a kernel has at most {}; cut the shorter of both signals",
+            kernel.source.shown, m, BlockConvolution::mostTaps));
+    }
+    block = comesAlong() ? job.cutting.block : std::min(job.cutting.block, n + m);
+    const BlockConvolution::Demand demand =
+        inTime(used) ? ModuleConvolution::demand(m, block) : OverlapAdd::demand(m, block);
+    const double kept = kernel.channels * (demand.kept + static_cast<double>(m) * sizeof(double));
+    const double window = signal->info().channels * static_cast<double>(demand.block + m);
+    const double perBlock = channels * demand.perBlock + 2.0 * window * sizeof(double);
+    checkKernelMemory(kernel, kept + perBlock);
+    if (comesAlong()) {
+        width.threads = demand.block * channels < worthAThread ? 1 : job.threads;
+        return;
+    }
+    const double most = (freeMemory() - kept) / perBlock;
+    width.threads = job.threads;
+    while (static_cast<double>(blocksAtOnce(width.threads, channels, demand.block)) > most &&
+           width.threads > 1) {
+        --width.threads;
+    }
+    width.blocks = blocksAtOnce(width.threads, channels, demand.block);
 }
 
 // Of that many samples; of 0, an unknown number, one.
 std::int64_t LinearConvolution::blocks(std::int64_t samples) const {
-    return std::max<std::int64_t>(1, (samples - 1) / convolutions[0].block() + 1);
+    const std::int64_t all = samples + room.before + room.after;
+    return samples == 0 ? 1 : (all - 1) / kernels[0]->block() + 1;
 }
 
 JobSize LinearConvolution::size() const {
     JobSize size;
     size.rounds = blocks(signal->info().samples);
+    const std::int64_t history = kernels[0]->history();
+    const auto sums = static_cast<double>(signal->info().samples + (size.rounds + 1) * history);
+    const JobSize one = sizeOfRun(used, job.settings, sums, static_cast<double>(taps));
+    size.multiplyAdds = channels * one.multiplyAdds;
+    size.seconds = channels * one.seconds;
     return size;
 }
 
 void LinearConvolution::describe(RunRecord& record) const {
     record.settings = job.settings;
-    record.overlapAdd = true;
-    record.channels = static_cast<int>(convolutions.size());
+    record.overlapAdd = !inTime(used);
+    record.channels = channels;
     record.moved = place.movement;
     describeLengths(record, signal->info().samples);
 }
@@ -122,85 +177,47 @@ void LinearConvolution::describe(RunRecord& record) const {
 void LinearConvolution::describeLengths(RunRecord& record, std::int64_t samples) const {
     record.inputs[input].samples = samples;
     record.inputs[1 - input].samples = taps;
-    record.samples = samples == 0 ? 0 : samples + taps - 1;
+    record.samples = samples == 0 ? 0 : samples + taps - 1 + room.before;
     record.rounds = blocks(samples);
 }
 
-// A signal of one channel serves all channels of the kernel.
-void LinearConvolution::add(const std::vector<double>& interleaved, std::int64_t samples) {
-    const auto width = static_cast<std::size_t>(signal->info().channels);
-    std::vector<double> column(static_cast<std::size_t>(samples));
-    for (std::size_t c = 0; c < convolutions.size(); ++c) {
-        for (std::size_t i = 0; i < column.size(); ++i) {
-            column[i] = interleaved[i * width + (width == 1 ? 0 : c)];
-        }
-        convolutions[c].add(column.data(), samples, ready[c]);
-    }
-}
-
-void LinearConvolution::deliver(ResultTap& tap) {
-    const std::size_t width = ready.size();
-    const std::int64_t samples = std::ssize(ready[0]);
-    std::vector<double> interleaved;
-    for (std::int64_t i = 0; i < samples;) {
-        const std::int64_t count = std::min(samples - i, longestPiece);
-        interleaved.resize(static_cast<std::size_t>(count) * width);
-        for (std::size_t c = 0; c < width; ++c) {
-            for (std::int64_t j = 0; j < count; ++j) {
-                interleaved[static_cast<std::size_t>(j) * width + c] =
-                    ready[c][static_cast<std::size_t>(i + j)];
-            }
-        }
-        pass(tap, interleaved.data(), count);
-        i += count;
-    }
-    for (std::vector<double>& samplesOfChannel : ready) {
-        samplesOfChannel.clear();
-    }
-}
-
+// The first samples are kept, if they stand at the end.
 void LinearConvolution::pass(ResultTap& tap, const double* interleaved, std::int64_t samples) {
-    const std::int64_t width = std::ssize(ready);
-    const std::int64_t kept = std::min(place.turned - std::ssize(turned) / width, samples);
-    turned.insert(turned.end(), interleaved, interleaved + kept * width);
+    const std::int64_t kept = std::min(place.turned - std::ssize(turned) / channels, samples);
+    turned.insert(turned.end(), interleaved, interleaved + kept * channels);
     if (samples > kept) {
-        tap.take(interleaved + kept * width, samples - kept);
+        tap.take(interleaved + kept * channels, samples - kept);
     }
 }
 
-// A stream ends where nothing more comes; another signal where its length says so.
 void LinearConvolution::run(ResultTap& tap, StepRelay& relay, Findings& /*findings*/,
                             RunRecord& record) {
     const SignalInfo info = signal->info();
     const bool stream = comesAlong();
-    const std::int64_t block = convolutions[0].block(), piece = std::min(block, longestPiece);
-    std::vector<double> interleaved(valueCount(piece, info.channels));
-    std::int64_t done = 0;
-    while (stream || done < info.samples) {
-        if (!relay.before(stream ? 0 : done / block, 0)) {
-            throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written",
-                                      done / block, blocks(info.samples)));
+    const auto deliver = [&](const double* interleaved, std::int64_t samples) {
+        pass(tap, interleaved, samples);
+    };
+    BlockRounds rounds(*signal, kernels, room, width);
+    for (std::int64_t done = 0; rounds.read();) {
+        for (std::int64_t i = 0; i < rounds.blocks(); ++i, ++done) {
+            if (!relay.before(stream ? 0 : done, 0)) {
+                throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written", done,
+                                          blocks(info.samples)));
+            }
+            if (i == 0) {
+                rounds.convolve();
+            }
+            rounds.deliver(i, deliver);
         }
-        const std::int64_t got =
-            signal->read(interleaved.data(), stream ? piece : std::min(piece, info.samples - done));
-        if (got == 0 && stream) {
-            break;
-        }
-        if (got == 0) {
-            throw Failure(fmt::format("{} ended early: it has changed since it was opened",
-                                      info.source.shown));
-        }
-        add(interleaved, got);
-        deliver(tap);
         if (stream) {
             tap.flush();
         }
-        done += got;
     }
-    for (std::size_t c = 0; c < convolutions.size(); ++c) {
-        convolutions[c].finish(ready[c]);
+    if (rounds.samples() < info.samples) {
+        throw Failure(
+            fmt::format("{} ended early: it has changed since it was opened", info.source.shown));
     }
-    deliver(tap);
+    rounds.finish(deliver);
     tap.take(turned.data(), place.turned);
-    describeLengths(record, done);
+    describeLengths(record, rounds.samples());
 }

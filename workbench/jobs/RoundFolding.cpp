@@ -95,7 +95,7 @@ ConvolutionPlace RoundFolding::placeOfWhole() {
     const bool firstIsKernel = first->info().samples < second->info().samples;
     std::unique_ptr<SignalReader>& kernel = firstIsKernel ? first : second;
     const KernelZero zero = kernelZeroOf(kernel, job.treatment.origin);
-    return {(firstIsKernel ? second : first)->info().axis, zero, job.cutting.pad, used.lag};
+    return {(firstIsKernel ? second : first)->info().axis, zero, false, used.lag};
 }
 
 JobSize RoundFolding::size() const {
@@ -105,16 +105,15 @@ JobSize RoundFolding::size() const {
 void RoundFolding::describe(RunRecord& record) const {
     record.settings = job.settings;
     record.channels = driven->channels();
-    record.samples = driven->samples() - place.dropped;
+    record.samples = driven->samples();
     record.rounds = driven->rounds();
     record.moved = place.movement;
 }
 
 std::vector<double> RoundFolding::placed(const double* interleaved, std::int64_t samples) const {
     const std::int64_t width = driven->channels();
-    std::vector<double> result(interleaved + place.dropped * width, interleaved + samples * width);
-    const std::int64_t left = samples - place.dropped;
-    std::rotate(result.data(), result.data() + (place.turned % left) * width,
+    std::vector<double> result(interleaved, interleaved + samples * width);
+    std::rotate(result.data(), result.data() + (place.turned % samples) * width,
                 result.data() + result.size());
     return result;
 }
@@ -122,7 +121,7 @@ std::vector<double> RoundFolding::placed(const double* interleaved, std::int64_t
 void RoundFolding::run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) {
     const auto deliver = [&](const double* values, std::int64_t samples) {
         if (place.movement) {
-            tap.take(placed(values, samples).data(), samples - place.dropped);
+            tap.take(placed(values, samples).data(), samples);
         } else {
             tap.take(values, samples);
         }

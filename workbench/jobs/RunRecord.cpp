@@ -24,14 +24,15 @@ std::string describe(int channels, std::int64_t samples, double rate) {
 
 static constexpr const char* overlapAddText = "overlap-add of the workbench";
 
-// "convolve, frequency, per block, Fendra V1.91"
+// "convolve, frequency, per block, Fendra V1.91"; "linear" where nothing wraps round
 std::string RunRecord::work() const {
     if (overlapAdd) {
         return fmt::format("convolve, frequency, linear, {}", overlapAddText);
     }
     const bool convolves = settings.direction == FendraSettings::convolution;
-    return fmt::format("{}, {}, per {}, {} {}", convolves ? "convolve" : "deconvolve",
-                       Method::selectedBy(settings)->word, Setting::named("per").word(settings),
+    return fmt::format("{}, {}, {}, {} {}", convolves ? "convolve" : "deconvolve",
+                       Method::selectedBy(settings)->word,
+                       convolves && pad ? "linear" : "per " + Setting::named("per").word(settings),
                        module, moduleVersion);
 }
 
