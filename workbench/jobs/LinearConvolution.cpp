@@ -15,6 +15,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <numeric>
 #include <utility>
@@ -109,43 +110,66 @@ std::unique_ptr<BlockConvolution> LinearConvolution::makeKernel(std::vector<doub
     return std::make_unique<OverlapAdd>(std::move(samples), block);
 }
 
-static constexpr std::int64_t worthAThread = std::int64_t{1} << 18;  // values
+// Operations for each value of the result: the sums of the module, or about that of transforms.
+static double workOfValue(const Method& method, std::int64_t taps) {
+    constexpr double transforms = 64.0;
+    return inTime(method) ? static_cast<double>(taps) : transforms;
+}
+
+static constexpr double worthAThread = 1e7;  // operations
 
 // As many blocks as make tasks for all threads, worth starting these.
-static std::int64_t blocksAtOnce(int threads, int channels, std::int64_t block) {
-    const std::int64_t values = block * channels;
+static std::int64_t blocksAtOnce(int threads, int channels, double workOfBlock) {
+    const double worthAll = std::ceil(threads * worthAThread / workOfBlock);
     return threads == 1 ? 1
                         : std::max<std::int64_t>(threads / std::gcd(threads, channels),
-                                                 (threads * worthAThread - 1) / values + 1);
+                                                 static_cast<std::int64_t>(worthAll));
+}
+
+static void refuseLongKernel(const SignalInfo& kernel) {
+    if (kernel.samples > BlockConvolution::mostTaps) {
+        throw Failure(fmt::format(
+            "{} has {} samples, and a kernel has at most {}; cut the shorter of both signals",
+            kernel.source.shown, kernel.samples, BlockConvolution::mostTaps));
+    }
+}
+
+// The sums of the time domain do not depend on the block, so that each thread gets a share.
+BlockConvolution::Demand LinearConvolution::chooseBlock(std::int64_t m) {
+    const std::int64_t given = job.cutting.block, n = signal->info().samples;
+    block = comesAlong() ? given : std::min(given, n + m);
+    if (!inTime(used)) {
+        return OverlapAdd::demand(m, block);
+    }
+    if (given == 0 && !comesAlong()) {
+        const std::int64_t share = (n + m) * channels / width.threads + 1;
+        block = std::min(ModuleConvolution::demand(m, 0).block, std::max(share, m));
+    }
+    return ModuleConvolution::demand(m, block);
 }
 
 // A kernel that does not fit in memory is refused, and threads run as far as it goes. Of a pipe one
 // block at a time is read: what has come must not wait for more.
 void LinearConvolution::chooseWidth(const SignalInfo& kernel) {
-    const std::int64_t m = kernel.samples, n = signal->info().samples;
-    if (m > BlockConvolution::mostTaps) {
-        throw Failure(fmt::format(
-            "{} has {} samples, and a kernel has at most {}; cut the shorter of both signals",
-            kernel.source.shown, m, BlockConvolution::mostTaps));
-    }
-    block = comesAlong() ? job.cutting.block : std::min(job.cutting.block, n + m);
-    const BlockConvolution::Demand demand =
-        inTime(used) ? ModuleConvolution::demand(m, block) : OverlapAdd::demand(m, block);
+    refuseLongKernel(kernel);
+    const std::int64_t m = kernel.samples;
+    const double workOfSample = channels * workOfValue(used, m);
+    const double whole = static_cast<double>(signal->info().samples + m) * workOfSample;
+    width.threads = static_cast<int>(std::min(1.0 * job.threads, 1.0 + whole / worthAThread));
+    const BlockConvolution::Demand demand = chooseBlock(m);
     const double kept = kernel.channels * (demand.kept + static_cast<double>(m) * sizeof(double));
     const double window = signal->info().channels * static_cast<double>(demand.block + m);
     const double perBlock = channels * demand.perBlock + 2.0 * window * sizeof(double);
     checkKernelMemory(kernel, kept + perBlock);
-    if (comesAlong()) {
-        width.threads = demand.block * channels < worthAThread ? 1 : job.threads;
-        return;
-    }
+    const double workOfBlock = static_cast<double>(demand.block) * workOfSample;
     const double most = (freeMemory() - kept) / perBlock;
-    width.threads = job.threads;
-    while (static_cast<double>(blocksAtOnce(width.threads, channels, demand.block)) > most &&
-           width.threads > 1) {
+    const auto blocks = [&] {
+        return comesAlong() ? 1 : blocksAtOnce(width.threads, channels, workOfBlock);
+    };
+    while (width.threads > 1 && static_cast<double>(blocks()) > most) {
         --width.threads;
     }
-    width.blocks = blocksAtOnce(width.threads, channels, demand.block);
+    width.blocks = blocks();
 }
 
 // Of that many samples; of 0, an unknown number, one.

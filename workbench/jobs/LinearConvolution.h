@@ -38,6 +38,7 @@ private:
     std::unique_ptr<SignalReader> findKernel(std::unique_ptr<SignalReader> first,
                                              std::unique_ptr<SignalReader> second);
     void chooseWidth(const SignalInfo& kernel);
+    BlockConvolution::Demand chooseBlock(std::int64_t m);
     std::unique_ptr<BlockConvolution> makeKernel(std::vector<double> samples);
     [[nodiscard]] bool comesAlong() const { return signal->info().samples == 0; }
     [[nodiscard]] std::int64_t blocks(std::int64_t samples) const;
@@ -49,7 +50,7 @@ private:
     std::unique_ptr<SignalReader> signal;
     std::size_t input = 0;              // which of both is the signal
     int channels = 1;                   // of the result
-    std::int64_t taps = 0, block = 0;   // block: as given
+    std::int64_t taps = 0, block = 0;   // block: 0, what costs least
     std::optional<DriverPool> modules;  // of the time domain
     BlockRounds::Kernels kernels;
     BlockRounds::Room room;
