@@ -2,6 +2,8 @@
 
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
+#include "workbench/jobs/CompareJob.h"
+#include "workbench/methods/Method.h"
 #include "workbench/module/ModuleLibrary.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +13,7 @@
 #include <limits>
 #include <thread>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -39,14 +42,14 @@ static const ModuleLibrary& fendra() {
     return library;
 }
 
-// A peak of that height in 48 samples, in each further channel twice as high; with 0.14 it is about
-// 1 in sum.
-static SignalSource peak(double height, int channels) {
+// Peaks of that height in the middle of each period of so many samples, in each further channel
+// twice as high; with 0.14 a peak is about 1 in sum.
+static SignalSource peaks(double height, int channels, int samples, int period) {
     Signal signal;
     signal.info.channels = channels;
-    signal.info.samples = 48;
-    for (int i = 0; i < 48; ++i) {
-        const double x = i / 4.0 - 6.0;
+    signal.info.samples = samples;
+    for (int i = 0; i < samples; ++i) {
+        const double x = (i % period - period / 2) / 4.0;
         for (int channel = 0; channel < channels; ++channel) {
             signal.interleaved.push_back(std::ldexp(height * std::exp(-x * x), channel));
         }
@@ -54,11 +57,13 @@ static SignalSource peak(double height, int channels) {
     return sourceOf(std::make_shared<const Signal>(signal));
 }
 
-// A convolution by a method below vanCittert, else a deconvolution.
-static FoldJob jobOf(std::int32_t method, double height, int channels) {
+// A convolution by a method below vanCittert, else a deconvolution; of so many samples and a kernel
+// of one block.
+static FoldJob jobOf(std::int32_t method, double height, int channels, int samples = 48,
+                     int blocks = 1) {
     FoldJob job;
-    job.first = peak(height, channels);
-    job.second = peak(0.14, 1);
+    job.first = peaks(height, channels, samples, 48);
+    job.second = peaks(0.14, 1, samples / blocks, samples / blocks);
     job.settings.direction = method < FendraSettings::vanCittert ? FendraSettings::convolution
                                                                  : FendraSettings::deconvolution;
     job.settings.method = method;
@@ -66,12 +71,16 @@ static FoldJob jobOf(std::int32_t method, double height, int channels) {
     return job;
 }
 
-static std::string digestOf(const FoldJob& job) {
+static RunRecord recordOf(const FoldJob& job) {
     Watcher watcher;
     const RunRecord record = run(job, fendra(), watcher).record;
     EXPECT_TRUE(watcher.began && watcher.rises);
     EXPECT_EQ(watcher.channels, record.rounds * record.channels);
-    return record.digest;
+    return record;
+}
+
+static std::string digestOf(const FoldJob& job) {
+    return recordOf(job).digest;
 }
 
 TEST(FoldJob, GivesInAnyThreadWhatItGivesByItself) {
@@ -93,6 +102,69 @@ TEST(FoldJob, GivesInAnyThreadWhatItGivesByItself) {
         thread.join();
     }
     EXPECT_EQ(digests, alone);
+}
+
+// Samples, numbers and their order, and remarks; parts long enough to be passed on.
+TEST(FoldJob, GivesInSeveralThreadsWhatItGivesInOne) {
+    for (const auto& [method, samples] : {std::pair(FendraSettings::timeDomain, 4800),
+                                          {FendraSettings::frequencyDomain, 9600},
+                                          {FendraSettings::vanCittert, 2400},
+                                          {FendraSettings::pseudoInverse, 640}}) {
+        for (const int blocks : {1, 4}) {
+            FoldJob job = jobOf(method, 1.0, 3, samples, blocks);
+            job.cutting.block = blocks == 1 ? 0 : samples / blocks;
+            const RunRecord alone = recordOf(job);
+            for (const int threads : {2, 5}) {
+                job.threads = threads;
+                const RunRecord together = recordOf(job);
+                EXPECT_EQ(together.digest, alone.digest);
+                EXPECT_EQ(together.remarks, alone.remarks);
+                ASSERT_EQ(together.numbers.size(), alone.numbers.size());
+                for (std::size_t i = 0; i < alone.numbers.size(); ++i) {
+                    EXPECT_EQ(together.numbers[i].round, alone.numbers[i].round);
+                    EXPECT_EQ(together.numbers[i].channel, alone.numbers[i].channel);
+                    EXPECT_EQ(together.numbers[i].values, alone.numbers[i].values);
+                }
+            }
+        }
+    }
+}
+
+// Four of twelve parts have run by then, and at most two whole rounds; nobody asks again.
+TEST(FoldJob, StopsAllThreadsWhereItsObserverStopsOne) {
+    for (const int threads : {2, 5}) {
+        FoldJob job = jobOf(FendraSettings::timeDomain, 1.0, 2, 12000, 6);
+        job.cutting.block = 2000;
+        job.threads = threads;
+        Watcher watcher;
+        watcher.stopAtChannel = 4;
+        const std::string message = failureOf([&] { run(job, fendra(), watcher); });
+        EXPECT_TRUE(message.starts_with("stopped after ") && message[14] <= '2') << message;
+        EXPECT_TRUE(message.ends_with(" of 6 blocks; nothing is written")) << message;
+        EXPECT_EQ(watcher.channels, 5);
+    }
+}
+
+TEST(CompareJob, IsOneJobToItsObserverInAnyNumberOfThreads) {
+    CompareJob job;
+    job.signal = std::make_shared<const Signal>(Signal::of(*peaks(1.0, 2, 200, 48).open()));
+    job.kernel = std::make_shared<const Signal>(Signal::of(*peaks(0.14, 1, 200, 200).open()));
+    job.methods = Method::of(FendraSettings::deconvolution);
+    job.settings.maxIterations = 20;
+    job.allowNonfinite = true;
+    std::vector<std::string> alone;
+    for (const int threads : {1, 3}) {
+        job.threads = threads;
+        Watcher watcher;
+        std::vector<std::string> digests;
+        for (const MethodOutcome& outcome : run(job, fendra(), watcher)) {
+            digests.push_back(outcome.method->word + (": " + outcome.record.digest) +
+                              outcome.failure);
+        }
+        EXPECT_TRUE(watcher.began && watcher.rises && watcher.last <= 1.0);
+        EXPECT_EQ(digests, threads == 1 ? digests : alone);
+        alone = digests;
+    }
 }
 
 // An iteration that is stopped after k steps gives what one bounded by k steps gives.

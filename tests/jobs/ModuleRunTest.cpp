@@ -1,5 +1,6 @@
 #include "workbench/module/ModuleRun.h"
 
+#include "workbench/module/ModuleDriver.h"
 #include "workbench/module/ModuleLibrary.h"
 #include "workbench/signals/Signal.h"
 
@@ -18,12 +19,12 @@ TEST(ModuleRun, DrivesAModuleThatIsNotFendra) {
     const auto first = source.open(), second = source.open();
     RunPlan plan;
     plan.blockLength = 2;
-    ModuleRun run(*adder, *first, *second, plan);
-    std::vector<double> sums;
-    run.drive({[](std::int64_t, int) { return true; }, [](const ModuleRun::Channel&) {},
-               [&](const double* samples, std::int64_t count) {
-                   sums.insert(sums.end(), samples, samples + count);
-               }});
-    EXPECT_EQ(sums, (std::vector<double>{2, 4, 8}));
-    EXPECT_TRUE(run.numbers().empty());
+    ModuleRun run(*first, *second, plan);
+    ModuleDriver driver(*adder);
+    for (const std::vector<double>& sums : {std::vector<double>{2, 4}, {8}}) {
+        ModuleRun::Round round = run.next();
+        round.answers[0] = run.answer(driver, round, 0);
+        EXPECT_EQ(run.delivered(round), sums);
+        EXPECT_TRUE(round.answers[0].numbers.empty());
+    }
 }

@@ -14,6 +14,7 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
     command.add_option(secondName, second, signalFileText)->required()->type_name("FILE");
     options.addTo(command);
     addOutput(command);
+    jobs.addTo(command, "channels and blocks");
     if (options.deconvolves()) {
         command
             .add_option("--curve", curve,
@@ -52,6 +53,7 @@ void FoldCommand::checkStreams() const {
 
 FoldJob FoldCommand::job(const ModuleLibrary& library) const {
     FoldJob job = options.job(library);
+    job.threads = jobs.threads;
     options.setFiles(job, first, second, output);
     if (!truth.empty()) {
         job.truth = fileSource(truth, options.reading());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/terminal/JobsOption.h"
 
 #include <string>
 
@@ -30,4 +31,5 @@ private:
     FoldOptions options;
     bool json = false;
     OutputOptions output{.file = "-"};
+    JobsOption jobs;
 };

@@ -130,7 +130,7 @@ FoldJob FoldOptions::job(const ModuleLibrary& library) const {
     return job;
 }
 
-// Without --force, --truth and --json, which do not change the result.
+// Without --force, --truth, --jobs and --json, which do not change the result.
 void FoldOptions::setFiles(FoldJob& job, const std::string& first, const std::string& second,
                            const OutputOptions& output) const {
     job.first = fileSource(first, reading());

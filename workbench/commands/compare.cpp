@@ -3,6 +3,7 @@
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/JobsOption.h"
 #include "workbench/terminal/Progress.h"
 #include "workbench/terminal/SettingOptions.h"
 #include "workbench/terminal/TreatmentOptions.h"
@@ -34,6 +35,7 @@ private:
     double rate = 0.0;  // 0: from the files
     bool pad = false, replace = false, json = false, quiet = false;
     InputOptions input;
+    JobsOption jobs;
 };
 
 }  // namespace
@@ -65,17 +67,16 @@ CompareJob CompareCommand::job() const {
     job.pad = pad;
     job.rate = rate;
     job.allowNonfinite = input.allowNonfinite;
+    job.threads = jobs.threads;
     return job;
 }
 
 void CompareCommand::run() const {
     const CompareJob comparison = job();
     const ModuleLibrary library = input.library();
-    std::vector<MethodOutcome> outcomes;
-    for (const Method* method : comparison.methods) {
-        Progress progress(method->word, quiet);
-        outcomes.push_back(::run(comparison, *method, library, progress));
-    }
+    Progress progress("", quiet);
+    const std::vector<MethodOutcome> outcomes = ::run(comparison, library, progress);
+    progress.end();
     fmt::print("{}", json ? comparisonJson(outcomes)
                           : comparisonTable(outcomes, comparison.truth.has_value()));
     if (!output.empty()) {
@@ -115,6 +116,7 @@ void CompareCommand::addTo(CLI::App& command) {
         ->type_name("FILE")
         ->group("Result");
     command.add_flag("--force", replace, forceText)->group("Result");
+    jobs.addTo(command, "methods");
     command.add_flag("--json", json, "print JSON")->group("Result");
     command.add_flag("-q,--quiet", quiet, "show no progress")->group("Result");
 }

@@ -1,9 +1,11 @@
 #include "workbench/jobs/CompareJob.h"
 
 #include "workbench/analysis/Spectrum.h"
+#include "workbench/jobs/JoinedJobs.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/module/ModuleLibrary.h"
+#include "workbench/system/inParallel.h"
 
 #include <fmt/format.h>
 
@@ -90,8 +92,8 @@ static Treatment treatmentOf(const CompareJob& job, const Method& method) {
 }
 
 // A method that fails takes its place in the comparison with its reason.
-MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibrary& library,
-                  JobObserver& observer) {
+static MethodOutcome runMethod(const CompareJob& job, const Method& method,
+                               const ModuleLibrary& library, JobObserver& observer) {
     MethodOutcome compared;
     compared.method = &method;
     FoldJob deconvolution;
@@ -103,6 +105,7 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
     deconvolution.rate = job.rate;
     deconvolution.truth = job.truth;
     deconvolution.allowNonfinite = job.allowNonfinite;
+    deconvolution.threads = std::max(1, job.threads / static_cast<int>(job.methods.size()));
     deconvolution.settings.direction = method.direction;
     deconvolution.settings.method = method.code;
     if (method.code == FendraSettings::vanCittert) {
@@ -118,6 +121,18 @@ MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibra
         compared.failure = failure.what();
     }
     return compared;
+}
+
+std::vector<MethodOutcome> run(const CompareJob& job, const ModuleLibrary& library,
+                               JobObserver& observer) {
+    std::vector<MethodOutcome> outcomes(job.methods.size());
+    JoinedJobs joined(observer, outcomes.size());
+    inParallel(job.threads, std::ssize(outcomes), [&](std::int64_t index) {
+        const auto i = static_cast<std::size_t>(index);
+        JoinedJobs::One part(joined, i);
+        outcomes[i] = runMethod(job, *job.methods[i], library, part);
+    });
+    return outcomes;
 }
 
 void writeResults(const std::vector<MethodOutcome>& outcomes, const SignalTarget& target) {

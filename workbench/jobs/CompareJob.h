@@ -21,6 +21,7 @@ struct CompareJob {
     bool pad = false;         // room, so that nothing wraps round
     double rate = 0.0;        // of signals that have none, in Hz; 0: not known
     bool allowNonfinite = false;
+    int threads = 1;  // for methods and their channels, at most; they change no bit
 };
 
 // What one method made of the signal.
@@ -33,14 +34,15 @@ struct MethodOutcome {
     double roughness = 0.0;
 };
 
-// Runs a method of the job, and measures what comes out:
+// Runs the methods of the job, and measures what comes out of each:
 //     misfit      result convolved with the kernel about its zero, less the signal, over the
 //                 signal. Where the result stays as the module gives it, with the lag that the
 //                 method takes off.
 //     roughness   differences of neighbouring samples, over the samples
-// each as root mean squares, over all channels. Failures stand in the outcome.
-MethodOutcome run(const CompareJob& job, const Method& method, const ModuleLibrary& library,
-                  JobObserver& observer);
+// each as root mean squares, over all channels. The outcomes stand in the order of the methods,
+// failures in them. The observer sees one job, and stops all methods.
+std::vector<MethodOutcome> run(const CompareJob& job, const ModuleLibrary& library,
+                               JobObserver& observer);
 
 // Writes all results as columns of one file; a method without one has none. Failure as
 // createSignal, and if no method has a result.

@@ -36,7 +36,7 @@ struct FoldJob {
     double rate = 0.0;                  // of signals that have none, in Hz; 0: not known
     std::optional<SignalSource> truth;  // to compare the result with
     bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
-    int threads = 1;                    // for channels and blocks; the result is the same with any
+    int threads = 1;                    // for channels and blocks, at most; they change no bit
     std::optional<SignalTarget> curve;  // where the points of a search are written
     std::string words;                  // the command line that gives the same result again
     // That with what was found in place of what was left to the data; may be empty.
@@ -50,8 +50,9 @@ struct Outcome {
     RunRecord record;
 };
 
-// Both forms run the job with the module of a library, in one thread. A deconvolution of whole
-// signals has them in memory, and is prepared and judged as Deconvolution says.
+// Both forms run the job with the module of a library, in the job's threads as far as memory
+// suffices. A deconvolution of whole signals has them in memory, and is prepared and judged as
+// Deconvolution says.
 //   Failure   settings that a run refuses, or that the data do not give, signals that do not go
 //             together or cannot be read, more memory than there is, a module that fails, a result
 //             with NaN or infinity or of zeros alone, a target that cannot be written; stopped by

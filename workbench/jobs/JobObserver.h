@@ -5,7 +5,7 @@
 // What a job takes, at most.
 struct JobSize {
     double multiplyAdds = 0.0;  // where it takes the square of the lengths or more; else 0
-    double seconds = 0.0;       // of one core, estimated from that
+    double seconds = 0.0;       // estimated from that, in the threads that run
     std::int64_t rounds = 1;
 };
 
@@ -16,7 +16,8 @@ struct JobProgress {
     std::uint32_t loop = 0, most = 0;  // of the iteration under way; most 0: there is none
 };
 
-// Watches a job, in the thread that runs it. By itself it does nothing.
+// Watches a job. It is called from the threads that run the job, one call at a time. By itself it
+// does nothing.
 class JobObserver {
 public:
     virtual ~JobObserver() = default;

@@ -1,14 +1,13 @@
 #include "workbench/jobs/RoundFolding.h"
 
-#include "host/B_BasisModule.h"
+#include "workbench/jobs/ChannelRelay.h"
 #include "workbench/jobs/Findings.h"
 #include "workbench/jobs/ResultTap.h"
-#include "workbench/jobs/StepRelay.h"
 #include "workbench/jobs/jobSize.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
-#include "workbench/module/FendraModule.h"
 #include "workbench/signals/Signal.h"
+#include "workbench/system/inRounds.h"
 
 #include <fmt/format.h>
 
@@ -75,7 +74,7 @@ RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
       used(*Method::selectedBy(job.settings)),
       first(std::move(firstReader)),
       second(std::move(secondReader)),
-      module(library.makeModule()) {
+      drivers(library, job.settings) {
     place.axis = first->info().axis;
     const bool wraps = used.direction == FendraSettings::convolution && !job.cutting.pad;
     if (!whole && wraps && !job.cutting.circular) {
@@ -86,9 +85,21 @@ RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
     } else if (job.treatment.origin.kind != Origin::Kind::none) {
         place = placeOfWhole();
     }
-    applySettings(job.settings, *module);
-    driven.emplace(*module, *first, *second, planOf(job, used));
+    driven.emplace(*first, *second, planOf(job, used));
     checkMemory(used, driven->resultLength(0));
+    threads = threadsThatFit();
+}
+
+// A thread has the operands and the result of a channel in the module and, beside the module, those
+// of all channels of a round, where several rounds are under way.
+int RoundFolding::threadsThatFit() const {
+    const std::int64_t channels = driven->channels();
+    const auto length = static_cast<double>(driven->resultLength(0));
+    const auto shorter = static_cast<double>(driven->shorterLength(0));
+    const double arrays = 3.0 * (driven->rounds() == 1 ? 1.0 : 1.0 + static_cast<double>(channels));
+    return threadsFor(job.threads, used,
+                      {sizeOfRun(used, job.settings, length, shorter), driven->rounds() * channels,
+                       driven->resultLength(0), arrays * length});
 }
 
 ConvolutionPlace RoundFolding::placeOfWhole() {
@@ -99,7 +110,7 @@ ConvolutionPlace RoundFolding::placeOfWhole() {
 }
 
 JobSize RoundFolding::size() const {
-    return sizeOf(used, job.settings, *driven);
+    return sizeOf(used, job.settings, *driven, threads);
 }
 
 void RoundFolding::describe(RunRecord& record) const {
@@ -110,30 +121,51 @@ void RoundFolding::describe(RunRecord& record) const {
     record.moved = place.movement;
 }
 
-std::vector<double> RoundFolding::placed(const double* interleaved, std::int64_t samples) const {
+std::vector<double> RoundFolding::placed(const std::vector<double>& interleaved) const {
     const std::int64_t width = driven->channels();
-    std::vector<double> result(interleaved, interleaved + samples * width);
+    std::vector<double> result = interleaved;
+    const std::int64_t samples = std::ssize(result) / width;
     std::rotate(result.data(), result.data() + (place.turned % samples) * width,
                 result.data() + result.size());
     return result;
 }
 
-void RoundFolding::run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) {
-    const auto deliver = [&](const double* values, std::int64_t samples) {
-        if (place.movement) {
-            tap.take(placed(values, samples).data(), samples);
-        } else {
-            tap.take(values, samples);
-        }
-    };
-    try {
-        driven->drive(
-            {[&](std::int64_t round, int channel) { return relay.before(round, channel); },
-             [&](const ModuleRun::Channel& channel) { findings.add(channel); }, deliver});
-    } catch (const ModuleRun::Stopped& stopped) {
-        throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written",
-                                  stopped.rounds, driven->rounds()));
+void RoundFolding::runChannel(ModuleRun::Round& round, int channel, StepRelay& relay) {
+    ChannelRelay watch(relay, round.number);
+    if (!watch.before()) {
+        throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written", round.number,
+                                  driven->rounds()));
     }
-    record.numberNames = driven->numberNames();
-    record.numbers = driven->numbers();
+    drivers.use([&](ModuleDriver& driver) {
+        round.answers[static_cast<std::size_t>(channel)] = driven->answer(driver, round, channel);
+    });
+}
+
+void RoundFolding::deliver(const ModuleRun::Round& round, ResultTap& tap) const {
+    std::vector<double> interleaved = driven->delivered(round);
+    if (place.movement) {
+        interleaved = placed(interleaved);
+    }
+    tap.take(interleaved.data(), std::ssize(interleaved) / driven->channels());
+}
+
+void RoundFolding::run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) {
+    RoundData<ModuleRun::Round> rounds(threads);
+    const auto begin = [&](std::int64_t number) { rounds[number] = driven->next(); };
+    const auto runPart = [&](std::int64_t number, int channel) {
+        runChannel(rounds[number], channel, relay);
+    };
+    const auto end = [&](std::int64_t number) {
+        const ModuleRun::Round round = std::move(rounds[number]);
+        for (int c = 0; c < driven->channels(); ++c) {
+            const ModuleRun::Channel channel = ModuleRun::channelOf(round, c);
+            findings.add(channel);
+            if (!channel.numbers.empty()) {
+                record.numbers.push_back({number, c, channel.numbers});
+            }
+        }
+        deliver(round, tap);
+    };
+    record.numberNames = drivers.numberNames();
+    inRounds(threads, driven->rounds(), driven->channels(), {begin, runPart, end});
 }

@@ -3,7 +3,7 @@
 #include "workbench/jobs/ConvolutionPlace.h"
 #include "workbench/jobs/FoldJob.h"
 #include "workbench/jobs/Folding.h"
-#include "workbench/module/ModuleLibrary.h"
+#include "workbench/module/DriverPool.h"
 #include "workbench/module/ModuleRun.h"
 
 #include <memory>
@@ -13,7 +13,8 @@
 class SignalReader;
 
 // A job in rounds: a convolution, or a deconvolution in blocks. The result of a convolution of
-// whole signals is moved to where it belongs; several blocks stay as the module gives them.
+// whole signals is moved to where it belongs; several blocks stay as the module gives them. Rounds
+// and channels run in several threads, with at most as many rounds in memory.
 class RoundFolding final : public Folding {
 public:
     // whole: each signal is one block. Failure as ModuleRun and zeroOf, and if more is asked of
@@ -30,12 +31,16 @@ public:
 
 private:
     [[nodiscard]] ConvolutionPlace placeOfWhole();
-    std::vector<double> placed(const double* interleaved, std::int64_t samples) const;
+    [[nodiscard]] int threadsThatFit() const;
+    void runChannel(ModuleRun::Round& round, int channel, StepRelay& relay);
+    void deliver(const ModuleRun::Round& round, ResultTap& tap) const;
+    [[nodiscard]] std::vector<double> placed(const std::vector<double>& interleaved) const;
 
     const FoldJob& job;
     const Method& used;
     std::unique_ptr<SignalReader> first, second;
-    ModuleObject module;
+    DriverPool drivers;
     ConvolutionPlace place;
     std::optional<ModuleRun> driven;
+    int threads = 1;
 };

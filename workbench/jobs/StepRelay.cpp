@@ -1,30 +1,44 @@
 #include "workbench/jobs/StepRelay.h"
 
+#include <algorithm>
+
 StepRelay::StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels, int passesEach)
     : observer(jobObserver),
-      previous(install(this)),
-      parts(static_cast<double>(rounds) * channels * passesEach),
       width(channels),
-      passes(passesEach) {
+      passes(passesEach),
+      all(static_cast<double>(rounds) * channels * passesEach) {
     progress.rounds = rounds;
 }
 
-StepRelay::~StepRelay() {
-    install(previous);
+bool StepRelay::before(std::int64_t round, int channel) {
+    const std::lock_guard lock(guard);
+    done = (static_cast<double>(round) * width + channel) * passes;
+    return tell(round, 0, 0);
 }
 
-bool StepRelay::before(std::int64_t round, int channel, int pass) {
-    done = (static_cast<double>(round) * width + channel) * passes + pass;
-    progress.round = round;
-    progress.share = done / parts;
-    progress.loop = progress.most = 0;
-    return !stop && observer.advances(progress);
+bool StepRelay::advance(std::int64_t round, double passesMore, std::uint32_t loop,
+                        std::uint32_t most) {
+    const std::lock_guard lock(guard);
+    done += passesMore;
+    return tell(round, loop, most);
 }
 
-bool StepRelay::afterStep(const RunStep& step) {
-    progress.loop = step.loop;
-    progress.most = step.most;
-    progress.share = (done + static_cast<double>(step.loop) / step.most) / parts;
+void StepRelay::add(double passesMore) {
+    const std::lock_guard lock(guard);
+    done += passesMore;
+}
+
+// Parts that sum to all passes may be rounded up.
+bool StepRelay::tell(std::int64_t round, std::uint32_t loop, std::uint32_t most) {
+    progress.round = std::max(progress.round, round);
+    progress.share = std::min(1.0, done / all);
+    progress.loop = loop;
+    progress.most = most;
     stop = stop || !observer.advances(progress);
     return !stop;
+}
+
+bool StepRelay::stopped() const {
+    const std::lock_guard lock(guard);
+    return stop;
 }

@@ -1,12 +1,13 @@
 #include "workbench/jobs/WholeDeconvolution.h"
 
+#include "workbench/jobs/ChannelRelay.h"
 #include "workbench/jobs/Findings.h"
 #include "workbench/jobs/ResultTap.h"
-#include "workbench/jobs/StepRelay.h"
 #include "workbench/jobs/jobSize.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/module/pairing.h"
+#include "workbench/system/inRounds.h"
 
 #include <fmt/format.h>
 
@@ -34,6 +35,7 @@ WholeDeconvolution::WholeDeconvolution(const FoldJob& foldJob, const ModuleLibra
     }
     deconvolution.emplace(library, signal, kernel, job.settings, job.leftToData, treatment);
     checkMemory(method(), deconvolution->moduleLength());
+    threads = threadsThatFit();
     if (job.curve) {
         writeCurve();
     }
@@ -54,12 +56,28 @@ void WholeDeconvolution::checkPairing() const {
     }
 }
 
-JobSize WholeDeconvolution::size() const {
+JobSize WholeDeconvolution::sizeOfChannel() const {
     const auto length = static_cast<double>(deconvolution->moduleLength());
     JobSize size = sizeOfRun(method(), deconvolution->choice().settings, length, length);
-    size.multiplyAdds *= channels() * passes();
-    size.seconds *= channels() * passes();
+    size.multiplyAdds *= passes();
+    size.seconds *= passes();
     return size;
+}
+
+JobSize WholeDeconvolution::size() const {
+    JobSize size = sizeOfChannel();
+    size.multiplyAdds *= channels();
+    size.seconds *= partsInTurn(channels(), threads);
+    return size;
+}
+
+// A thread has some ten arrays of a channel: operands, their spectra, the result, and what is made
+// of it.
+int WholeDeconvolution::threadsThatFit() const {
+    constexpr double arrays = 10.0;
+    const std::int64_t length = deconvolution->moduleLength();
+    return threadsFor(job.threads, method(),
+                      {sizeOfChannel(), channels(), length, arrays * static_cast<double>(length)});
 }
 
 void WholeDeconvolution::describe(RunRecord& record) const {
@@ -123,33 +141,46 @@ void WholeDeconvolution::report(const Deconvolution::Answer& answer, int channel
     }
 }
 
+Deconvolution::Answer WholeDeconvolution::answer(int channel, StepRelay& relay) const {
+    ChannelRelay watch(relay, 0, passes());
+    try {
+        return deconvolution->run(channel, [&](int pass) { return watch.before(pass); });
+    } catch (const Deconvolution::Stopped&) {
+        throw Failure("stopped after 0 of 1 blocks; nothing is written");
+    } catch (const Failure& failure) {
+        throw Failure(fmt::format("block 1: {}", failure.what()));
+    }
+}
+
+// Puts a channel into rows of all channels, and where they are given, of all bands.
+static void put(const Deconvolution::Answer& answer, std::size_t channel, std::size_t channels,
+                std::vector<double>& values, std::vector<double>& bands) {
+    for (std::size_t i = 0; i < answer.samples.size(); ++i) {
+        const std::size_t place = i * channels + channel;
+        values[place] = answer.samples[i];
+        if (!bands.empty()) {
+            bands[3 * place] = answer.samples[i];
+            bands[3 * place + 1] = answer.samples[i] - answer.halfWidths[i];
+            bands[3 * place + 2] = answer.samples[i] + answer.halfWidths[i];
+        }
+    }
+}
+
+// A channel is a round of its own, so that no more answers are in memory than there are threads.
 void WholeDeconvolution::run(ResultTap& tap, StepRelay& relay, Findings& findings,
                              RunRecord& record) {
     const auto width = static_cast<std::size_t>(channels());
-    const auto length = static_cast<std::size_t>(deconvolution->samples());
-    const std::size_t columns = hasBand() ? 3 : 1;
-    std::vector<double> values(width * length), written(hasBand() ? values.size() * columns : 0);
-    for (std::size_t c = 0; c < width; ++c) {
-        const int channel = static_cast<int>(c);
-        Deconvolution::Answer answer;
-        try {
-            answer = deconvolution->run(channel,
-                                        [&](int pass) { return relay.before(0, channel, pass); });
-        } catch (const Deconvolution::Stopped&) {
-            throw Failure("stopped after 0 of 1 blocks; nothing is written");
-        } catch (const Failure& failure) {
-            throw Failure(fmt::format("block 1: {}", failure.what()));
-        }
-        report(answer, channel, findings, record);
-        for (std::size_t i = 0; i < length; ++i) {
-            values[i * width + c] = answer.samples[i];
-            if (hasBand()) {
-                double* const row = written.data() + (i * width + c) * columns;
-                row[0] = answer.samples[i];
-                row[1] = answer.samples[i] - answer.halfWidths[i];
-                row[2] = answer.samples[i] + answer.halfWidths[i];
-            }
-        }
-    }
-    tap.take(values.data(), deconvolution->samples(), written);
+    std::vector<double> values(width * static_cast<std::size_t>(deconvolution->samples()));
+    std::vector<double> bands(hasBand() ? 3 * values.size() : 0);
+    RoundData<Deconvolution::Answer> answers(threads);
+    const auto run = [&](std::int64_t channel, int) {
+        answers[channel] = answer(static_cast<int>(channel), relay);
+    };
+    const auto end = [&](std::int64_t channel) {
+        const Deconvolution::Answer done = std::move(answers[channel]);
+        report(done, static_cast<int>(channel), findings, record);
+        put(done, static_cast<std::size_t>(channel), width, values, bands);
+    };
+    inRounds(threads, channels(), 1, {[](std::int64_t) {}, run, end});
+    tap.take(values.data(), deconvolution->samples(), bands);
 }

@@ -9,6 +9,7 @@
 class ModuleLibrary;
 
 // A job that deconvolves whole signals: they are in memory, and what is left to the data is chosen.
+// Channels run in several threads.
 class WholeDeconvolution final : public Folding {
 public:
     // Failure as Deconvolution; if channels or lengths do not go together, the kernel is all zero,
@@ -28,10 +29,14 @@ private:
     void checkPairing() const;
     void writeCurve() const;
     [[nodiscard]] int channels() const;
+    [[nodiscard]] JobSize sizeOfChannel() const;
+    [[nodiscard]] int threadsThatFit() const;
+    [[nodiscard]] Deconvolution::Answer answer(int channel, StepRelay& relay) const;
     void report(const Deconvolution::Answer& answer, int channel, Findings& findings,
                 RunRecord& record) const;
 
     const FoldJob& job;
     Signal signal, kernel;
     std::optional<Deconvolution> deconvolution;
+    int threads = 1;
 };

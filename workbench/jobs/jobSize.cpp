@@ -8,6 +8,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 // About what a core of 2024 does, at 8, 4 or 2 side by side.
 static double multiplyAddsPerSecond() {
     switch (kernels::instructionSet()) {
@@ -28,7 +30,8 @@ JobSize sizeOfRun(const Method& method, const FendraSettings& settings, double l
     return size;
 }
 
-JobSize sizeOf(const Method& method, const FendraSettings& settings, const ModuleRun& moduleRun) {
+JobSize sizeOf(const Method& method, const FendraSettings& settings, const ModuleRun& moduleRun,
+               int threads) {
     JobSize size;
     size.rounds = moduleRun.rounds();
     for (std::int64_t round = 0; round < size.rounds; ++round) {
@@ -38,7 +41,24 @@ JobSize sizeOf(const Method& method, const FendraSettings& settings, const Modul
         size.multiplyAdds += moduleRun.channels() * one.multiplyAdds;
         size.seconds += moduleRun.channels() * one.seconds;
     }
+    const std::int64_t parts = size.rounds * moduleRun.channels();
+    size.seconds *= partsInTurn(parts, threads) / static_cast<double>(parts);
     return size;
+}
+
+double partsInTurn(std::int64_t parts, int threads) {
+    return static_cast<double>((parts + threads - 1) / threads);
+}
+
+int threadsFor(int wanted, const Method& method, const JobPart& part) {
+    constexpr double secondsPerSample = 3e-8, shortest = 5e-5;
+    const auto length = static_cast<double>(part.length);
+    if (part.size.seconds + secondsPerSample * length < shortest) {
+        return 1;
+    }
+    const double bytes = method.bytes(length) + sizeof(double) * part.values;
+    const double most = std::min(static_cast<double>(wanted), static_cast<double>(part.parts));
+    return static_cast<int>(std::max(1.0, std::min(most, freeMemory() / bytes)));
 }
 
 // Some 250 points, each of half as many bins as samples.

@@ -1,6 +1,7 @@
 #include "workbench/module/ModuleRun.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/module/ModuleDriver.h"
 #include "workbench/module/pairing.h"
 #include "workbench/signals/SignalReader.h"
 #include "workbench/signals/valueCount.h"
@@ -11,13 +12,11 @@
 #include <cstddef>
 #include <limits>
 
-ModuleRun::ModuleRun(B_BasisModule& module, SignalReader& firstReader, SignalReader& secondReader,
-                     const RunPlan& runPlan)
+ModuleRun::ModuleRun(SignalReader& firstReader, SignalReader& secondReader, const RunPlan& runPlan)
     : plan(runPlan),
       first(firstReader, plan.blockLength, plan.packet),
       second(secondReader, plan.blockLength, plan.packet),
-      roundCount(std::max(first.rounds(), second.rounds())),
-      driver(module) {
+      roundCount(std::max(first.rounds(), second.rounds())) {
     checkPairing();
     checkSize();
 }
@@ -80,75 +79,73 @@ std::int64_t ModuleRun::shorterLength(std::int64_t round) const {
     return std::min(first.length(round), second.length(round));
 }
 
-void ModuleRun::drive(const Listener& listener) {
-    std::vector<double> interleaved;  // of one round; it keeps its memory for the next
-    const auto width = static_cast<std::size_t>(channels());
-    for (std::int64_t round = 0; round < roundCount; ++round) {
-        first.advance();
-        second.advance();
-        checkKernels(round);
-        for (std::size_t c = 0; c < width; ++c) {
-            const std::vector<double> result = runChannel(round, static_cast<int>(c), listener);
-            interleaved.resize(valueCount(std::ssize(result), channels()));
-            for (std::size_t i = 0; i < result.size(); ++i) {
-                interleaved[i * width + c] = result[i];
-            }
-        }
-        listener.deliver(interleaved.data(), static_cast<std::int64_t>(interleaved.size() / width));
-    }
+ModuleRun::Round ModuleRun::next() {
+    Round round{position++, first.next(), second.next(), {}};
+    round.answers.resize(static_cast<std::size_t>(channels()));
+    checkKernels(round);
+    return round;
 }
 
-void ModuleRun::checkKernels(std::int64_t round) const {
+void ModuleRun::checkKernels(const Round& round) const {
     for (int channel = 0; plan.divides && channel < second.channels(); ++channel) {
-        checkKernel(second.share(channel), round, second.info().source.shown);
+        checkKernel(round.second->of(channel), round.number, second.info().source.shown);
     }
 }
 
-std::vector<double> ModuleRun::runChannel(std::int64_t round, int channel,
-                                          const Listener& listener) {
-    if (!listener.before(round, channel)) {
-        throw Stopped{round};
-    }
-    const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
-    const std::int64_t length = resultLength(round);
-    const bool padsFirst = plan.equalLengths || firstLength >= secondLength;
-    const bool padsSecond = plan.equalLengths || firstLength < secondLength;
-    const bool last = round == roundCount - 1;
-    std::vector<double> result, numbers;
+ModuleRun::Answer ModuleRun::answer(ModuleDriver& driver, const Round& round, int channel) const {
+    const std::vector<double>&a = round.first->of(channel), &b = round.second->of(channel);
+    const std::int64_t length = resultLength(round.number);
+    const bool padsFirst = plan.equalLengths || a.size() >= b.size();
+    const bool padsSecond = plan.equalLengths || a.size() < b.size();
+    const bool last = round.number == roundCount - 1;
+    Answer made;
     try {
-        feed(0, first, channel, padsFirst ? length - firstLength : 0, last);
-        feed(1, second, channel, padsSecond ? length - secondLength : 0, last);
+        feed(driver, 0, a, first.blockLength(), padsFirst ? length - std::ssize(a) : 0, last);
+        feed(driver, 1, b, second.blockLength(), padsSecond ? length - std::ssize(b) : 0, last);
         driver.step();
-        result = driver.takeSignal(length);
-        numbers = driver.takeNumbers();
+        made.samples = driver.takeSignal(length);
+        made.numbers = driver.takeNumbers();
     } catch (const Failure& failure) {
-        throw Failure(fmt::format("block {}: {}", round + 1, failure.what()));
+        throw Failure(fmt::format("block {}: {}", round.number + 1, failure.what()));
     }
-    if (!numbers.empty()) {
-        reported.push_back({round, channel, numbers});
-    }
-    listener.after({round, channel, first.share(channel), second.share(channel), result, numbers});
-    result.resize(static_cast<std::size_t>(deliveredLength(round)));
-    return result;
+    return made;
 }
 
 // Per packet the share goes in as its blocks, and zeros as one block more; per block both make up
 // the one block that the module pairs.
-void ModuleRun::feed(int port, const BlockSource& source, int channel, std::int64_t padding,
-                     bool last) {
-    const std::vector<double>& share = source.share(channel);
+void ModuleRun::feed(ModuleDriver& driver, int port, const std::vector<double>& share,
+                     std::int64_t blockLength, std::int64_t padding, bool last) const {
     if (!plan.packet && padding > 0) {
         std::vector<double> padded = share;
         padded.resize(share.size() + static_cast<std::size_t>(padding));
         driver.feed(port, padded.data(), std::ssize(padded), last);
         return;
     }
-    for (std::int64_t done = 0; done < std::ssize(share); done += source.blockLength()) {
-        const std::int64_t count = std::min(source.blockLength(), std::ssize(share) - done);
+    for (std::int64_t done = 0; done < std::ssize(share); done += blockLength) {
+        const std::int64_t count = std::min(blockLength, std::ssize(share) - done);
         driver.feed(port, share.data() + done, count, last);
     }
     if (padding > 0) {
         const std::vector<double> zeros(static_cast<std::size_t>(padding));
         driver.feed(port, zeros.data(), padding, last);
     }
+}
+
+ModuleRun::Channel ModuleRun::channelOf(const Round& round, int channel) {
+    const Answer& answer = round.answers[static_cast<std::size_t>(channel)];
+    return {round.number,   channel,       round.first->of(channel), round.second->of(channel),
+            answer.samples, answer.numbers};
+}
+
+std::vector<double> ModuleRun::delivered(const Round& round) const {
+    const std::size_t width = round.answers.size();
+    const auto length = static_cast<std::size_t>(deliveredLength(round.number));
+    std::vector<double> interleaved(valueCount(deliveredLength(round.number), channels()));
+    for (std::size_t c = 0; c < width; ++c) {
+        const double* const samples = round.answers[c].samples.data();
+        for (std::size_t i = 0; i < length; ++i) {
+            interleaved[i * width + c] = samples[i];
+        }
+    }
+    return interleaved;
 }

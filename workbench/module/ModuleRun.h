@@ -1,14 +1,12 @@
 #pragma once
 
-#include "workbench/module/ModuleDriver.h"
 #include "workbench/signals/BlockSource.h"
 
 #include <cstdint>
-#include <functional>
-#include <string>
+#include <memory>
 #include <vector>
 
-class B_BasisModule;
+class ModuleDriver;
 class SignalReader;
 
 // How two signals are cut, filled up and paired.
@@ -38,8 +36,21 @@ struct ReportedNumbers {
 // round: L + S - 1 samples, and as many more as the lag. Where the module needs equal lengths, the
 // shorter one gets zeros up to that length, too. What a division has beyond its first signal then
 // is not delivered.
+//
+// Rounds are read one after the other. Once read, their channels depend on nothing else, and may
+// run in several threads.
 class ModuleRun {
 public:
+    // What a module makes of a channel of a round.
+    struct Answer {
+        std::vector<double> samples;
+        std::vector<double> numbers;  // empty: the module gives none
+    };
+    struct Round {
+        std::int64_t number = 0;                          // counted from 0
+        std::shared_ptr<const BlockShare> first, second;  // without padding
+        std::vector<Answer> answers;                      // one a channel; empty until it has run
+    };
     // What one channel of one round was made of, and what came out.
     struct Channel {
         std::int64_t round;
@@ -49,21 +60,9 @@ public:
         const std::vector<double>& result;
         const std::vector<double>& numbers;  // empty: the module gives none
     };
-    struct Listener {
-        // Before a channel of a round; false: stop. The run then ends by Stopped.
-        std::function<bool(std::int64_t round, int channel)> before;
-        std::function<void(const Channel&)> after;
-        // Samples of one channel after the other, interleaved, and how many of each channel.
-        std::function<void(const double* interleaved, std::int64_t samples)> deliver;
-    };
-    struct Stopped {
-        std::int64_t rounds;  // those that were whole
-    };
 
-    // Failure if channels, blocks or lengths do not pair, a block is too long for a module, or the
-    // module is not one for two signals.
-    ModuleRun(B_BasisModule& module, SignalReader& first, SignalReader& second,
-              const RunPlan& plan);
+    // Failure if channels, blocks or lengths do not pair, or a block is too long for a module.
+    ModuleRun(SignalReader& first, SignalReader& second, const RunPlan& plan);
 
     [[nodiscard]] int channels() const;
     [[nodiscard]] std::int64_t samples() const;  // of each channel of the result
@@ -73,25 +72,29 @@ public:
     [[nodiscard]] std::int64_t resultLength(std::int64_t round) const;
     [[nodiscard]] std::int64_t shorterLength(std::int64_t round) const;
 
-    [[nodiscard]] const std::vector<ReportedNumbers>& numbers() const { return reported; }
-    [[nodiscard]] std::vector<std::string> numberNames() const { return driver.numberNames(); }
+    // Reads the next round. Failure where a signal ends early, and if a kernel to divide by is all
+    // zero.
+    Round next();
+    // Runs a channel of a round on a module that is idle. Failure if the module fails, or gives
+    // something else than a signal of the expected length.
+    [[nodiscard]] Answer answer(ModuleDriver& driver, const Round& round, int channel) const;
 
-    // Failure if the module fails, divides by a kernel that is all zero, or gives something else
-    // than a signal of the expected length. Stopped where the listener asks for it.
-    void drive(const Listener& listener);
+    // Of a round whose channels have all run.
+    [[nodiscard]] static Channel channelOf(const Round& round, int channel);
+    // The samples that are delivered of it, interleaved.
+    [[nodiscard]] std::vector<double> delivered(const Round& round) const;
 
 private:
     void checkPairing() const;
     void checkEqualLengths() const;
     void checkSize() const;
-    void checkKernels(std::int64_t round) const;
+    void checkKernels(const Round& round) const;
     [[nodiscard]] std::int64_t deliveredLength(std::int64_t round) const;
-    std::vector<double> runChannel(std::int64_t round, int channel, const Listener& listener);
-    void feed(int port, const BlockSource& source, int channel, std::int64_t padding, bool last);
+    void feed(ModuleDriver& driver, int port, const std::vector<double>& share,
+              std::int64_t blockLength, std::int64_t padding, bool last) const;
 
     RunPlan plan;
     BlockSource first, second;
     std::int64_t roundCount;
-    ModuleDriver driver;
-    std::vector<ReportedNumbers> reported;
+    std::int64_t position = 0;  // round that is read next
 };

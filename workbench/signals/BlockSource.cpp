@@ -13,8 +13,12 @@
 static constexpr std::int64_t longestSignal = std::numeric_limits<std::int32_t>::max();
 static constexpr std::int64_t pieceLength = 65536;
 
+const std::vector<double>& BlockShare::of(int channel) const {
+    return channels[channels.size() == 1 ? 0 : static_cast<std::size_t>(channel)];
+}
+
 BlockSource::BlockSource(SignalReader& signalReader, std::int64_t blockLength, bool packet)
-    : reader(signalReader), shares(static_cast<std::size_t>(signalReader.info().channels)) {
+    : reader(signalReader) {
     const std::int64_t samples = reader.info().samples;
     block = blockLength == 0 ? samples : std::min(blockLength, samples);
     shareLength = packet ? samples : block;
@@ -38,15 +42,20 @@ std::int64_t BlockSource::length(std::int64_t round) const {
     return std::min(shareLength, reader.info().samples - round * shareLength);
 }
 
-void BlockSource::advance() {
-    if (position > 0 && roundCount == 1) {
-        return;
+std::shared_ptr<const BlockShare> BlockSource::next() {
+    if (onlyShare) {
+        return onlyShare;
     }
-    const std::int64_t samples = length(position++);
-    for (std::vector<double>& share : shares) {
-        share.resize(static_cast<std::size_t>(samples));
-    }
-    std::vector<double> interleaved(valueCount(std::min(samples, pieceLength), std::ssize(shares)));
+    auto share = std::make_shared<const BlockShare>(read(length(position++)));
+    onlyShare = roundCount == 1 ? share : nullptr;
+    return share;
+}
+
+BlockShare BlockSource::read(std::int64_t samples) {
+    const auto width = static_cast<std::size_t>(channels());
+    BlockShare share;
+    share.channels.assign(width, std::vector<double>(static_cast<std::size_t>(samples)));
+    std::vector<double> interleaved(valueCount(std::min(samples, pieceLength), channels()));
     for (std::int64_t done = 0; done < samples;) {
         const std::int64_t got =
             reader.read(interleaved.data(), std::min(samples - done, pieceLength));
@@ -54,16 +63,13 @@ void BlockSource::advance() {
             throw Failure(fmt::format("{} ended early: it has changed since it was opened",
                                       reader.info().source.shown));
         }
-        for (std::size_t c = 0; c < shares.size(); ++c) {
+        for (std::size_t c = 0; c < width; ++c) {
+            double* const channel = share.channels[c].data() + done;
             for (std::int64_t i = 0; i < got; ++i) {
-                shares[c][static_cast<std::size_t>(done + i)] =
-                    interleaved[static_cast<std::size_t>(i) * shares.size() + c];
+                channel[i] = interleaved[static_cast<std::size_t>(i) * width + c];
             }
         }
         done += got;
     }
-}
-
-const std::vector<double>& BlockSource::share(int channel) const {
-    return shares[shares.size() == 1 ? 0 : static_cast<std::size_t>(channel)];
+    return share;
 }
