@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -51,7 +52,10 @@ static int runCommand(std::vector<std::string> words) {
         std::vector<std::string> backwards(words.rbegin(), words.rend());  // as the parser wants it
         program.parse(std::move(backwards));
     } catch (const CLI::CallForHelp& help) {
-        return program.exit(help);
+        std::ostringstream text;
+        program.exit(help, text);
+        fmt::print("{}", text.str());  // which, unlike std::cout, says why it could not
+        return 0;
     } catch (const CLI::CallForVersion& version) {
         fmt::print("{}\n", version.what());
         return 0;
