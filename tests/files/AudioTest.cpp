@@ -110,6 +110,69 @@ TEST(Audio, ScalesIntegersByTheirFullScale) {
     EXPECT_EQ(bytes.substr(bytes.size() - 6), std::string("\x00\x40\x00\xa0\x00\x40", 6));
 }
 
+// What dithered samples become in 16 bits, in units of the last one.
+static std::vector<double> dithered(const std::vector<double>& samples) {
+    const TemporaryFolder folder;
+    SignalTarget target{SourceName::ofOutput(folder.path("s.wav")), false, Encoding::pcm16, true};
+    const auto writer = createSignal(target, resultInfo());
+    std::vector<double> codes(samples);
+    for (double& sample : codes) {
+        sample /= 32768.0;
+    }
+    writer->write(codes.data(), std::ssize(codes));
+    writer->finish({});
+    codes = readSamples(*openSignal(SourceName(folder.path("s.wav")), {}));
+    for (double& code : codes) {
+        code *= 32768.0;
+    }
+    return codes;
+}
+
+// Of triangular dither the error has the mean 0 and the variance 1/6 + 1/12, whatever the signal
+// (Lipshitz, Wannamaker, Vanderkooy 1992). Its fourth moment is below 0.2, which gives the bounds:
+// five standard deviations.
+TEST(Dither, LeavesAnErrorThatKnowsNothingOfTheSignal) {
+    constexpr std::size_t length = 200000;
+    for (const double value : {0.0, 0.25, 0.5, -1000.7}) {
+        double sum = 0.0, squares = 0.0;
+        for (const double code : dithered(std::vector<double>(length, value))) {
+            sum += code - value;
+            squares += (code - value) * (code - value);
+        }
+        EXPECT_NEAR(sum / length, 0.0, 5.0 * 0.5 / std::sqrt(length)) << value;
+        EXPECT_NEAR(squares / length, 0.25, 5.0 * 0.4 / std::sqrt(length)) << value;
+    }
+}
+
+// Without dither a tone below half a bit is gone. The projection on it has the deviation
+// 0.5 sqrt(2 / n); the same holds for its third harmonic, which rounding alone would make.
+TEST(Dither, KeepsAToneBelowTheLastBit) {
+    constexpr std::size_t length = 200000;
+    std::vector<double> tone(length);
+    for (std::size_t i = 0; i < length; ++i) {
+        tone[i] = 0.4 * std::sin(0.1 * static_cast<double>(i));
+    }
+    const std::vector<double> codes = dithered(tone);
+    double first = 0.0, third = 0.0;
+    for (std::size_t i = 0; i < length; ++i) {
+        first += codes[i] * std::sin(0.1 * static_cast<double>(i)) * 2.0 / length;
+        third += codes[i] * std::sin(0.3 * static_cast<double>(i)) * 2.0 / length;
+    }
+    EXPECT_NEAR(first, 0.4, 5.0 * 0.5 * std::sqrt(2.0 / length));
+    EXPECT_NEAR(third, 0.0, 5.0 * 0.5 * std::sqrt(2.0 / length));
+    EXPECT_EQ(codes, dithered(tone)) << "the same in every run";
+}
+
+// At full scale the noise takes nothing round to the other end.
+TEST(Dither, StopsAtTheEndsOfTheScale) {
+    for (const double code : dithered(std::vector<double>(1000, 32768.0))) {
+        EXPECT_TRUE(code == 32767.0 || code == 32766.0) << code;
+    }
+    for (const double code : dithered(std::vector<double>(1000, -32768.0))) {
+        EXPECT_TRUE(code == -32768.0 || code == -32767.0) << code;
+    }
+}
+
 TEST(Audio, IsWrittenLongerThanFourGigabytes) {
     const TemporaryFolder folder;
     ResultInfo info = resultInfo();

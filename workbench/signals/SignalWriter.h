@@ -15,6 +15,7 @@ struct SignalTarget {
     SourceName name;                          // made by SourceName::ofOutput
     bool replace = false;                     // an existing file may be replaced
     Encoding encoding = Encoding::automatic;  // a text has no other
+    bool dither = false;                      // noise before an integer encoding; Dither
 };
 
 struct ResultInfo {

@@ -28,16 +28,23 @@ void OutputOptions::addWithoutFileTo(CLI::App& command) {
         ->type_name("")
         ->capture_default_str()
         ->group("Result");
+    command
+        .add_flag(
+            "--dither", dither,
+            "add triangular noise of one last bit before samples are rounded to an integer "
+            "encoding, so that what is below a bit survives; the same noise in every run. The "
+            "digest is that of the samples before it")
+        ->group("Result");
     command.add_flag("-q,--quiet", quiet, "print nothing about the run, except errors")
         ->group("Result");
 }
 
 SignalTarget OutputOptions::target() const {
-    return {SourceName::ofOutput(file), replace, EncodingRow::named(encoding)->encoding};
+    return {SourceName::ofOutput(file), replace, EncodingRow::named(encoding)->encoding, dither};
 }
 
 std::string OutputOptions::words() const {
-    return (encoding == "auto" ? "" : " --encoding " + encoding) +
+    return (encoding == "auto" ? "" : " --encoding " + encoding) + (dither ? " --dither" : "") +
            (file == "-" ? "" : " -o " + quoted(file));
 }
 

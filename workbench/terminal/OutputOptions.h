@@ -11,9 +11,9 @@ class App;
 // Where a command writes its result: options that several commands have.
 struct OutputOptions {
     std::string file, encoding = "auto";
-    bool replace = false, quiet = false;
+    bool replace = false, dither = false, quiet = false;
 
-    // Adds -o, --force, --encoding and --quiet.
+    // Adds -o, --force, --encoding, --dither and --quiet.
     void addTo(CLI::App& command, const char* about);
     void addWithoutFileTo(CLI::App& command);  // where the command names the files itself
 

@@ -73,7 +73,14 @@ AudioFormat::AudioFormat(const AudioContainer& container, const SignalTarget& ta
             "{}: {} cannot hold {} of {} channel(s); use another encoding, or the ending .wav",
             name, container.name, row.word, info.channels));
     }
+    if (target.dither && !row.integer) {
+        throw Failure(fmt::format(
+            "{}: {} is not rounded to integers: there is nothing to dither; leave out --dither, or "
+            "give an --encoding of integers, say pcm16",
+            name, row.word));
+    }
     integerBits = row.integer ? 8 * row.bytes : 0;
+    dithered = target.dither;
     narrow = row.encoding == Encoding::float32;
 }
 
@@ -117,18 +124,28 @@ void AudioWriter::write(const double* interleaved, std::int64_t count) {
     }
 }
 
+void AudioWriter::refuse(double misfit, std::int64_t index) const {
+    throw Failure(fmt::format(
+        "{}, sample {}, channel {}: {} does not fit into the encoding; {}use float64 in a .wav",
+        name, index / format.header.channels + 1, index % format.header.channels + 1, misfit,
+        std::isfinite(misfit) ? "lower it by --gain -X in dB, or by --gain normalize, or " : ""));
+}
+
 // libsndfile would scale doubles by one less than the full scale, and clip: the integers are made
 // here, so that what was read from integers goes back to the same ones. 1.0, which no integer
-// holds, becomes the largest.
+// holds, becomes the largest; and so does what dither takes beyond it. The library takes the code
+// in the upper bits.
+int AudioWriter::integerOf(double value) {
+    const double code = std::nearbyint(value * fullScale + (format.dithered ? dither.next() : 0.0));
+    return static_cast<int>(std::clamp(code, -fullScale, fullScale - 1.0) *
+                            std::ldexp(1.0, 32 - format.integerBits));
+}
+
 void AudioWriter::writeBlock(const double* values, std::size_t count) {
     const double* misfit =
         std::find_if(values, values + count, [this](double value) { return !fits(value); });
     if (misfit != values + count) {
-        const std::int64_t index = written + (misfit - values);
-        throw Failure(fmt::format(
-            "{}, sample {}, channel {}: {} does not fit into the encoding; scale "
-            "the signal, or use float64 in a .wav",
-            name, index / format.header.channels + 1, index % format.header.channels + 1, *misfit));
+        refuse(*misfit, written + (misfit - values));
     }
     errno = 0;
     const auto items = static_cast<sf_count_t>(count);
@@ -137,11 +154,8 @@ void AudioWriter::writeBlock(const double* values, std::size_t count) {
         done = sf_write_double(sound.get(), values, items);
     } else {
         integers.resize(count);
-        const double topOfInt = std::ldexp(1.0, 32 - format.integerBits);
-        std::transform(values, values + count, integers.begin(), [this, topOfInt](double value) {
-            const double code = std::min(std::nearbyint(value * fullScale), fullScale - 1.0);
-            return static_cast<int>(code * topOfInt);
-        });
+        std::transform(values, values + count, integers.begin(),
+                       [this](double value) { return integerOf(value); });
         done = sf_write_int(sound.get(), integers.data(), items);
     }
     checkStream(done == items);

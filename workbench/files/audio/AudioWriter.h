@@ -3,6 +3,7 @@
 #include "workbench/files/audio/SoundStream.h"
 #include "workbench/files/audio/audio.h"
 #include "workbench/files/disk/OutputFile.h"
+#include "workbench/signals/Dither.h"
 #include "workbench/signals/SignalWriter.h"
 
 #include <cstdint>
@@ -16,8 +17,9 @@ struct AudioFormat {
                 const ResultInfo& info);
 
     SF_INFO header = {};
-    int integerBits = 0;  // 0: floating point
-    bool narrow = false;  // floating point of 32 bits
+    int integerBits = 0;    // 0: floating point
+    bool narrow = false;    // floating point of 32 bits
+    bool dithered = false;  // of integers
 };
 
 // Audio through libsndfile. The notes of the result have no place in it. The same samples give the
@@ -32,6 +34,8 @@ public:
 
 private:
     bool fits(double value) const;
+    int integerOf(double value);
+    [[noreturn]] void refuse(double misfit, std::int64_t index) const;
     void writeBlock(const double* values, std::size_t count);
     void checkStream(bool allDone);
     std::FILE* stream() const { return spool != nullptr ? spool.get() : output.stream(); }
@@ -41,6 +45,7 @@ private:
     double fullScale;          // of an integer
     std::int64_t written = 0;  // values
     std::vector<int> integers;
+    Dither dither;
     OutputFile output;
     FileHandle spool;   // holds the audio for an output that cannot be sought in
     SoundHandle sound;  // ends before the file that it writes to

@@ -53,6 +53,12 @@ static const SourceName& nameOfText(const SignalTarget& target) {
             "ending of an audio file",
             target.name.shown));
     }
+    if (target.dither) {
+        throw Failure(fmt::format(
+            "{} is text, which is not rounded to integers: there is nothing to dither; leave out "
+            "--dither",
+            target.name.shown));
+    }
     return target.name;
 }
 
