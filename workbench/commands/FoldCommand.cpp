@@ -31,7 +31,8 @@ void FoldCommand::addOutput(CLI::App& command) {
                  "output");
     command
         .add_option("--truth", truth,
-                    "report the relative error of the result against a known signal")
+                    "report the relative error of the result, before any --gain, against a known "
+                    "signal")
         ->type_name("FILE")
         ->group("Result");
     command

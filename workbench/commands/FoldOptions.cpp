@@ -32,6 +32,14 @@ void FoldOptions::addTo(CLI::App& command) {
         ->check(positiveNumber("sampling rate"))
         ->type_name("HZ")
         ->group("Signals");
+    command
+        .add_option("--gain", gain,
+                    fmt::format("scale the result before it is written: by that many dB, from -{0} "
+                                "to {0}; normalize makes its largest magnitude full scale, 1.0",
+                                Gain::most))
+        ->check(gainValue())
+        ->type_name("DB|normalize")
+        ->group("Result");
 }
 
 void FoldOptions::addCutting(CLI::App& command) {
@@ -115,6 +123,7 @@ std::string FoldOptions::words(const FendraSettings& used, const LeftToData& lef
     add(cutting.pad, "--pad");
     add(cutting.circular, "--circular");
     add(rate != 0.0, fmt::format("--rate {}", rate));
+    add(!gain.empty(), "--gain " + gain);
     return line + input.words();
 }
 
@@ -125,6 +134,7 @@ FoldJob FoldOptions::job(const ModuleLibrary& library) const {
     job.treatment = treatments.treatment();
     job.cutting = cutting;
     job.rate = rate;
+    job.gain = gainOf(gain);
     job.allowNonfinite = input.allowNonfinite;
     job.graph = graph.empty() ? "" : SourceName(graph).shown;
     return job;

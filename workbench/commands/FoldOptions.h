@@ -50,5 +50,6 @@ private:
     TreatmentOptions treatments;
     Cutting cutting;
     double rate = 0.0;  // 0: from the files
+    std::string gain;   // empty: none
     InputOptions input;
 };

@@ -167,9 +167,10 @@ RunRecord FoldRun::run(const MakeWriter& makeWriter) {
                       record.inputs[1].channels, kernelServesAll);
     StepRelay relay(observer, record.rounds, record.channels, folding->passes());
     observer.begins(folding->size());
-    ResultTap tap(*writer, comparison ? &*comparison : nullptr, record.channels, job.allowNonfinite,
-                  folding->method().onOverflow);
+    ResultTap tap(*writer, comparison ? &*comparison : nullptr, record.channels,
+                  {job.gain, job.allowNonfinite, folding->method().onOverflow});
     folding->run(tap, relay, findings, record);
+    tap.finish();
     record.stopped = relay.stopped();
     tap.describe(record);
     judge(findings);
@@ -248,6 +249,21 @@ Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& obser
     return outcome;
 }
 
+// Sound beyond full scale is clipped by whatever plays it. With one digit after the point, rounded
+// down, the gain that is named is enough.
+static void remarkOnFullScale(RunRecord& record) {
+    if (record.beyondFullScale == 0) {
+        return;
+    }
+    const double excess = decibelsOf(std::max(record.maximum, -record.minimum));
+    const double enough = (record.gain ? record.gain->decibels : 0.0) - excess;
+    record.remarks.push_back(fmt::format(
+        "{} sample{} beyond full scale, by up to {:.3g} dB: whatever plays the result clips {}; "
+        "--gain {:.1f} or --gain normalize takes all of it to full scale or below",
+        record.beyondFullScale, record.beyondFullScale == 1 ? " is" : "s are", excess,
+        record.beyondFullScale == 1 ? "it" : "them", std::floor(enough * 10.0) / 10.0));
+}
+
 RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
               JobObserver& observer) {
     if (job.treatment.uncertainty && !holdsColumns(target.name)) {
@@ -262,5 +278,8 @@ RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarg
         return createSignal(target, info);
     });
     record.output = target.name;
+    if (!intoStream) {
+        remarkOnFullScale(record);
+    }
     return record;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/files/signalFiles.h"
+#include "workbench/jobs/Gain.h"
 #include "workbench/jobs/JobObserver.h"
 #include "workbench/jobs/RunRecord.h"
 #include "workbench/methods/FendraSettings.h"
@@ -37,6 +38,7 @@ struct FoldJob {
     std::optional<SignalSource> truth;  // to compare the result with
     bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
     int threads = 1;                    // for channels and blocks, at most; they change no bit
+    Gain gain;                          // of the result, after it was compared
     std::optional<SignalTarget> curve;  // where the points of a search are written
     std::string words;                  // the command line that gives the same result again
     // That with what was found in place of what was left to the data; may be empty.

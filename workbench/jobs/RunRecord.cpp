@@ -53,6 +53,15 @@ std::vector<std::string> RunRecord::treatmentLines() const {
     return lines;
 }
 
+static std::string gainText(const GainRecord& gain) {
+    if (!gain.peak) {
+        return fmt::format("gain of {} dB", gain.decibels);
+    }
+    return *gain.peak == 0.0 ? "not normalized: every sample is zero"
+                             : fmt::format("normalized: the peak of {:.4g} became 1, by {:.2f} dB",
+                                           *gain.peak, gain.decibels);
+}
+
 // What the result is worth, known once it is there.
 std::vector<std::string> RunRecord::judgementLines() const {
     std::vector<std::string> lines;
@@ -65,6 +74,9 @@ std::vector<std::string> RunRecord::judgementLines() const {
             "sample{}{}",
             uncertainty->halfWidth, uncertainty->resolution,
             uncertainty->resolution == 1.0 ? "" : "s", seconds(uncertainty->resolution, ", ")));
+    }
+    if (gain) {
+        lines.push_back(gainText(*gain));
     }
     for (const ResponseRecord& response : responses) {
         lines.push_back(fmt::format(
@@ -208,6 +220,9 @@ std::string RunRecord::json() const {
     if (uncertainty) {
         record["uncertainty"] = {{"noise", uncertainty->noise},
                                  {"resolution", uncertainty->resolution}};
+    }
+    if (gain) {
+        record["gain"] = {{"decibels", gain->decibels}, {"normalized", gain->peak.has_value()}};
     }
     for (const ResponseRecord& response : responses) {
         record["responses"].push_back({{"channel", response.channel + 1},

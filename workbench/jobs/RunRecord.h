@@ -24,6 +24,12 @@ struct TruthError {
     double shiftedError = 0.0;
 };
 
+// How a result was scaled.
+struct GainRecord {
+    double decibels = 0.0;
+    std::optional<double> peak;  // that became 1.0, where the result was normalized; 0: all is zero
+};
+
 // What a run did, enough to judge its result and to run it again.
 struct RunRecord {
     std::string words;        // the command line
@@ -48,6 +54,8 @@ struct RunRecord {
     std::optional<Movement> moved;
     std::optional<ChoiceRecord> choice;
     std::optional<UncertaintyRecord> uncertainty;
+    std::optional<GainRecord> gain;
+    std::int64_t beyondFullScale = 0;       // values whose magnitude is above 1.0
     std::vector<ResponseRecord> responses;  // one a channel, where a band of frequencies was named
     bool stopped = false;                   // by the observer: the result is the estimate so far
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 template <typename Number>
 static bool parse(const std::string& word, Number& number) {
@@ -97,6 +98,31 @@ CLI::Validator rangeValue(const std::string& what) {
                            word, what);
     };
     return {check, ""};
+}
+
+// A word that is not a number has no value.
+static std::optional<double> decibels(const std::string& word) {
+    double value = 0.0;
+    const bool fits = parse(word, value) && std::abs(value) <= Gain::most;  // not a NaN
+    return fits ? std::optional(value) : std::nullopt;
+}
+
+CLI::Validator gainValue() {
+    const auto check = [](std::string& word) -> std::string {
+        return word == "normalize" || decibels(word)
+                   ? ""
+                   : fmt::format("\"{}\" is not a gain; give dB from -{} to {}, or normalize{}",
+                                 word, Gain::most, Gain::most, suggestion(word, {"normalize"}));
+    };
+    return {check, "{normalize,NUMBER}"};
+}
+
+Gain gainOf(const std::string& word) {
+    if (word.empty()) {
+        return {};
+    }
+    const std::optional<double> value = decibels(word);
+    return value ? Gain{Gain::Kind::decibels, *value} : Gain{Gain::Kind::normalize};
 }
 
 CLI::Validator settingValue(const std::vector<std::string>& words, bool orNumber,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workbench/jobs/Gain.h"
+
 #include <CLI/CLI.hpp>
 
 #include <functional>
@@ -31,6 +33,11 @@ CLI::Validator positiveNumber(const std::string& what);
 
 // 0, or a number above it.
 CLI::Validator zeroOrPositive(const std::string& what);
+
+// A number of dB up to Gain::most either way, or normalize; and what such a word stands for, an
+// empty one for none.
+CLI::Validator gainValue();
+Gain gainOf(const std::string& word);
 
 // Two finite numbers FROM:TO, FROM below TO, and what such a word stands for.
 struct NumberRange {
