@@ -9,13 +9,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <tuple>
 
 TEST(Gain, IsThePowerOfTen) {
-    const auto ten = 10.0L;
-    for (double decibels = -300.0; decibels <= 300.0; decibels += 0.37) {
-        const auto expected = static_cast<double>(std::pow(ten, decibels / 20.0L));
-        EXPECT_NEAR(factorOf(decibels) / expected, 1.0, 1e-15) << decibels;
+    for (int hundredths = -30000; hundredths <= 30000; hundredths += 37) {
+        const double decibels = hundredths / 100.0;
+        const long double expected = std::pow(10.0L, static_cast<long double>(decibels) / 20.0L);
+        EXPECT_NEAR(factorOf(decibels) / static_cast<double>(expected), 1.0, 1e-15) << decibels;
     }
     EXPECT_EQ(factorOf(0.0), 1.0);
     EXPECT_EQ(factorOf(60.0), 1000.0);
@@ -64,37 +64,48 @@ static Outcome outcomeOf(const Gain& gain, std::int32_t direction) {
     return run(jobOf(gain, direction), library, observer);
 }
 
+// Of the values, which stand in every third column where there are bounds.
+static double peakOf(const Signal& result, std::size_t columns) {
+    double peak = 0.0;
+    for (std::size_t i = 0; i < result.interleaved.size(); i += columns) {
+        peak = std::max(peak, std::abs(result.interleaved[i]));
+    }
+    return peak;
+}
+
+static std::vector<double> scaled(std::vector<double> values, const Gain& gain, double peak) {
+    for (double& value : values) {
+        value = gain.kind == Gain::Kind::normalize ? value / peak : value * factorOf(gain.decibels);
+    }
+    return values;
+}
+
+class GainOf : public testing::TestWithParam<std::tuple<std::int32_t, Gain::Kind>> {};
+
 // Bounds are scaled by what makes the values, and only these, 1.0; all that the record says in
 // units of the result goes along, and a comparison is that of the result as it was.
-TEST(Gain, ScalesEverySampleOnce) {
-    for (const std::int32_t direction :
-         {FendraSettings::convolution, FendraSettings::deconvolution}) {
-        const Outcome plain = outcomeOf({}, direction);
-        const std::size_t step = direction == FendraSettings::convolution ? 1 : 3;
-        double peak = 0.0;
-        for (std::size_t i = 0; i < plain.result.interleaved.size(); i += step) {
-            peak = std::max(peak, std::abs(plain.result.interleaved[i]));
-        }
-        for (const Gain& gain :
-             {Gain{Gain::Kind::decibels, -7.5}, Gain{Gain::Kind::normalize, 0.0}}) {
-            const bool normalizes = gain.kind == Gain::Kind::normalize;
-            std::vector<double> expected = plain.result.interleaved;
-            for (double& value : expected) {
-                value = normalizes ? value / peak : value * factorOf(-7.5);
-            }
-            const auto [result, record] = outcomeOf(gain, direction);
-            EXPECT_TRUE(sameBits(result.interleaved, expected));
-            SampleDigest digest;
-            digest.add(expected.data(), expected.size());
-            EXPECT_EQ(record.digest, digest.hex());
-            EXPECT_EQ(record.error->relativeError, plain.record.error->relativeError);
-            const double factor = normalizes ? 1.0 / peak : factorOf(-7.5);
-            EXPECT_NEAR(record.gain->decibels, 20.0 * std::log10(factor), 1e-12);
-            EXPECT_EQ(std::max(record.maximum, -record.minimum) == 1.0, normalizes);
-            if (step == 3) {
-                EXPECT_NEAR(record.uncertainty->halfWidth,
-                            plain.record.uncertainty->halfWidth * factor, 1e-15);
-            }
-        }
-    }
+TEST_P(GainOf, ScalesEverySampleOnce) {
+    const auto [direction, kind] = GetParam();
+    const Gain gain{kind, -7.5};
+    const bool normalizes = kind == Gain::Kind::normalize;
+    const Outcome plain = outcomeOf({}, direction);
+    const double peak = peakOf(plain.result, direction == FendraSettings::convolution ? 1 : 3);
+    const double factor = normalizes ? 1.0 / peak : factorOf(-7.5);
+    const std::vector<double> expected = scaled(plain.result.interleaved, gain, peak);
+    SampleDigest digest;
+    digest.add(expected.data(), expected.size());
+
+    const auto [result, record] = outcomeOf(gain, direction);
+    EXPECT_TRUE(sameBits(result.interleaved, expected));
+    EXPECT_EQ(record.digest, digest.hex());
+    EXPECT_EQ(record.error->relativeError, plain.record.error->relativeError);
+    EXPECT_NEAR(record.gain->decibels, 20.0 * std::log10(factor), 1e-12);
+    EXPECT_EQ(std::max(record.maximum, -record.minimum) == 1.0, normalizes);
+    const UncertaintyRecord none;
+    EXPECT_NEAR(record.uncertainty.value_or(none).halfWidth,
+                plain.record.uncertainty.value_or(none).halfWidth * factor, 1e-15);
 }
+INSTANTIATE_TEST_SUITE_P(
+    EachWay, GainOf,
+    testing::Combine(testing::Values(FendraSettings::convolution, FendraSettings::deconvolution),
+                     testing::Values(Gain::Kind::decibels, Gain::Kind::normalize)));
