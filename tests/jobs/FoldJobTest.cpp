@@ -112,7 +112,7 @@ TEST(FoldJob, GivesInSeveralThreadsWhatItGivesInOne) {
                                           {FendraSettings::pseudoInverse, 640}}) {
         for (const int blocks : {1, 4}) {
             FoldJob job = jobOf(method, 1.0, 3, samples, blocks);
-            job.cutting.block = blocks == 1 ? 0 : samples / blocks;
+            job.cutting = {blocks == 1 ? 0 : samples / blocks, false, true};
             const RunRecord alone = recordOf(job);
             for (const int threads : {2, 5}) {
                 job.threads = threads;
@@ -134,7 +134,7 @@ TEST(FoldJob, GivesInSeveralThreadsWhatItGivesInOne) {
 TEST(FoldJob, StopsAllThreadsWhereItsObserverStopsOne) {
     for (const int threads : {2, 5}) {
         FoldJob job = jobOf(FendraSettings::timeDomain, 1.0, 2, 12000, 6);
-        job.cutting.block = 2000;
+        job.cutting = {2000, false, true};
         job.threads = threads;
         Watcher watcher;
         watcher.stopAtChannel = 4;

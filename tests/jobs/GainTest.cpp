@@ -52,7 +52,7 @@ static FoldJob jobOf(const Gain& gain, std::int32_t direction) {
         job.treatment.strength = 0.1;
         job.treatment.uncertainty = true;
     } else {
-        job.cutting.block = 33;
+        job.cutting = {33, false, true};
     }
     job.gain = gain;
     return job;

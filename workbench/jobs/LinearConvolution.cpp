@@ -197,12 +197,12 @@ void LinearConvolution::describe(RunRecord& record) const {
     describeLengths(record, signal->info().samples);
 }
 
-// samples: of the signal; 0: not known.
+// samples: of the signal; 0: not known. Blocks that nobody asked for may depend on the threads.
 void LinearConvolution::describeLengths(RunRecord& record, std::int64_t samples) const {
     record.inputs[input].samples = samples;
     record.inputs[1 - input].samples = taps;
     record.samples = samples == 0 ? 0 : samples + taps - 1 + room.before;
-    record.rounds = blocks(samples);
+    record.rounds = job.cutting.block == 0 ? 1 : blocks(samples);
 }
 
 // The first samples are kept, if they stand at the end.
