@@ -51,10 +51,11 @@ void FoldOptions::addCutting(CLI::App& command) {
         block +=
             "; of --pad: the length of the blocks that it works in, by default what costs least";
         pad +=
-            ": n + m - 1 samples. In the frequency domain the workbench computes them, and the "
-            "longer signal may be of any length, and come block by block from a pipe if it is text "
-            "without an axis. An axis starts at the sum of both starts; without one, the samples "
-            "before the zero of the kernel (--origin) stand at the end";
+            ": n + m - 1 samples, of a signal of any length. In the frequency domain the workbench "
+            "computes them, in the time domain the module. Text comes block by block from a pipe "
+            "to text, unless it may have an axis; that and sound are read to the end first. An "
+            "axis starts at the sum of both starts; without one, the samples before the zero of "
+            "the kernel (--origin) stand at the end";
     }
     CLI::Option* const length =
         command.add_option("--block", cutting.block, block)

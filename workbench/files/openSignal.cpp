@@ -16,6 +16,9 @@
 
 static constexpr std::size_t headLength = 256;  // by which a format is recognised
 
+// By so many lines no column of noise rises or falls all along: none of them is the axis then.
+static constexpr int linesOfColumns = 64;
+
 static const Format* recognised(std::string_view head) {
     const auto& formats = Format::all();
     const auto format = std::find_if(formats.begin(), formats.end(),
@@ -52,28 +55,32 @@ static bool isText(std::string_view head) {
     return format != nullptr && format->columns;
 }
 
-// What a pipe gives up to its second line of data, whole lines.
-static std::string headOf(std::FILE* pipe, bool& streams) {
+// What a pipe gives up to some line of data, whole lines.
+struct Head {
+    std::string text;
+    int lines = 0;
+    std::size_t begin = 0;  // of the line under way
+};
+
+// Reads on to that many lines of data. False: they did not come, or are longer than lines of text.
+static bool readLines(std::FILE* pipe, int lines, Head& head) {
     constexpr std::size_t longest = std::size_t{1} << 20;
-    std::string head;
-    int data = 0;
-    for (std::size_t begin = 0; data < 2 && head.size() < longest;) {
-        const int byte = std::getc(pipe);
+    while (head.lines < lines) {
+        const int byte = head.text.size() < longest ? std::getc(pipe) : EOF;
         if (byte == EOF) {
-            break;
+            return false;
         }
-        head += static_cast<char>(byte);
-        if (head == LineReader::byteOrderMark) {
-            begin = head.size();
+        head.text += static_cast<char>(byte);
+        if (head.text == LineReader::byteOrderMark) {
+            head.begin = head.text.size();
         } else if (byte == '\n') {
-            std::string_view line(head.data() + begin, head.size() - begin - 1);
+            std::string_view line(head.text.data() + head.begin, head.text.size() - head.begin - 1);
             line.remove_suffix(line.ends_with('\r') ? 1 : 0);
-            data += LineReader::isData(line) ? 1 : 0;
-            begin = head.size();
+            head.lines += LineReader::isData(line) ? 1 : 0;
+            head.begin = head.text.size();
         }
     }
-    streams = data == 2 && isText(head);
-    return head;
+    return true;
 }
 
 std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options) {
@@ -81,12 +88,16 @@ std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOpt
     if (pipe.stream() == nullptr) {
         return openSignal(source, options);
     }
-    bool streams = false;
-    const std::string head = headOf(pipe.stream(), streams);
-    if (streams && TextReader::canStream(head, source, options)) {
-        return std::make_unique<TextReader>(std::move(pipe), head, source, options);
+    Head head;
+    for (const int lines : {2, linesOfColumns}) {
+        if (!readLines(pipe.stream(), lines, head) || !isText(head.text)) {
+            break;
+        }
+        if (TextReader::canStream(head.text, lines, source, options)) {
+            return std::make_unique<TextReader>(std::move(pipe), head.text, lines, source, options);
+        }
     }
-    return openFile(pipe.copy(head), source, options);
+    return openFile(pipe.copy(head.text), source, options);
 }
 
 SignalSource fileSource(const std::string& path, const ReadOptions& options) {

@@ -19,9 +19,10 @@
 //             not exist, NaN or infinity.
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options);
 
-// The same, but text from a pipe is read as it comes, where its columns are known by its first two
-// lines: a single column, or none that is or may be the axis. Until its end info().samples is 0,
-// and read may throw a Failure about each further line.
+// The same, but text from a pipe is read as it comes, where its columns are known by its first
+// lines: a single one by two, several by 64 of which none rises or falls all along and may thus be
+// the axis. Until its end info().samples is 0, and read may throw a Failure about each further
+// line.
 std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options);
 
 // The file of that path as a source: it is opened, with these options, when it is needed.

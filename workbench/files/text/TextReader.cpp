@@ -25,29 +25,37 @@ TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOpti
     rewind();
 }
 
-TextReader::TextReader(Pipe opened, const std::string& head, const SourceName& source,
+TextReader::TextReader(std::FILE* rest, const std::string& head, const SourceName& source,
                        const ReadOptions& options)
-    : pipe(std::move(opened)),
-      lines(pipe->stream(), head, source.shown),
-      allowNonfinite(options.allowNonfinite) {
+    : lines(rest, head, source.shown), allowNonfinite(options.allowNonfinite) {
     facts.source = source;
     facts.format = "text";
     readLayout();
-    const ColumnChoice choice(options, layout, source.shown);
-    assign(choice, AxisSearch(choice, layout));
-    rewind();
 }
 
-bool TextReader::canStream(const std::string& head, const SourceName& source,
+TextReader::TextReader(Pipe opened, const std::string& head, int headLines,
+                       const SourceName& source, const ReadOptions& options)
+    : TextReader(opened.stream(), head, source, options) {
+    pipe = std::move(opened);
+    const ColumnChoice choice(options, layout, source.shown);
+    assign(choice, searchHead(choice, headLines));
+}
+
+bool TextReader::canStream(const std::string& head, int headLines, const SourceName& source,
                            const ReadOptions& options) {
-    LineReader lines(nullptr, head, source.shown);
-    std::string_view line;
-    lines.next(line);
-    const std::string first(line);
-    lines.next(line);
-    const TextLayout layout = findLayout(first, std::string(line));
-    return layout.columns <= mostColumns &&
-           !AxisSearch(ColumnChoice(options, layout, source.shown), layout).needsFit();
+    TextReader reader(nullptr, head, source, options);
+    const ColumnChoice choice(options, reader.layout, source.shown);
+    return !reader.searchHead(choice, headLines).needsFit();
+}
+
+AxisSearch TextReader::searchHead(const ColumnChoice& choice, int headLines) {
+    AxisSearch search(choice, layout);
+    rewind();
+    for (int line = layout.header ? 1 : 0; line < headLines; ++line) {
+        nextRow(&search);
+    }
+    rewind();
+    return search;
 }
 
 void TextReader::refuse(const std::string& what) const {

@@ -12,20 +12,23 @@ class TextReader final : public SignalReader {
 public:
     TextReader(FileHandle text, const SourceName& source, const ReadOptions& options);
 
-    // Of a pipe, whose samples are checked as they come. head: what was read from it before, the
-    // first two lines of data among it; canStream has it.
-    TextReader(Pipe opened, const std::string& head, const SourceName& source,
+    // Of a pipe, whose samples are checked as they come. head: what was read from it before, so
+    // many lines of data, at least two, and those that are not; canStream has it.
+    TextReader(Pipe opened, const std::string& head, int headLines, const SourceName& source,
                const ReadOptions& options);
 
-    // Whether the columns of a text are known by its first two lines: none may be an axis, which
-    // only the last line shows. Failure as the reader.
-    static bool canStream(const std::string& head, const SourceName& source,
+    // Whether the columns of a text are known by its first lines: none may be an axis, which only
+    // the last line shows. Failure as the reader.
+    static bool canStream(const std::string& head, int headLines, const SourceName& source,
                           const ReadOptions& options);
 
     std::int64_t read(double* interleaved, std::int64_t count) override;
 
 private:
+    TextReader(std::FILE* rest, const std::string& head, const SourceName& source,
+               const ReadOptions& options);
     void readLayout();
+    [[nodiscard]] AxisSearch searchHead(const ColumnChoice& choice, int headLines);
     void scan(const ColumnChoice& choice);
     void assign(const ColumnChoice& choice, const AxisSearch& search);
     void remarkOn(const AxisSearch::Finding& found, const AxisSearch& search);
