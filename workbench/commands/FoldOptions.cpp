@@ -114,15 +114,15 @@ LeftToData FoldOptions::leftToData() const {
 }
 
 std::string FoldOptions::words(const FendraSettings& used, const LeftToData& left,
-                               const Treatment& treatment) const {
+                               const Treatment& treatment, const Cutting& cut) const {
     std::string line = graph.empty() ? optionWords(used, left) : "--graph " + quoted(graph);
     line += treatmentWords(treatment);
     const auto add = [&line](bool given, const std::string& words) {
         line += given ? " " + words : "";
     };
-    add(cutting.block != 0, fmt::format("--block {}", cutting.block));
-    add(cutting.pad, "--pad");
-    add(cutting.circular, "--circular");
+    add(cut.block != 0, fmt::format("--block {}", cut.block));
+    add(cut.pad, "--pad");
+    add(cut.circular, "--circular");
     add(rate != 0.0, fmt::format("--rate {}", rate));
     add(!gain.empty(), "--gain " + gain);
     return line + input.words();
@@ -141,17 +141,21 @@ FoldJob FoldOptions::job(const ModuleLibrary& library) const {
     return job;
 }
 
+std::string FoldOptions::words(const FoldJob& job) const {
+    return name + " " + words(job.settings, job.leftToData, job.treatment, job.cutting);
+}
+
 // Without --force, --truth, --jobs and --json, which do not change the result.
 void FoldOptions::setFiles(FoldJob& job, const std::string& first, const std::string& second,
                            const OutputOptions& output) const {
     job.first = fileSource(first, reading());
     job.second = fileSource(second, reading());
-    const auto line = [this,
-                       begin = fmt::format("fendra {} {} {}", name, quoted(first), quoted(second)),
-                       end = output.words()](const FendraSettings& used, const LeftToData& left,
-                                             const Treatment& treatment) {
-        return begin + " " + words(used, left, treatment) + end;
-    };
+    const auto line =
+        [this, begin = fmt::format("fendra {} {} {}", name, quoted(first), quoted(second)),
+         end = output.words(), cut = job.cutting](
+            const FendraSettings& used, const LeftToData& left, const Treatment& treatment) {
+            return begin + " " + words(used, left, treatment, cut) + end;
+        };
     job.words = line(job.settings, job.leftToData, job.treatment);
     job.wordsWith = [line](const FendraSettings& found, const Treatment& treatment) {
         return line(found, {}, treatment);

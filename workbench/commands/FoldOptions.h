@@ -32,6 +32,9 @@ public:
     // options do not go together.
     [[nodiscard]] FoldJob job(const ModuleLibrary& library) const;
 
+    // Its command and options as a command line takes them.
+    [[nodiscard]] std::string words(const FoldJob& job) const;
+
     // Gives it the files that it reads, and the command line that does the same as the job. The
     // options outlive the job. Failure if the name of the output does not give a format.
     void setFiles(FoldJob& job, const std::string& first, const std::string& second,
@@ -42,7 +45,7 @@ private:
     [[nodiscard]] FendraSettings settings(const ModuleLibrary& library) const;
     [[nodiscard]] LeftToData leftToData() const;
     [[nodiscard]] std::string words(const FendraSettings& used, const LeftToData& left,
-                                    const Treatment& treatment) const;
+                                    const Treatment& treatment, const Cutting& cut) const;
 
     std::string name;   // of the subcommand
     std::string graph;  // empty: none

@@ -25,6 +25,8 @@ struct Format {
                                           const ReadOptions& options);
     std::unique_ptr<SignalWriter> (*create)(const SignalTarget& target, const ResultInfo& info);
 
+    bool integersAlone = false;  // it holds no floating-point samples
+
     // In the order in which they are tried on a file.
     static const std::vector<const Format*>& all();
 

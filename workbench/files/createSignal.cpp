@@ -34,6 +34,12 @@ bool holdsColumns(const SourceName& target) {
     return formatFor(target).columns;
 }
 
+bool holdsDoubles(const SignalTarget& target) {
+    const Format& format = formatFor(target.name);
+    return target.encoding == Encoding::float64 ||
+           (target.encoding == Encoding::automatic && !format.integersAlone);
+}
+
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info) {
     return formatFor(target.name).create(target, info);
 }

@@ -1,10 +1,10 @@
 #include "workbench/terminal/Progress.h"
 
 #include "workbench/system/Console.h"
+#include "workbench/terminal/duration.h"
 
 #include <fmt/format.h>
 
-#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -73,14 +73,6 @@ void Progress::paint() {
         shown = true;
         wait = betweenShows;
     }
-}
-
-// "3 s" or "2 min 10 s"
-static std::string duration(double seconds) {
-    constexpr double minute = 60.0;
-    const long long whole = std::llround(seconds);
-    return seconds < minute ? fmt::format("{} s", whole)
-                            : fmt::format("{} min {} s", whole / 60, whole % 60);
 }
 
 // The time left follows from the share that is done; before the first step, from the estimate.

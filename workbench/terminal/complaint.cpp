@@ -58,7 +58,7 @@ static std::string complaintOnSurplus(const CLI::App& command, const std::string
         command.get_option_no_throw("--stop-at-minimum") != nullptr) {
         return fmt::format("\"{}\" is not used any more; give {}", shown, former->second);
     }
-    return fmt::format("\"{}\" is not an option of {}{}", shown, command.get_name(),
+    return fmt::format("\"{}\" is not an option of {}{}", shown, fullName(command),
                        suggestion(word, allOptionNames(command)));
 }
 
@@ -79,6 +79,12 @@ static std::string complaintOnCount(const CLI::App& command, const CLI::Argument
                      : fmt::format("{} needs a value: {}", name, term(*option));
 }
 
+static const CLI::App& innermost(const CLI::App& command) {
+    const std::vector<const CLI::App*> given =
+        command.get_subcommands([](const CLI::App* subcommand) { return subcommand->parsed(); });
+    return given.empty() ? command : innermost(*given.back());
+}
+
 std::string complaint(const CLI::App& program, const CLI::ParseError& error,
                       const std::vector<std::string>& words) {
     const std::vector<CLI::App*> given = program.get_subcommands();
@@ -92,8 +98,8 @@ std::string complaint(const CLI::App& program, const CLI::ParseError& error,
                            printable(surplus.front()),
                            suggestion(surplus.front(), commandNames(program)));
     }
-    const CLI::App& command = *given.back();
-    const std::string help = fmt::format("; see fendra {} --help", command.get_name());
+    const CLI::App& command = innermost(*given.back());
+    const std::string help = fmt::format("; see fendra {} --help", fullName(command));
     if (!surplus.empty()) {
         return complaintOnSurplus(command, surplus.front()) + help;
     }

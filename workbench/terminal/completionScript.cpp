@@ -30,14 +30,36 @@ static std::string valueBranches(const CLI::App& command) {
             continue;
         }
         for (const std::string& name : optionNames(*option)) {
-            branches += fmt::format("        {}:{}) words=\"{}\" ;;\n", command.get_name(), name,
+            branches += fmt::format("        \"{}:{}\") words=\"{}\" ;;\n", fullName(command), name,
                                     fmt::join(words, " "));
         }
     }
     return branches;
 }
 
-// Its places are for the names of the commands, the branches of values, and those of options.
+// A command with commands of its own: the next word is one of these, or completes the name of one.
+static std::string commandBranch(const CLI::App& command) {
+    std::string names;
+    for (const CLI::App* subcommand : command.get_subcommands({})) {
+        names += subcommand->get_name() + " ";
+    }
+    return names.empty() ? ""
+                         : fmt::format(
+                               "        {0})\n"
+                               "            if [ \"$COMP_CWORD\" -eq 2 ]; then\n"
+                               "                mapfile -t COMPREPLY < <(compgen -W \"{1}{2}\" -- "
+                               "\"$current\")\n"
+                               "                return\n"
+                               "            fi\n"
+                               "            case \" {1}\" in\n"
+                               "                *\" ${{COMP_WORDS[2]}} \"*) command+=\" "
+                               "${{COMP_WORDS[2]}}\" ;;\n"
+                               "            esac ;;\n",
+                               command.get_name(), names, optionWords(command));
+}
+
+// Its places are for the names of the commands, the branches of commands with commands of their
+// own, of values, and of options.
 static constexpr const char* scriptText = R"(# bash completion for fendra
 _fendra() {{
     local current=${{COMP_WORDS[COMP_CWORD]}} command=${{COMP_WORDS[1]}} words= key= head=
@@ -46,6 +68,8 @@ _fendra() {{
         mapfile -t COMPREPLY < <(compgen -W "{} --help --version" -- "$current")
         return
     fi
+    case "$command" in
+{}    esac
     COMPREPLY=()
     # KEY=VALUE comes as three words, or two while there is no value; OPTION=VALUE likewise.
     if [ "$current" = = ]; then
@@ -79,13 +103,20 @@ complete -o filenames -F _fendra fendra
 )";
 
 std::string completionScript(const CLI::App& program) {
-    std::string names, options, values;
+    std::string names, nested, options, values;
+    const auto add = [&](const CLI::App& command) {
+        options += fmt::format("            \"{}\") words=\"{}\" ;;\n", fullName(command),
+                               optionWords(command));
+        values += valueBranches(command);
+    };
     for (const CLI::App* command : program.get_subcommands({})) {
         names += (names.empty() ? "" : " ") + command->get_name();
-        options += fmt::format("            {}) words=\"{}\" ;;\n", command->get_name(),
-                               optionWords(*command));
-        values += valueBranches(*command);
+        nested += commandBranch(*command);
+        add(*command);
+        for (const CLI::App* subcommand : command->get_subcommands({})) {
+            add(*subcommand);
+        }
     }
     values += fmt::format("        help:help) words=\"{}\" ;;\n", names);
-    return fmt::format(scriptText, names, values, options);
+    return fmt::format(scriptText, names, nested, values, options);
 }

@@ -20,6 +20,13 @@ std::string details(const CLI::App& command) {
     return lineFeed == std::string::npos ? "" : text.substr(lineFeed + 1);
 }
 
+std::string fullName(const CLI::App& command) {
+    const CLI::App* const parent = command.get_parent();
+    return parent == nullptr || parent->get_parent() == nullptr
+               ? command.get_name()
+               : fullName(*parent) + " " + command.get_name();
+}
+
 std::vector<std::string> optionNames(const CLI::Option& option) {
     std::vector<std::string> names;
     for (const std::string& name : option.get_snames()) {
@@ -122,8 +129,9 @@ static std::string optionEntries(const CLI::App& command) {
 }
 
 static std::string usage(const CLI::App& command) {
-    std::string line =
-        "fendra " + (command.get_parent() == nullptr ? "COMMAND" : command.get_name());
+    const bool isProgram = command.get_parent() == nullptr;
+    std::string line = isProgram ? "fendra COMMAND" : "fendra " + fullName(command);
+    line += !isProgram && !command.get_subcommands({}).empty() ? " COMMAND" : "";
     for (const CLI::Option* option : command.get_options()) {
         if (option->get_positional()) {
             const std::string name = option->get_name(true);
@@ -141,12 +149,13 @@ std::string Help::make_help(const CLI::App* command, std::string /*name*/,
     const std::string arguments = argumentEntries(*command);
     text += arguments.empty() ? "" : "\nArguments:\n" + arguments;
     text += optionEntries(*command);
+    const std::vector<const CLI::App*> subcommands = command->get_subcommands({});
+    text += subcommands.empty() ? "" : "\nCommands:\n";
+    for (const CLI::App* subcommand : subcommands) {
+        text += entry(subcommand->get_name(), summary(*subcommand));
+    }
     if (command->get_parent() != nullptr) {
         return text;
-    }
-    text += "\nCommands:\n";
-    for (const CLI::App* subcommand : command->get_subcommands({})) {
-        text += entry(subcommand->get_name(), summary(*subcommand));
     }
     return text + fmt::format("\n{}\n\n{}\n", filled("Files: " + filesText(), 0),
                               filled(std::string("Exit status: ") + exitText, 0));

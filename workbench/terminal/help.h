@@ -10,6 +10,9 @@
 std::string summary(const CLI::App& command);
 std::string details(const CLI::App& command);
 
+// "batch convolve": the words that lead to a command.
+std::string fullName(const CLI::App& command);
+
 // "-o", "--output"; none for an argument without a name.
 std::vector<std::string> optionNames(const CLI::Option& option);
 // The words that an option's value is one of, if it is a choice.

@@ -31,11 +31,14 @@ static std::string examples(const std::string& lines) {
 
 static std::string commandSection(const CLI::App& command) {
     std::string section =
-        fmt::format(".SS fendra {}\n{}\n{}\n.PP\n{}", command.get_name(), escaped(summary(command)),
+        fmt::format(".SS fendra {}\n{}\n{}\n.PP\n{}", fullName(command), escaped(summary(command)),
                     escaped(details(command)), examples(command.get_footer()));
     for (const CLI::Option* option : command.get_options()) {
         section += fmt::format(".TP\n\\fB{}\\fR\n{}\n", escaped(term(*option)),
                                escaped(explanation(*option)));
+    }
+    for (const CLI::App* subcommand : command.get_subcommands({})) {
+        section += commandSection(*subcommand);
     }
     return section;
 }

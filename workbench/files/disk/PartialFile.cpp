@@ -92,6 +92,31 @@ static bool isPartial(const fs::path& name, const fs::path& beginning) {
     return digits - rest.begin() == 8 && rest.substr(8) == ".part";
 }
 
+// The file that one of that name was to become: without the dot before, ".", digits and ".part".
+static fs::path targetOf(const fs::path& partial) {
+    constexpr std::size_t appended = 14;
+    const std::string name = nameOf(partial.filename());
+    if (name.size() < appended + 2) {
+        return {};
+    }
+    const std::string target = name.substr(1, name.size() - appended - 1);
+    return isPartial(partial.filename(), beginningOf(pathOf(target)))
+               ? partial.parent_path() / pathOf(target)
+               : fs::path();
+}
+
+void PartialFile::removeLeftovers(const fs::path& folder,
+                                  const std::function<bool(const fs::path& target)>& isOwn) {
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(folder, error);
+         !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
+        const fs::path target = targetOf(entry->path());
+        if (!target.empty() && isOwn(target) && !isInUse(entry->path())) {
+            removeFile(entry->path().c_str());
+        }
+    }
+}
+
 static void reportLeftovers(const fs::path& target) {
     const auto report = leftoverReport.load();
     if (report == nullptr) {

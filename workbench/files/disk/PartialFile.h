@@ -3,6 +3,7 @@
 #include "workbench/system/FileHandle.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 // The file .NAME.RANDOM.part beside a file NAME: the bytes of NAME until they are complete.
@@ -21,6 +22,12 @@ public:
     // Sets what is called for each partial file that a run which was cut off has left beside a file
     // about to be written, with its name as messages show it. Null, as at the start: nothing.
     static void onLeftover(void (*report)(const std::string& shownName));
+
+    // Removes what runs that were cut off have left in a folder and those below it, of targets that
+    // are somebody's to remove. target: a path in the folder, its last part cut to 200 bytes.
+    static void removeLeftovers(
+        const std::filesystem::path& folder,
+        const std::function<bool(const std::filesystem::path& target)>& isOwn);
 
     const std::filesystem::path path;
     FileHandle file;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct BatchItem;
+
+// A part of a batch: which files it has follows from their names alone, so that several machines
+// agree on it whatever else is in the folders.
+struct Shard {
+    std::int64_t index = 1, count = 1;  // index from 1
+
+    // By the 64-bit FNV-1a hash of the name (G. Fowler, L. C. Noll, K.-P. Vo, D. Eastlake, IETF
+    // draft-eastlake-fnv), modulo count.
+    [[nodiscard]] bool has(const std::string& name) const;
+    // Leaves those that it has.
+    void select(std::vector<BatchItem>& items) const;
+    // "batch.jsonl", or "batch-2-of-8.jsonl"
+    [[nodiscard]] std::string manifestName() const;
+};
