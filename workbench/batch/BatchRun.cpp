@@ -72,13 +72,13 @@ private:
     const Batch& batch;
     const ModuleLibrary& library;
     BatchObserver& observer;
+    std::shared_ptr<const Signal> kernel;  // of all; null: each has its own
+    std::string kernelDigest;
+    std::vector<BatchItem> items;  // of the part
     fs::path folder;
-    std::vector<BatchItem> items;
     Manifest before;
     LineLog manifest;
     std::optional<LineLog> begun;
-    std::shared_ptr<const Signal> kernel;
-    std::string kernelDigest;
     std::mutex mutex;  // of progress
     BatchProgress progress;
 };
@@ -90,13 +90,13 @@ BatchRun::BatchRun(const Batch& givenBatch, const ModuleLibrary& moduleLibrary,
     : batch(givenBatch),
       library(moduleLibrary),
       observer(batchObserver),
-      folder(madeFolder(batch.into)),
+      kernel(commonKernel(batch)),
+      kernelDigest(kernel == nullptr ? "" : fileDigest(batch.kernel)),
       items(batch.items),
+      folder(madeFolder(batch.into)),
       before(folder),
       manifest(folder / batch.shard.manifestName()),
-      begun(std::in_place, begunBeside(folder / batch.shard.manifestName())),
-      kernel(commonKernel(batch)),
-      kernelDigest(kernel == nullptr ? "" : fileDigest(batch.kernel)) {
+      begun(std::in_place, begunBeside(folder / batch.shard.manifestName())) {
     batch.shard.select(items);
     progress.files = std::ssize(items);
 }

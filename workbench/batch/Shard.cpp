@@ -1,15 +1,16 @@
 #include "workbench/batch/Shard.h"
 
 #include "workbench/batch/signalList.h"
+#include "workbench/system/Sha256.h"
 
 #include <fmt/format.h>
 
 bool Shard::has(const std::string& name) const {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (const char letter : name) {
-        hash = (hash ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
-    }
-    return hash % static_cast<std::uint64_t>(count) == static_cast<std::uint64_t>(index - 1);
+    Sha256 hash;
+    hash.add(reinterpret_cast<const std::uint8_t*>(name.data()), name.size());
+    constexpr std::size_t digits = 16;
+    const std::uint64_t number = std::stoull(hash.hex().substr(0, digits), nullptr, 16);
+    return number % static_cast<std::uint64_t>(count) == static_cast<std::uint64_t>(index - 1);
 }
 
 void Shard::select(std::vector<BatchItem>& items) const {

@@ -11,8 +11,7 @@ struct BatchItem;
 struct Shard {
     std::int64_t index = 1, count = 1;  // index from 1
 
-    // By the 64-bit FNV-1a hash of the name (G. Fowler, L. C. Noll, K.-P. Vo, D. Eastlake, IETF
-    // draft-eastlake-fnv), modulo count.
+    // By the first 64 bits of the name's SHA-256, modulo count.
     [[nodiscard]] bool has(const std::string& name) const;
     // Leaves those that it has.
     void select(std::vector<BatchItem>& items) const;

@@ -219,12 +219,11 @@ void BatchCommand::tell(const Batch& batch, const BatchProgress& progress) const
     if (!output.quiet) {
         fmt::print("{}: {} of {} files done", SourceName(selection.into).shown, progress.done,
                    progress.files);
-        fmt::print(
-            "{}{}\n",
-            progress.skipped > 0 ? fmt::format(", {} were done before", progress.skipped) : "",
-            progress.warned > 0
-                ? fmt::format(", {} with remarks: see {}", progress.warned, manifest)
-                : "");
+        fmt::print("{}{}\n",
+                   progress.skipped > 0 ? fmt::format(", {} done before", progress.skipped) : "",
+                   progress.warned > 0
+                       ? fmt::format(", {} with remarks: see {}", progress.warned, manifest)
+                       : "");
     }
     if (progress.failed == 0) {
         return;
@@ -235,7 +234,7 @@ void BatchCommand::tell(const Batch& batch, const BatchProgress& progress) const
     }
     throw Failure(fmt::format(
         "{} of {} files failed{}; the reasons are in {}, and the same "
-        "command goes on with them",
+        "command does them again",
         progress.failed, progress.files,
         progress.failed > std::ssize(progress.failures) ? ", the first of them above" : "",
         manifest));
