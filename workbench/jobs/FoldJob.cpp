@@ -9,6 +9,7 @@
 #include "workbench/jobs/RoundFolding.h"
 #include "workbench/jobs/StepRelay.h"
 #include "workbench/jobs/WholeDeconvolution.h"
+#include "workbench/jobs/jobSize.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/methods/Setting.h"
@@ -100,6 +101,7 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
     kernelServesAll = isWhole(job, b);
     record.rate = common.rate;
     if (whole && method.direction == FendraSettings::deconvolution) {
+        checkWholeMemory(method, a, b, job.cutting.pad);
         Signal measured = Signal::of(*first), kernel = Signal::of(*second);
         measured.info.rate = common.rate;
         folding = std::make_unique<WholeDeconvolution>(job, library, std::move(measured),

@@ -86,7 +86,8 @@ RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
         place = placeOfWhole();
     }
     driven.emplace(*first, *second, planOf(job, used));
-    checkMemory(used, driven->resultLength(0));
+    const std::int64_t length = driven->resultLength(0);
+    checkMemory(used, length, 2.0 * driven->channels() * static_cast<double>(length));
     threads = threadsThatFit();
 }
 

@@ -34,7 +34,7 @@ WholeDeconvolution::WholeDeconvolution(const FoldJob& foldJob, const ModuleLibra
         observer.chooses(secondsToChoose(signal.info.samples));
     }
     deconvolution.emplace(library, signal, kernel, job.settings, job.leftToData, treatment);
-    checkMemory(method(), deconvolution->moduleLength());
+    checkMemory(method(), deconvolution->moduleLength(), 0.0);
     threads = threadsThatFit();
     if (job.curve) {
         writeCurve();

@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <bit>
 
 // About what a core of 2024 does, at 8, 4 or 2 side by side.
 static double multiplyAddsPerSecond() {
@@ -69,14 +70,51 @@ double secondsToChoose(std::int64_t samples) {
 
 static constexpr double gigabyte = 1e9;
 
-void checkMemory(const Method& method, std::int64_t length) {
-    const double needed = method.bytes(static_cast<double>(length)), free = freeMemory();
-    if (needed > free) {
+// Values that one channel has in memory at the peak of a run, measured. Transforms at a length that
+// is not a power of two work on some of twice to four times as many.
+static double valuesOfRun(const Method& method, std::int64_t length) {
+    const auto samples = static_cast<double>(length);
+    const bool convolves = method.direction == FendraSettings::convolution;
+    if (convolves && method.code == FendraSettings::timeDomain) {
+        return 2.0 * samples;
+    }
+    const auto size = static_cast<std::uint64_t>(length);
+    const double chirp =
+        std::has_single_bit(size) ? 0.0 : static_cast<double>(std::bit_ceil(2 * size));
+    return (convolves ? 5.0 : 9.0) * samples + 4.5 * chirp;
+}
+
+void checkMemory(const Method& method, std::int64_t length, double values) {
+    const double filter = method.bytes(static_cast<double>(length)), free = freeMemory();
+    const double needed = filter + sizeof(double) * (values + valuesOfRun(method, length));
+    if (filter > free) {
         throw Failure(
             fmt::format("the filter for {} samples takes {:.3g} GB of memory, and {:.3g} GB "
                         "are free; choose another method, or cut the signals",
-                        length, needed / gigabyte, free / gigabyte));
+                        length, filter / gigabyte, free / gigabyte));
     }
+    if (needed > free) {
+        throw Failure(fmt::format(
+            "a run over {} samples at once takes {:.3g} GB of memory or more, and {:.3g} GB are "
+            "free; {}",
+            length, needed / gigabyte, free / gigabyte,
+            method.direction == FendraSettings::convolution
+                ? "convolve with --pad, which takes little for signals of any length"
+                : "deconvolve a part of the signal, or cut both with --block"));
+    }
+}
+
+void checkWholeMemory(const Method& method, const SignalInfo& signal, const SignalInfo& kernel,
+                      bool pads) {
+    const std::int64_t length =
+        pads ? signal.samples + kernel.samples - 1 : std::max(signal.samples, kernel.samples);
+    const auto values = [](const SignalInfo& info, std::int64_t samples) {
+        return info.channels * static_cast<double>(samples);
+    };
+    const SignalInfo& wider = signal.channels < kernel.channels ? kernel : signal;
+    checkMemory(method, length,
+                values(signal, signal.samples) + values(kernel, kernel.samples) +
+                    values(wider, signal.samples));
 }
 
 void checkKernelMemory(const SignalInfo& kernel, double needed) {

@@ -36,8 +36,13 @@ int threadsFor(int wanted, const Method& method, const JobPart& part);
 // What the search of a strength takes, in seconds, for a signal of that many samples.
 double secondsToChoose(std::int64_t samples);
 
-// Failure if the method needs more memory than is free for a result of that length.
-void checkMemory(const Method& method, std::int64_t length);
+// Failure if the method needs more memory than is free for a run at once of that length, with so
+// many values of signals and result in memory beside it.
+void checkMemory(const Method& method, std::int64_t length, double values);
+
+// The same of a deconvolution of whole signals, before they are read. pads: with room by zeros.
+void checkWholeMemory(const Method& method, const SignalInfo& signal, const SignalInfo& kernel,
+                      bool pads);
 
 // Failure if a kernel to convolve with needs more bytes than are free.
 void checkKernelMemory(const SignalInfo& kernel, double needed);
