@@ -167,8 +167,9 @@ RunRecord FoldRun::run(const MakeWriter& makeWriter) {
     const std::unique_ptr<SignalWriter> writer = makeWriter(resultInfo());
     Findings findings(folding->method(), record.settings, record.rounds, record.channels,
                       record.inputs[1].channels, kernelServesAll);
-    StepRelay relay(observer, record.rounds, record.channels, folding->passes());
-    observer.begins(folding->size());
+    const JobSize size = folding->size();
+    StepRelay relay(observer, size.rounds, record.channels, folding->passes());
+    observer.begins(size);
     ResultTap tap(*writer, comparison ? &*comparison : nullptr, record.channels,
                   {job.gain, job.allowNonfinite, folding->method().onOverflow});
     folding->run(tap, relay, findings, record);
