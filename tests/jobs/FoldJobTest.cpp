@@ -52,8 +52,9 @@ static SignalSource peaks(double height, int channels, int samples, int period) 
     Signal signal;
     signal.info.channels = channels;
     signal.info.samples = samples;
+    const int middle = period / 2;
     for (int i = 0; i < samples; ++i) {
-        const double x = (i % period - period / 2) / 4.0;
+        const double x = (i % period - middle) / 4.0;
         for (int channel = 0; channel < channels; ++channel) {
             signal.interleaved.push_back(std::ldexp(height * std::exp(-x * x), channel));
         }
@@ -77,7 +78,7 @@ static FoldJob jobOf(std::int32_t method, double height, int channels, int sampl
 
 static RunRecord recordOf(const FoldJob& job) {
     Watcher watcher;
-    const RunRecord record = run(job, fendra(), watcher).record;
+    RunRecord record = run(job, fendra(), watcher).record;
     EXPECT_TRUE(watcher.began && watcher.rises);
     EXPECT_EQ(watcher.channels, record.rounds * record.channels);
     return record;
@@ -108,27 +109,29 @@ TEST(FoldJob, GivesInAnyThreadWhatItGivesByItself) {
     EXPECT_EQ(digests, alone);
 }
 
-// Samples, numbers and their order, and remarks; parts long enough to be passed on.
+// Digest and remarks, and with each number its round and channel.
+static auto whatCameOut(const RunRecord& record) {
+    std::vector<std::tuple<std::int64_t, int, std::vector<double>>> numbers;
+    for (const ReportedNumbers& row : record.numbers) {
+        numbers.emplace_back(row.round, row.channel, row.values);
+    }
+    return std::tuple(record.digest, record.remarks, numbers);
+}
+
+// Parts are long enough to be passed on.
 TEST(FoldJob, GivesInSeveralThreadsWhatItGivesInOne) {
     for (const auto& [method, samples] : {std::pair(FendraSettings::timeDomain, 4800),
-                                          {FendraSettings::frequencyDomain, 9600},
-                                          {FendraSettings::vanCittert, 2400},
-                                          {FendraSettings::pseudoInverse, 640}}) {
-        for (const int blocks : {1, 4}) {
+                                          {FendraSettings::frequencyDomain, 4800},
+                                          {FendraSettings::vanCittert, 1600},
+                                          {FendraSettings::pseudoInverse, 320}}) {
+        for (const int blocks : {1, 2}) {
             FoldJob job = jobOf(method, 1.0, 3, samples, blocks);
+            job.settings.maxIterations = 9;
             job.cutting = {blocks == 1 ? 0 : samples / blocks, false, true};
             const RunRecord alone = recordOf(job);
             for (const int threads : {2, 5}) {
                 job.threads = threads;
-                const RunRecord together = recordOf(job);
-                EXPECT_EQ(together.digest, alone.digest);
-                EXPECT_EQ(together.remarks, alone.remarks);
-                ASSERT_EQ(together.numbers.size(), alone.numbers.size());
-                for (std::size_t i = 0; i < alone.numbers.size(); ++i) {
-                    EXPECT_EQ(together.numbers[i].round, alone.numbers[i].round);
-                    EXPECT_EQ(together.numbers[i].channel, alone.numbers[i].channel);
-                    EXPECT_EQ(together.numbers[i].values, alone.numbers[i].values);
-                }
+                EXPECT_EQ(whatCameOut(recordOf(job)), whatCameOut(alone));
             }
         }
     }

@@ -48,7 +48,8 @@ JobSize sizeOf(const Method& method, const FendraSettings& settings, const Modul
 }
 
 double partsInTurn(std::int64_t parts, int threads) {
-    return static_cast<double>((parts + threads - 1) / threads);
+    const std::int64_t turns = (parts + threads - 1) / threads;
+    return static_cast<double>(turns);
 }
 
 int threadsFor(int wanted, const Method& method, const JobPart& part) {
