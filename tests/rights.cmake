@@ -24,11 +24,12 @@ set(rows
   "workbench/module ModuleRun host platform workbench/messages workbench/system workbench/signals workbench/files/disk workbench/methods"
   "workbench/treatment Deconvolution host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/methods workbench/module"
   "workbench/jobs RunRecord host platform transform kernels workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module"
-  "workbench/terminal help host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs"
+  "workbench/batch BatchRun host platform workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs"
+  "workbench/terminal help host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch"
   "workbench/desktop windowExports host platform workbench/messages workbench/system workbench/methods"
-  "workbench/commands Command host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/terminal workbench/desktop"
+  "workbench/commands Command host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/desktop"
   "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk"
-  "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/analysis workbench/treatment workbench/jobs workbench/terminal workbench/commands")
+  "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/analysis workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/commands")
 
 foreach(row IN LISTS rows)
   separate_arguments(words UNIX_COMMAND ${row})

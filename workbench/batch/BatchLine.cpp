@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cstddef>
 
 using Json = nlohmann::ordered_json;
 
@@ -44,7 +45,17 @@ static BatchLine::Result resultOf(const Json& json) {
             json.value("modified", std::int64_t{0})};
 }
 
+// Printing goes down level by level, and a line that no batch has written may have any number.
+static bool isNested(std::string_view text) {
+    constexpr std::ptrdiff_t most = 1000;
+    return std::count(text.begin(), text.end(), '[') + std::count(text.begin(), text.end(), '{') >
+           most;
+}
+
 std::optional<BatchLine> BatchLine::of(std::string_view text) {
+    if (isNested(text)) {
+        return std::nullopt;
+    }
     try {
         const Json json = Json::parse(text);
         BatchLine line;

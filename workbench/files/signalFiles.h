@@ -32,8 +32,8 @@ SignalSource fileSource(const std::string& path, const ReadOptions& options);
 // Failure as createSignal.
 bool holdsColumns(const SourceName& target);
 
-// Whether samples that are read from a file of that target are those that were written, bit for bit.
-// Failure as createSignal.
+// Whether samples that are read from a file of that target are those that were written, bit for
+// bit. Failure as createSignal.
 bool holdsDoubles(const SignalTarget& target);
 
 // Creates a file for a signal in the format that the ending of its name stands for; standard output

@@ -134,9 +134,11 @@ static void reportLeftovers(const fs::path& target) {
     }
 }
 
+// The device of random numbers takes as long as a small file.
 static fs::path partialPath(const fs::path& target) {
+    thread_local std::mt19937 random(std::random_device{}());
     fs::path name = beginningOf(target);
-    name += fmt::format("{:08x}.part", std::random_device()());
+    name += fmt::format("{:08x}.part", random());
     return target.parent_path() / name;
 }
 
