@@ -106,9 +106,10 @@ void Rounds::begin(Lock& lock, std::int64_t round) {
 // Where a lower part has thrown, nothing depends on this one.
 void Rounds::run(Lock& lock, std::int64_t round, int part) {
     State& state = states[round];
-    if (!state.fault) {
+    const auto isFirstFault = [&] { return !state.fault || part < state.faultyPart; };
+    if (isFirstFault()) {
         std::exception_ptr thrown = thrownBy(lock, [&] { work.run(round, part); });
-        if (thrown && (!state.fault || part < state.faultyPart)) {
+        if (thrown && isFirstFault()) {
             state.fault = std::move(thrown);
             state.faultyPart = part;
         }
