@@ -10,7 +10,8 @@ lintPackages=(clang-14 clang-tidy-14)
 linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386)
 windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
 packagePackages=(git zip)
-benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev)
+benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
+    python3-scipy)
 
 say() { printf '%s\n' "$*" >&2; }
 
