@@ -9,14 +9,15 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
 
-# timed COMMAND...: leaves its seconds in elapsed, and the most memory that it used, in MB, in memory.
+# timed COMMAND...: leaves its seconds in elapsed, those of processors in processor, and the most memory that
+# it used, in MB, in memory; the latter two as they were a fiftieth of a second before its end.
 timed() {
-    local start end
+    local start end state
     start=$(date +%s.%N)
     "$@" > /dev/null &
-    memory=0
-    while kill -0 $! 2> /dev/null; do
-        memory=$(awk -v now="$memory" '/VmHWM/ { now = $2 / 1024 } END { print now }' /proc/$!/status 2> /dev/null || echo "$memory")
+    while state=$(awk '/VmHWM/ { print $2 / 1024 } FILENAME ~ /stat$/ { print ($14 + $15) / 100 }' \
+        /proc/$!/status /proc/$!/stat 2> /dev/null) && [[ $state = *$'\n'* ]]; do
+        memory=${state%%$'\n'*} processor=${state##*$'\n'}
         sleep 0.02
     done
     wait $!
@@ -30,39 +31,43 @@ processorTime() {
     { time "$@" > /dev/null; } 2>&1 | awk '{ print $1 + $2 }'
 }
 
-# linked NUMBER FROM FOLDER ENDING: so many names for one file.
-linked() {
+# copied NUMBER TEXT FOLDER: so many files with that text.
+copied() {
     mkdir -p "$3"
-    local i
-    for ((i = 0; i < $1; ++i)); do ln "$2" "$3/$i.$4"; done
+    awk -v n="$1" -v folder="$3" '{ text = text $0 "\n" } END {
+        for (i = 0; i < n; ++i) { file = folder "/" i ".csv"; printf "%s", text > file; close(file) }
+    }' "$2"
 }
 
 noise='{ s = (s * 16807) % 2147483647; print s / 2147483647 - 0.5 }'
-yes | head -n 480000 | awk "BEGIN { s = 1 } $noise" > long.txt
-yes | head -n 96000 | awk "BEGIN { s = 2 } $noise" > room.txt
-yes | head -n 64 | awk "BEGIN { s = 3 } $noise" > small.csv
-yes | head -n 11 | awk "BEGIN { s = 4 } $noise" > taps.txt
+seq 480000 | awk "BEGIN { s = 1 } $noise" > long.txt
+seq 96000 | awk "BEGIN { s = 2 } $noise" > room.txt
+seq 64 | awk "BEGIN { s = 3 } $noise" > small.csv
+seq 11 | awk "BEGIN { s = 4 } $noise" > taps.txt
 echo 1 > one.txt
 fendra convolve long.txt one.txt --rate 48000 --encoding pcm16 -q -o long.wav
 fendra convolve room.txt one.txt --rate 48000 -q -o room.wav
 
 cores=$(nproc)
-linked "$files" long.wav long wav
+mkdir long
+for ((i = 0; i < files; ++i)); do ln long.wav long/$i.wav; done
 single=$(for i in 1 2 3 4 5; do processorTime fendra convolve long.wav room.wav --pad -q -o one.wav --force; done | sort -n | sed -n 3p)
 timed fendra batch convolve long --kernel room.wav --pad --into out -q
-awk -v n="$files" -v one="$single" -v e="$elapsed" -v c="$cores" -v m="$memory" 'BEGIN {
-    printf "%d files of 10 s, %d jobs: %.1f s, %.2f of the sum of single runs (%.1f ms each), %.0f MB\n", n, c, e, e * c / (n * one), 1000 * one, m }'
+awk -v n="$files" -v one="$single" -v e="$elapsed" -v c="$cores" -v p="$processor" -v m="$memory" 'BEGIN {
+    printf "%d files of 10 s, %d jobs: %.1f s; processors %.1f s, single runs %.1f s (%.1f ms each): %.2f by the clock, %.2f by processors; %.0f MB\n",
+        n, c, e, p, n * one, 1000 * one, e * c / (n * one), p / (n * one), m }'
 rm -r out long
 
 for count in 20000 100000; do
-    linked $count small.csv small csv
+    copied $count small.csv small
     timed fendra batch convolve small --kernel taps.txt --pad --into out -q --jobs 1
-    awk -v n=$count -v e="$elapsed" -v m="$memory" 'BEGIN { printf "%d files of 64 samples, 1 job: %.0f a second, %.1f MB\n", n, n / e, m }'
+    awk -v n=$count -v e="$elapsed" -v p="$processor" -v m="$memory" 'BEGIN {
+        printf "%d files of 64 samples, 1 job: %.0f a second, %.0f a second of a processor, %.1f MB\n", n, n / e, n / p, m }'
     rm -r out small
 done
 
-linked 10000 small.csv a csv
-linked 10000 small.csv b csv
+copied 10000 small.csv a
+copied 10000 small.csv b
 both() {
     fendra batch convolve a --kernel taps.txt --pad --into outA -q --jobs 1 &
     fendra batch convolve b --kernel taps.txt --pad --into outB -q --jobs 1

@@ -13,6 +13,7 @@ static BatchLine whole() {
     line.settings = R"({"pad":true,"options":"x"})";
     line.seconds = 0.1;
     line.warnings = {"one", "two"};
+    line.rerun = "fendra deconvolve";
     return line;
 }
 

@@ -30,6 +30,9 @@ std::string BatchLine::text() const {
     json["settings"] = Json::parse(settings);
     json["seconds"] = seconds;
     json["warnings"] = warnings;
+    if (!rerun.empty()) {
+        json["rerun"] = rerun;
+    }
     if (!error.empty()) {
         json["error"] = error;
     }
@@ -69,6 +72,7 @@ std::optional<BatchLine> BatchLine::of(std::string_view text) {
         line.settings = json.value("settings", Json::object()).dump();
         line.seconds = json.value("seconds", 0.0);
         line.warnings = json.value("warnings", std::vector<std::string>());
+        line.rerun = json.value("rerun", "");
         line.error = json.value("error", "");
         return line;
     } catch (const Json::exception&) {

@@ -28,6 +28,7 @@ struct BatchLine {
     std::string settings = "{}";   // a JSON object
     double seconds = 0.0;
     std::vector<std::string> warnings;
+    std::string rerun;  // the command line with what was found in this file; empty: nothing was
     std::string error;  // empty: none
 
     // One line of JSON. Where the file was done there is no error, else no result.

@@ -196,6 +196,7 @@ void BatchRun::fold(const BatchItem& item, const std::string& kernelFile, BatchL
     noteState(pathOf(file), result);
     line.result = result;
     line.warnings = record.remarks;
+    line.rerun = record.choice ? record.choice->rerun : "";
 }
 
 void BatchRun::count(End end, const BatchLine& line) {
