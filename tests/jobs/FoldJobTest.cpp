@@ -274,7 +274,7 @@ static std::vector<double> definingSums() {
         }
         sums[static_cast<std::size_t>(i)] = static_cast<double>(sum);
     }
-    std::rotate(sums.begin(), sums.begin() + 2 * turnedBy, sums.end());
+    std::rotate(sums.data(), sums.data() + 2 * turnedBy, sums.data() + sums.size());
     return sums;
 }
 

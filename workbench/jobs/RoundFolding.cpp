@@ -15,15 +15,12 @@
 #include <cstddef>
 #include <utility>
 
-// The lag is room that a padded convolution needs, or its last sample would wrap round to the
-// front.
 static RunPlan planOf(const FoldJob& job, const Method& method) {
     RunPlan plan;
     plan.blockLength = job.cutting.block;
     plan.packet = job.settings.executionMode == FendraSettings::perPacket;
     plan.pad = job.cutting.pad;
     plan.divides = method.direction == FendraSettings::deconvolution;
-    plan.lag = plan.divides ? 0 : method.lag;
     plan.equalLengths = method.equalLengths;
     return plan;
 }
@@ -76,8 +73,8 @@ RoundFolding::RoundFolding(const FoldJob& foldJob, const ModuleLibrary& library,
       second(std::move(secondReader)),
       drivers(library, job.settings) {
     place.axis = first->info().axis;
-    const bool wraps = used.direction == FendraSettings::convolution && !job.cutting.pad;
-    if (!whole && wraps && !job.cutting.circular) {
+    const bool convolves = used.direction == FendraSettings::convolution;
+    if (!whole && convolves && !job.cutting.circular) {
         refuseWrapping(job.cutting, first->info(), second->info());
     }
     if (!whole) {

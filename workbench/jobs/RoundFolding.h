@@ -12,9 +12,9 @@
 
 class SignalReader;
 
-// A job in rounds: a convolution, or a deconvolution in blocks. The result of a convolution of
-// whole signals is moved to where it belongs; several blocks stay as the module gives them. Rounds
-// and channels run in several threads, with at most as many rounds in memory.
+// A job in rounds: a periodic convolution, or a deconvolution in blocks. The result of a
+// convolution of whole signals is moved to where it belongs; several blocks stay as the module
+// gives them. Rounds and channels run in several threads, with at most as many rounds in memory.
 class RoundFolding final : public Folding {
 public:
     // whole: each signal is one block. Failure as ModuleRun and zeroOf, and if more is asked of

@@ -67,8 +67,7 @@ std::int64_t ModuleRun::samples() const {
 
 std::int64_t ModuleRun::resultLength(std::int64_t round) const {
     const std::int64_t firstLength = first.length(round), secondLength = second.length(round);
-    return plan.pad ? firstLength + secondLength - 1 + plan.lag
-                    : std::max(firstLength, secondLength);
+    return plan.pad ? firstLength + secondLength - 1 : std::max(firstLength, secondLength);
 }
 
 std::int64_t ModuleRun::deliveredLength(std::int64_t round) const {

@@ -14,7 +14,6 @@ struct RunPlan {
     std::int64_t blockLength = 0;  // samples in a block; 0: the whole signal is one block
     bool packet = false;           // all blocks of a signal are joined again
     bool pad = false;              // zeros are appended, so that nothing wraps round
-    int lag = 0;                   // samples by which the module's result is late
     bool equalLengths = false;     // the module refuses signals of different lengths
     bool divides = false;          // a second signal of zeros alone makes no sense
 };
@@ -33,9 +32,8 @@ struct ReportedNumbers {
 // both. Channels are run one by one; a signal of one channel serves all channels of the other.
 //
 // With padding the longer operand of each round gets zeros until the two convolve without wrapping
-// round: L + S - 1 samples, and as many more as the lag. Where the module needs equal lengths, the
-// shorter one gets zeros up to that length, too. What a division has beyond its first signal then
-// is not delivered.
+// round: L + S - 1 samples. Where the module needs equal lengths, the shorter one gets zeros up to
+// that length, too. What a division has beyond its first signal then is not delivered.
 //
 // Rounds are read one after the other. Once read, their channels depend on nothing else, and may
 // run in several threads.
