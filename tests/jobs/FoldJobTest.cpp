@@ -290,25 +290,33 @@ static double relativeDifference(const std::vector<double>& samples,
     return std::sqrt(wrong / all);
 }
 
+namespace {
+
+class LinearConvolutionOf : public testing::TestWithParam<std::tuple<std::int32_t, std::int64_t>> {
+};
+
+}  // namespace
+
 // In pieces, and with the same bits in any number of threads.
-TEST(LinearConvolution, GivesTheDefiningSumsOfAStream) {
-    const std::vector<double> expected = definingSums();
-    for (const std::int32_t method :
-         {FendraSettings::timeDomain, FendraSettings::frequencyDomain}) {
-        for (const std::int64_t block : {0, 1000, 150000}) {
-            std::int64_t most = 0;
-            const Outcome one = linear(length, method, {block, true, false}, 1, most);
-            EXPECT_LE(most, 65536);
-            EXPECT_EQ(one.record.samples, length + 47);
-            EXPECT_LE(relativeDifference(one.result.interleaved, expected),
-                      1e-14 * std::sqrt(std::log2(200047.0)));
-            for (const int threads : {2, 5}) {
-                const Outcome more = linear(length, method, {block, true, false}, threads, most);
-                EXPECT_TRUE(sameBits(more.result.interleaved, one.result.interleaved));
-            }
-        }
+TEST_P(LinearConvolutionOf, AStreamIsTheDefiningSums) {
+    static const std::vector<double> expected = definingSums();
+    const auto [method, block] = GetParam();
+    std::int64_t most = 0;
+    const Outcome one = linear(length, method, {block, true, false}, 1, most);
+    EXPECT_LE(most, 65536);
+    EXPECT_EQ(one.record.samples, length + 47);
+    EXPECT_LE(relativeDifference(one.result.interleaved, expected),
+              1e-14 * std::sqrt(std::log2(200047.0)));
+    for (const int threads : {2, 5}) {
+        const Outcome more = linear(length, method, {block, true, false}, threads, most);
+        EXPECT_TRUE(sameBits(more.result.interleaved, one.result.interleaved));
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Blocks, LinearConvolutionOf,
+                         testing::Combine(testing::Values(FendraSettings::timeDomain,
+                                                          FendraSettings::frequencyDomain),
+                                          testing::Values(0, 1000, 150000)));
 
 // A sum of the time domain has its terms in the order of the whole, zeros among them, whatever the
 // block: the module's run over a signal with room for all gives the same bits.
@@ -317,7 +325,7 @@ TEST(LinearConvolution, GivesTheBitsOfTheModuleOverTheWholeInTheTimeDomain) {
     StreamReader reader(3000, ignored);
     Signal roomy = Signal::of(reader);
     roomy.info.samples += 48;
-    roomy.interleaved.resize(roomy.interleaved.size() + 2 * 48);
+    roomy.interleaved.resize(roomy.interleaved.size() + 96);
     FoldJob job = jobOf(FendraSettings::timeDomain, 1.0, 1);
     job.first = sourceOf(std::make_shared<const Signal>(roomy));
     job.treatment.origin.kind = Origin::Kind::none;
