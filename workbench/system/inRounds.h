@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <vector>
 
 // Work in rounds: a round is begun, its parts are run, and it is ended.
@@ -29,7 +30,7 @@ public:
     explicit RoundData(int threads) : places(static_cast<std::size_t>(threads)) {}
 
     Data& operator[](std::int64_t round) {
-        return places[static_cast<std::size_t>(round) % places.size()];
+        return places[static_cast<std::size_t>(round % std::ssize(places))];
     }
 
 private:
