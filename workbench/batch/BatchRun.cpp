@@ -74,7 +74,7 @@ private:
     BatchObserver& observer;
     std::shared_ptr<const Signal> kernel;  // of all; null: each has its own
     std::string kernelDigest;
-    std::vector<BatchItem> items;  // of the part
+    std::vector<const BatchItem*> items;  // of the part
     fs::path folder;
     Manifest before;
     LineLog manifest;
@@ -92,12 +92,11 @@ BatchRun::BatchRun(const Batch& givenBatch, const ModuleLibrary& moduleLibrary,
       observer(batchObserver),
       kernel(commonKernel(batch)),
       kernelDigest(kernel == nullptr ? "" : fileDigest(batch.kernel)),
-      items(batch.items),
+      items(batch.shard.select(batch.items)),
       folder(madeFolder(batch.into)),
       before(folder),
       manifest(folder / batch.shard.manifestName()),
       begun(std::in_place, begunBeside(folder / batch.shard.manifestName())) {
-    batch.shard.select(items);
     progress.files = std::ssize(items);
 }
 
@@ -109,7 +108,7 @@ BatchProgress BatchRun::run() {
     });
     observer.begins(progress);
     inParallel(batch.threads, progress.files,
-               [this](std::int64_t i) { doItem(items[static_cast<std::size_t>(i)]); });
+               [this](std::int64_t i) { doItem(*items[static_cast<std::size_t>(i)]); });
     begun.reset();
     if (progress.failed == 0) {  // a file that failed may have been begun before
         std::error_code ignored;
@@ -206,8 +205,12 @@ void BatchRun::count(End end, const BatchLine& line) {
     progress.skipped += end == End::skipped ? 1 : 0;
     progress.failed += end == End::failed ? 1 : 0;
     progress.warned += line.warnings.empty() ? 0 : 1;
-    if (end == End::failed && progress.failures.size() < shown) {
-        progress.failures.push_back(fmt::format("{}: {}", line.name, line.error));
+    if (end == End::failed) {
+        std::vector<std::string>& failures = progress.failures;
+        std::string failure = fmt::format("{}: {}", line.name, line.error);
+        failures.insert(std::upper_bound(failures.begin(), failures.end(), failure),
+                        std::move(failure));
+        failures.resize(std::min(failures.size(), shown));
     }
     observer.advances(progress);
 }

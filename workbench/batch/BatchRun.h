@@ -36,7 +36,7 @@ struct Batch {
 // How far a batch has come.
 struct BatchProgress {
     std::int64_t files = 0, done = 0, skipped = 0, failed = 0, warned = 0;
-    std::vector<std::string> failures;  // "NAME: reason", the first ones
+    std::vector<std::string> failures;  // "NAME: reason", the first by name
 };
 
 // Watches a batch; calls come one at a time, from the threads that do the files.

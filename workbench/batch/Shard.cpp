@@ -13,8 +13,14 @@ bool Shard::has(const std::string& name) const {
     return number % static_cast<std::uint64_t>(count) == static_cast<std::uint64_t>(index - 1);
 }
 
-void Shard::select(std::vector<BatchItem>& items) const {
-    std::erase_if(items, [this](const BatchItem& item) { return !has(item.name); });
+std::vector<const BatchItem*> Shard::select(const std::vector<BatchItem>& items) const {
+    std::vector<const BatchItem*> own;
+    for (const BatchItem& item : items) {
+        if (count == 1 || has(item.name)) {
+            own.push_back(&item);
+        }
+    }
+    return own;
 }
 
 std::string Shard::manifestName() const {

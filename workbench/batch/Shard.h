@@ -13,8 +13,8 @@ struct Shard {
 
     // By the first 64 bits of the name's SHA-256, modulo count.
     [[nodiscard]] bool has(const std::string& name) const;
-    // Leaves those that it has.
-    void select(std::vector<BatchItem>& items) const;
+    // Those of some items that it has.
+    [[nodiscard]] std::vector<const BatchItem*> select(const std::vector<BatchItem>& items) const;
     // "batch.jsonl", or "batch-2-of-8.jsonl"
     [[nodiscard]] std::string manifestName() const;
 };

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <functional>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -44,8 +45,10 @@ private:
     using Filter = std::function<bool(const fs::path& file)>;
 
     void addFile(const fs::path& file, const fs::path& base);
-    void addMatching(const fs::path& folder, const fs::path& pattern, const fs::path& base);
+    void addMatching(const fs::path& fixed, const std::vector<std::string>& parts);
     void addFolder(const fs::path& folder, const fs::path& base, const Filter& takes);
+
+    [[nodiscard]] bool searches(const fs::directory_entry& folder) const;
 
     const SignalSelection& selection;
     fs::path results;
@@ -55,7 +58,8 @@ private:
 
 // Two results of one name are told of later, when all are there.
 void Listing::addFile(const fs::path& file, const fs::path& base) {
-    std::string signal = nameOf(file.generic_u8string());
+    const bool plain = base == ".";  // ./a.wav is shown as a.wav
+    std::string signal = nameOf((plain ? file.lexically_relative(base) : file).generic_u8string());
     if (printable(signal) != signal) {
         throw Failure(fmt::format(
             "{}: the name has control characters, or bytes that are not UTF-8; rename the file",
@@ -74,51 +78,67 @@ void Listing::addFile(const fs::path& file, const fs::path& base) {
     items.push_back({std::move(signal), nameOf(below.generic_u8string())});
 }
 
-static fs::directory_iterator entriesOf(const fs::path& folder) {
-    std::error_code error;
-    fs::directory_iterator entries(folder.empty() ? fs::path(".") : folder, error);
-    if (error) {
-        throw Failure(fmt::format("cannot read the folder {}: {}; check the name and the rights",
-                                  printable(nameOf(folder)), error.message()));
-    }
-    return entries;
+[[noreturn]] static void failToRead(const fs::path& folder, const std::error_code& error) {
+    throw Failure(fmt::format("cannot read the folder {}: {}; check the name and the rights",
+                              printable(nameOf(folder.generic_u8string())), error.message()));
+}
+
+// Whether the search goes on in a folder that it has met.
+bool Listing::searches(const fs::directory_entry& folder) const {
+    std::error_code ignored;
+    return selection.recursive && !isHidden(folder.path()) &&
+           fs::weakly_canonical(folder.path(), ignored) != results;
 }
 
 void Listing::addFolder(const fs::path& folder, const fs::path& base, const Filter& takes) {
-    for (const fs::directory_entry& entry : entriesOf(folder)) {
-        const fs::path path = folder / entry.path().filename();
-        std::error_code ignored;
-        if (isHidden(path)) {
-            continue;
-        }
-        if (entry.is_directory(ignored)) {
-            const bool searched = selection.recursive && !entry.is_symlink(ignored) &&
-                                  !(fs::weakly_canonical(path, ignored) == results);
-            if (searched) {
-                addFolder(path, base, takes);
+    std::error_code error, ignored;
+    fs::recursive_directory_iterator entry(folder, error);
+    fs::path last = folder;
+    while (!error && entry != fs::recursive_directory_iterator()) {
+        last = entry->path();
+        if (entry->is_directory(ignored)) {
+            if (!searches(*entry)) {
+                entry.disable_recursion_pending();
             }
-        } else if (takes(path)) {
-            addFile(path, base);
+        } else if (!isHidden(last) && takes(last)) {
+            addFile(last, base);
         }
+        entry.increment(error);
+    }
+    if (error) {
+        failToRead(last, error);
     }
 }
 
-// The rest of a pattern, in a folder that is known.
-void Listing::addMatching(const fs::path& folder, const fs::path& pattern, const fs::path& base) {
-    const fs::path first = *pattern.begin();
-    const fs::path rest = pattern.lexically_relative(first);
-    if (rest == ".") {
-        addFolder(folder, base, [word = nameOf(first)](const fs::path& file) {
-            return matches(nameOf(file.filename()), word);
-        });
-        return;
-    }
-    for (const fs::directory_entry& entry : entriesOf(folder)) {
-        std::error_code ignored;
-        const fs::path name = entry.path().filename();
-        if (entry.is_directory(ignored) && matches(nameOf(name), nameOf(first))) {
-            addMatching(folder / name, rest, base);
+// Folders in that one whose names are as the pattern says.
+static void addFolders(const fs::path& folder, const std::string& pattern,
+                       std::vector<fs::path>& found) {
+    std::error_code error, ignored;
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        if (entry->is_directory(ignored) && matches(nameOf(entry->path().filename()), pattern)) {
+            found.push_back(entry->path());
         }
+    }
+    if (error) {
+        failToRead(folder, error);
+    }
+}
+
+// Part by part; the last one is a pattern for files.
+void Listing::addMatching(const fs::path& fixed, const std::vector<std::string>& parts) {
+    std::vector<fs::path> folders = {fixed};
+    for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
+        std::vector<fs::path> found;
+        for (const fs::path& folder : folders) {
+            addFolders(folder, parts[i], found);
+        }
+        folders = std::move(found);
+    }
+    for (const fs::path& folder : folders) {
+        addFolder(folder, fixed, [&](const fs::path& file) {
+            return matches(nameOf(file.filename()), parts.back());
+        });
     }
 }
 
@@ -133,12 +153,18 @@ void Listing::add(const std::string& word) {
     } else if (fs::exists(status)) {
         addFile(path, "");
     } else if (hasWildcards(word)) {
-        fs::path fixed, pattern;
+        fs::path fixed;
+        std::vector<std::string> parts;
         for (const fs::path& part : path) {
-            (pattern.empty() && !hasWildcards(nameOf(part)) ? fixed : pattern) /= part;
+            if (parts.empty() && !hasWildcards(nameOf(part))) {
+                fixed /= part;
+            } else {
+                parts.push_back(nameOf(part));
+            }
         }
-        if (fixed.empty() || fs::is_directory(fixed, ignored)) {
-            addMatching(fixed, pattern, fixed.empty() ? fs::path(".") : fixed);
+        fixed = fixed.empty() ? fs::path(".") : fixed;
+        if (fs::is_directory(fixed, ignored)) {
+            addMatching(fixed, parts);
         }
     } else {
         throw Failure(fmt::format("there is no file {}; check the name", printable(word)));

@@ -79,10 +79,11 @@ static std::string complaintOnCount(const CLI::App& command, const CLI::Argument
                      : fmt::format("{} needs a value: {}", name, term(*option));
 }
 
+// The command that was given, or the one of its own that was given after it.
 static const CLI::App& innermost(const CLI::App& command) {
-    const std::vector<const CLI::App*> given =
+    const std::vector<const CLI::App*> own =
         command.get_subcommands([](const CLI::App* subcommand) { return subcommand->parsed(); });
-    return given.empty() ? command : innermost(*given.back());
+    return own.empty() ? command : *own.back();
 }
 
 std::string complaint(const CLI::App& program, const CLI::ParseError& error,

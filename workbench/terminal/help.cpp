@@ -21,10 +21,12 @@ std::string details(const CLI::App& command) {
 }
 
 std::string fullName(const CLI::App& command) {
-    const CLI::App* const parent = command.get_parent();
-    return parent == nullptr || parent->get_parent() == nullptr
-               ? command.get_name()
-               : fullName(*parent) + " " + command.get_name();
+    std::string name = command.get_name();
+    const CLI::App* above = command.get_parent();
+    for (; above != nullptr && above->get_parent() != nullptr; above = above->get_parent()) {
+        name = above->get_name() + " " + name;
+    }
+    return name;
 }
 
 std::vector<std::string> optionNames(const CLI::Option& option) {

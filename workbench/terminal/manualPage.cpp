@@ -37,9 +37,6 @@ static std::string commandSection(const CLI::App& command) {
         section += fmt::format(".TP\n\\fB{}\\fR\n{}\n", escaped(term(*option)),
                                escaped(explanation(*option)));
     }
-    for (const CLI::App* subcommand : command.get_subcommands({})) {
-        section += commandSection(*subcommand);
-    }
     return section;
 }
 
@@ -51,6 +48,9 @@ std::string manualPage(const CLI::App& program) {
         escaped(summary(program)), escaped(details(program)), examples(program.get_footer()));
     for (const CLI::App* command : program.get_subcommands({})) {
         text += commandSection(*command);
+        for (const CLI::App* subcommand : command->get_subcommands({})) {
+            text += commandSection(*subcommand);
+        }
     }
     return text + fmt::format(".SH FILES\n{}\n.SH EXIT STATUS\n{}\n", escaped(filesText()),
                               escaped(exitText));
