@@ -13,7 +13,7 @@
 // The whole result: what its blocks give, added up.
 static Signal convolved(const Signal& x, const Signal& h, std::int64_t block) {
     OverlapAdd convolution(h, block);
-    const std::int64_t length = std::min(convolution.block(), std::ssize(x));
+    const std::int64_t length = std::min<std::int64_t>(convolution.block(), std::ssize(x));
     convolution.prepare(length);
     Signal result(x.size() + h.size() - 1);
     for (std::int64_t i = 0; i < std::ssize(x); i += length) {
