@@ -64,8 +64,9 @@ static Outcome outcomeOf(const Gain& gain, std::int32_t direction) {
     return run(jobOf(gain, direction), library, observer);
 }
 
-// Of the values, which stand in every third column where there are bounds.
-static double peakOf(const Signal& result, std::size_t columns) {
+// Of the values, which stand in every third column where a deconvolution has bounds.
+static double peakOf(const Signal& result, std::int32_t direction) {
+    const std::size_t columns = direction == FendraSettings::deconvolution ? 3 : 1;
     double peak = 0.0;
     for (std::size_t i = 0; i < result.interleaved.size(); i += columns) {
         peak = std::max(peak, std::abs(result.interleaved[i]));
@@ -89,7 +90,7 @@ TEST_P(GainOf, ScalesEverySampleOnce) {
     const Gain gain{kind, -7.5};
     const bool normalizes = kind == Gain::Kind::normalize;
     const Outcome plain = outcomeOf({}, direction);
-    const double peak = peakOf(plain.result, direction == FendraSettings::convolution ? 1 : 3);
+    const double peak = peakOf(plain.result, direction);
     const double factor = normalizes ? 1.0 / peak : factorOf(-7.5);
     const std::vector<double> expected = scaled(plain.result.interleaved, gain, peak);
     SampleDigest digest;
