@@ -3,6 +3,7 @@
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/system/FileHandle.h"
+#include "workbench/system/Program.h"
 
 #include <cstdint>
 #include <cstring>
@@ -84,5 +85,5 @@ void* SharedLibrary::symbol(const char* name) const {
 }
 
 std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
-    return std::filesystem::read_symlink("/proc/self/exe").replace_filename(name + ".so");
+    return programFile().replace_filename(name + ".so");
 }

@@ -2,6 +2,7 @@
 
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
+#include "workbench/system/Program.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -34,7 +35,5 @@ void* SharedLibrary::symbol(const char* name) const {
 }
 
 std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
-    std::wstring program(32768, L'\0');  // no path is longer
-    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-    return std::filesystem::path(program).replace_filename(name + ".dll");
+    return programFile().replace_filename(name + ".dll");
 }

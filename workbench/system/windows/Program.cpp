@@ -1,0 +1,18 @@
+#include "workbench/system/Program.h"
+
+#include "workbench/messages/Failure.h"
+
+#include <fmt/format.h>
+
+#include <windows.h>
+
+// The programs that are run are those of Slurm, which is for Linux.
+ProgramEnd runProgram(const std::vector<std::string>& words, const std::string& /*input*/) {
+    throw Failure(fmt::format("cannot run {}: there is none for Windows", words[0]));
+}
+
+std::filesystem::path programFile() {
+    std::wstring program(32768, L'\0');  // no path is longer
+    program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+    return program;
+}
