@@ -5,12 +5,16 @@
 
 #include <fmt/format.h>
 
-bool Shard::has(const std::string& name) const {
+std::int64_t Shard::indexOf(const std::string& name, std::int64_t count) {
     Sha256 hash;
     hash.add(reinterpret_cast<const std::uint8_t*>(name.data()), name.size());
     constexpr std::size_t digits = 16;
     const std::uint64_t number = std::stoull(hash.hex().substr(0, digits), nullptr, 16);
-    return number % static_cast<std::uint64_t>(count) == static_cast<std::uint64_t>(index - 1);
+    return static_cast<std::int64_t>(number % static_cast<std::uint64_t>(count)) + 1;
+}
+
+bool Shard::has(const std::string& name) const {
+    return indexOf(name, count) == index;
 }
 
 std::vector<const BatchItem*> Shard::select(const std::vector<BatchItem>& items) const {

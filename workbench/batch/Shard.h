@@ -11,7 +11,8 @@ struct BatchItem;
 struct Shard {
     std::int64_t index = 1, count = 1;  // index from 1
 
-    // By the first 64 bits of the name's SHA-256, modulo count.
+    // Which of count parts has a name, from 1: by the first 64 bits of its SHA-256, modulo count.
+    static std::int64_t indexOf(const std::string& name, std::int64_t count);
     [[nodiscard]] bool has(const std::string& name) const;
     // Those of some items that it has.
     [[nodiscard]] std::vector<const BatchItem*> select(const std::vector<BatchItem>& items) const;

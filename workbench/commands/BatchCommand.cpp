@@ -94,13 +94,15 @@ void BatchCommand::addFiles(CLI::App& command) {
 
 void BatchCommand::addWay(CLI::App& command) {
     jobs.addTo(command, "files");
-    command
-        .add_option("--shard", shard,
-                    "do the I-th of N parts, I from 1, with a manifest of its own; which files it "
-                    "has follows from their names alone")
-        ->check(shardValue())
-        ->type_name("I/N")
-        ->group("Parts");
+    CLI::Option* const part =
+        command
+            .add_option("--shard", shard,
+                        "do the I-th of N parts, I from 1, with a manifest of its own; which files "
+                        "it has follows from their names alone")
+            ->check(shardValue())
+            ->type_name("I/N")
+            ->group("Parts");
+    slurm.addTo(command, *part);
     if (options.deconvolves()) {
         command
             .add_option("--choose", choose,
@@ -240,6 +242,29 @@ void BatchCommand::tell(const Batch& batch, const BatchProgress& progress) const
         manifest));
 }
 
+// The tasks of the array choose, too; they find the same.
+BatchProgress BatchCommand::runOnCluster(const Batch& batch, const ModuleLibrary& library,
+                                         BatchPainter& painter) const {
+    static_cast<void>(options.job(library));  // refused here, and not by each task
+    commonKernel(batch);
+    return ::run(slurm.batch(batch.items, batch.into), painter, [&](const std::string& line) {
+        painter.end();
+        if (!output.quiet) {
+            fmt::print(stderr, "{}\n", line);
+        }
+    });
+}
+
+BatchProgress BatchCommand::runHere(Batch& batch, const ModuleLibrary& library,
+                                    BatchPainter& painter) const {
+    const Way way = chosenWay(library, batch);
+    batch.settings = settingsText(way, library);
+    batch.task = [&](const BatchItem& item, const std::string& kernelFile) {
+        return task(way, batch, item, kernelFile);
+    };
+    return ::run(batch, library, painter);
+}
+
 void BatchCommand::run() const {
     SignalSelection selected = selection;
     selected.ending = format.empty() ? "" : "." + format;
@@ -252,13 +277,9 @@ void BatchCommand::run() const {
     batch.threads = jobs.threads;
     batch.reading = options.reading();
     const ModuleLibrary library = options.library();
-    const Way way = chosenWay(library, batch);
-    batch.settings = settingsText(way, library);
-    batch.task = [&](const BatchItem& item, const std::string& kernelFile) {
-        return task(way, batch, item, kernelFile);
-    };
     BatchPainter painter(output.quiet);
-    const BatchProgress progress = ::run(batch, library, painter);
+    const BatchProgress progress =
+        slurm.given() ? runOnCluster(batch, library, painter) : runHere(batch, library, painter);
     painter.end();
     tell(batch, progress);
 }

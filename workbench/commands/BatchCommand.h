@@ -2,6 +2,7 @@
 
 #include "workbench/batch/BatchRun.h"
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/commands/SlurmOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <string>
@@ -10,6 +11,7 @@
 namespace CLI {
 class App;
 }
+class BatchPainter;
 
 // A command that folds many files as convolve or deconvolve folds one.
 class BatchCommand {
@@ -38,6 +40,10 @@ private:
     [[nodiscard]] Batch::Task task(const Way& way, const Batch& batch, const BatchItem& item,
                                    const std::string& kernelFile) const;
     [[nodiscard]] std::string settingsText(const Way& way, const ModuleLibrary& library) const;
+    [[nodiscard]] BatchProgress runOnCluster(const Batch& batch, const ModuleLibrary& library,
+                                             BatchPainter& painter) const;
+    [[nodiscard]] BatchProgress runHere(Batch& batch, const ModuleLibrary& library,
+                                        BatchPainter& painter) const;
     void tell(const Batch& batch, const BatchProgress& progress) const;
 
     std::string name;
@@ -46,4 +52,5 @@ private:
     FoldOptions options;
     OutputOptions output{.file = "-"};
     JobsOption jobs;
+    SlurmOptions slurm;
 };
