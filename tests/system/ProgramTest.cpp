@@ -1,0 +1,35 @@
+#include "workbench/system/Program.h"
+
+#include "workbench/messages/Failure.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+// Blanks, quotes, patterns and line feeds are those of the word.
+TEST(Program, GetsItsWordsAsTheyAre) {
+    const std::vector<std::string> words = {"", "a b", "'\"", "$HOME *", "-n", "line\nfeed", "\\"};
+    std::vector<std::string> command = {"printf", "%s|"};
+    std::string expected;
+    for (const std::string& word : words) {
+        command.push_back(word);
+        expected += word + "|";
+    }
+    const ProgramEnd end = runProgram(command, "");
+    EXPECT_EQ(end.output, expected);
+    EXPECT_EQ(end.status, 0);
+}
+
+// More than any pipe holds goes in and out at once.
+TEST(Program, TakesAndGivesAnyNumberOfBytes) {
+    const std::string bytes(std::size_t{1} << 20, 'x');
+    const ProgramEnd end = runProgram({"sh", "-c", "tee /dev/stderr"}, bytes);
+    EXPECT_TRUE(end.output == bytes);
+    EXPECT_TRUE(end.errors == bytes);
+}
+
+TEST(Program, SaysHowItEnded) {
+    EXPECT_EQ(runProgram({"sh", "-c", "exit 3"}, "").status, 3);
+    EXPECT_EQ(runProgram({"sh", "-c", "kill -9 $$"}, "").status, 128 + 9);
+    EXPECT_THROW(runProgram({"/no/such/program"}, ""), Failure);
+}
