@@ -37,10 +37,10 @@ static std::string digestOfSamples(const std::string& file, int columns) {
     if (taken == 0 || width < taken || width > taken + 1) {
         return "";
     }
-    constexpr std::int64_t piece = 4096;
+    constexpr std::size_t piece = 4096;
     std::vector<double> rows(width * piece), samples;
     SampleDigest digest;
-    while (const std::int64_t got = reader->read(rows.data(), piece)) {
+    while (const std::int64_t got = reader->read(rows.data(), std::int64_t{piece})) {
         samples.clear();
         for (std::size_t i = 0; i < static_cast<std::size_t>(got); ++i) {
             const double* const end = rows.data() + (i + 1) * width;

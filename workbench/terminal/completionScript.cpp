@@ -26,7 +26,7 @@ static std::string valueBranches(const CLI::App& command) {
         std::vector<std::string> words = choices(*option);
         std::erase(words, "NUMBER");  // stands for what cannot be offered
         if (option->get_positional() || option->get_expected_max() == 0 ||
-            option->get_type_name() == "FILE") {
+            option->get_type_name() == "FILE" || option->get_type_name() == "FOLDER") {
             continue;
         }
         for (const std::string& name : optionNames(*option)) {
