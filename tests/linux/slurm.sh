@@ -187,7 +187,7 @@ batchWithLoss() {
     done
     "$fendra" batch --check wet
     ! ls -A wet | grep -vE '^([0-9]+\.txt|batch\.jsonl)$' || fail "something is left in the folder"
-    echo "$*: a node was lost after $lost of 200 files; all were there after $((SECONDS - began)) s"
+    echo "${*:-as it is}: a node was lost after $lost of 200 files; all were there after $((SECONDS - began)) s"
 }
 
 startSlurm

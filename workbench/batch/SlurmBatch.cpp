@@ -161,7 +161,8 @@ void SlurmRun::submit(const std::vector<std::int64_t>& tasks) {
 
 void SlurmRun::observe() {
     const Manifest manifest(folder);
-    progress.done = std::min(progress.files, std::ssize(manifest.names())) - progress.skipped;
+    progress.done =
+        std::min<std::int64_t>(progress.files, std::ssize(manifest.names())) - progress.skipped;
     observer.advances(progress);
 }
 
@@ -258,7 +259,7 @@ void SlurmRun::redoLost(std::uintmax_t before) {
 BatchProgress SlurmRun::run() {
     const bool works = findArray();
     const std::vector<std::int64_t> tasks = array.empty() ? shards : tasksWithout(endedWell);
-    progress.skipped = std::min(progress.files, std::ssize(Manifest(folder).names()));
+    progress.skipped = std::min<std::int64_t>(progress.files, std::ssize(Manifest(folder).names()));
     observer.begins(progress);
     const std::uintmax_t before = bytesOfManifests(folder);
     if (works) {

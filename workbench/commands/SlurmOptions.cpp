@@ -60,18 +60,17 @@ std::string SlurmOptions::words() const {
 
 // A status above 2 is that of a program that did not end by itself.
 std::string SlurmOptions::script(const SlurmBatch& batch) const {
-    const std::string folder =
-        nameOf(std::filesystem::current_path() / pathOf(batch.stateFolder()));
+    const std::string ended = nameOf(std::filesystem::current_path() / pathOf(batch.endedFile("")));
     return fmt::format(
         "#!/bin/sh\n"
         "#SBATCH --job-name=fendra --requeue --open-mode=append\n"
         "{}"
         "{} batch {} --shard \"$SLURM_ARRAY_TASK_ID/{}\"\n"
         "status=$?\n"
-        "[ $status -gt 2 ] || echo $status > {}/ended-$SLURM_ARRAY_TASK_ID\n"
+        "[ $status -gt 2 ] || echo $status > {}$SLURM_ARRAY_TASK_ID\n"
         "exit $status\n",
         submission.empty() ? "" : "#SBATCH " + submission + "\n", quoted(nameOf(programFile())),
-        words(), batch.tasks, quoted(folder));
+        words(), batch.tasks, quoted(ended));
 }
 
 SlurmBatch SlurmOptions::batch(const std::vector<BatchItem>& items, const std::string& into) const {
