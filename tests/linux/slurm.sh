@@ -3,7 +3,7 @@
 # One of them is lost in the middle: every result is there all the same, with the digest of a single run.
 # Everything stands in a temporary folder, listens on this machine alone, and is ended by its process id. As
 # root, since slurmd starts the processes of others.
-set -euo pipefail
+set -Eeuo pipefail
 
 fendra=$(readlink -f "$1")/fendra
 scratch=$(mktemp -d)
@@ -16,10 +16,11 @@ fail() {
     exit 1
 }
 
-# processesWith NAME=VALUE: the ids of those that were started with this variable.
-processesWith() {
+# processesWith NAME=VALUE: the ids of those that were started with this variable, except its own.
+processesWith() (
+    unset SLURM_CONF
     { grep -lszxF "$1" /proc/[0-9]*/environ || true; } | tr -dc '0-9\n'
-}
+)
 
 # finish PID...: ends processes, and waits until they are gone or nobody's.
 finish() {
@@ -30,10 +31,12 @@ finish() {
     done
 }
 
-# All that were started here have this configuration.
+# All that were started here have this configuration; one that ends may just have started another.
 cleanUp() {
-    local status=$?
-    finish $(processesWith "SLURM_CONF=$SLURM_CONF")
+    local status=$? left
+    while left=$(processesWith "SLURM_CONF=$SLURM_CONF") && [ -n "$left" ]; do
+        finish $left
+    done
     rm -rf "$scratch"
     exit $status
 }
