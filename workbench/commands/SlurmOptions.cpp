@@ -45,11 +45,11 @@ std::string SlurmOptions::words() const {
              [](const CLI::Option* each) { return each->count() > 0 && !staysHere(*each); })) {
         for (const std::string& value : option->results()) {
             if (option->get_positional()) {
-                values += " " + quoted(value);
+                values += fmt::format(" {}", quoted(value));
             } else if (option->get_items_expected_max() == 0) {
-                names += " " + option->get_name();
+                names += fmt::format(" {}", option->get_name());
             } else {
-                names += " " + quoted(option->get_name() + "=" + value);
+                names += fmt::format(" {}", quoted(option->get_name() + "=" + value));
             }
         }
     }
@@ -69,7 +69,7 @@ std::string SlurmOptions::script(const SlurmBatch& batch) const {
         "status=$?\n"
         "[ $status -gt 2 ] || echo $status > {}$SLURM_ARRAY_TASK_ID\n"
         "exit $status\n",
-        submission.empty() ? "" : "#SBATCH " + submission + "\n", quoted(nameOf(programFile())),
+        submission.empty() ? "" : fmt::format("#SBATCH {}\n", submission), quoted(nameOf(programFile())),
         words(), batch.tasks, quoted(ended));
 }
 
