@@ -24,7 +24,7 @@ std::string fullName(const CLI::App& command) {
     std::string name = command.get_name();
     const CLI::App* above = command.get_parent();
     for (; above != nullptr && above->get_parent() != nullptr; above = above->get_parent()) {
-        name = above->get_name() + " " + name;
+        name = fmt::format("{} {}", above->get_name(), name);
     }
     return name;
 }
