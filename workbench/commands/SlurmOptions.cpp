@@ -69,8 +69,8 @@ std::string SlurmOptions::script(const SlurmBatch& batch) const {
         "status=$?\n"
         "[ $status -gt 2 ] || echo $status > {}$SLURM_ARRAY_TASK_ID\n"
         "exit $status\n",
-        submission.empty() ? "" : fmt::format("#SBATCH {}\n", submission), quoted(nameOf(programFile())),
-        words(), batch.tasks, quoted(ended));
+        submission.empty() ? "" : fmt::format("#SBATCH {}\n", submission),
+        quoted(nameOf(programFile())), words(), batch.tasks, quoted(ended));
 }
 
 SlurmBatch SlurmOptions::batch(const std::vector<BatchItem>& items, const std::string& into) const {
