@@ -6,11 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <vector>
+#include <tuple>
 
 static constexpr std::array names = {"a.csv", "b.csv", "c.csv"};
 
@@ -45,12 +46,21 @@ protected:
         return ::run(batch, fendra(), silent);
     }
 
-    std::vector<std::string> results() const {
-        std::vector<std::string> all;
-        for (const char* name : names) {
-            all.push_back(folder.read(std::string("out/") + name));
-        }
+    std::array<std::string, 3> results() const {
+        std::array<std::string, 3> all;
+        std::transform(names.begin(), names.end(), all.begin(), [this](const char* name) {
+            return folder.read(std::string("out/") + name);
+        });
         return all;
+    }
+
+    // What a batch leaves that is killed when so much of its manifest is written.
+    void leave(const std::string& manifest, std::size_t length) const {
+        folder.write("out/batch.jsonl", manifest.substr(0, length));
+        folder.write("out/.batch.begun", "a.csv\nb.csv\nc.csv\n");
+        if (length % 2 == 0) {
+            std::filesystem::remove(folder.path("out/b.csv"));
+        }
     }
 
     std::int64_t faults() const {
@@ -67,19 +77,15 @@ protected:
 // result under way the old file, the new one, or none.
 TEST_F(ThreeFiles, GoOnFromAManifestThatEndsAnywhere) {
     ASSERT_EQ(run().done, 3);
-    const std::vector<std::string> right = results();
+    const auto right = results();
     const std::string manifest = folder.read("out/batch.jsonl");
     for (std::size_t length = 0; length <= manifest.size(); length += 11) {
-        folder.write("out/batch.jsonl", manifest.substr(0, length));
-        folder.write("out/.batch.begun", "a.csv\nb.csv\nc.csv\n");
-        if (length % 2 == 0) {
-            std::filesystem::remove(folder.path("out/b.csv"));
-        }
+        leave(manifest, length);
         const BatchProgress progress = run();
-        ASSERT_EQ(progress.failed, 0) << length << ": " << progress.failures[0];
-        ASSERT_EQ(progress.done + progress.skipped, 3) << length;
+        ASSERT_EQ(std::tuple(progress.failed, progress.done + progress.skipped, faults()),
+                  std::tuple(0, 3, 0))
+            << length;
         ASSERT_EQ(results(), right) << length;
-        ASSERT_EQ(faults(), 0) << length;
         ASSERT_EQ(folder.read("out/.batch.begun"), "") << length;
     }
 }
@@ -87,7 +93,7 @@ TEST_F(ThreeFiles, GoOnFromAManifestThatEndsAnywhere) {
 // Without a line and without its name among those begun, a result is somebody's own.
 TEST_F(ThreeFiles, LeaveAloneWhatTheyHaveNotMade) {
     ASSERT_EQ(run().done, 3);
-    const std::vector<std::string> right = results();
+    const auto right = results();
     const std::string manifest = folder.read("out/batch.jsonl");
     folder.write("out/batch.jsonl", manifest.substr(0, manifest.find('\n') + 1));
     folder.write("out/c.csv", "mine");
@@ -103,7 +109,7 @@ TEST_F(ThreeFiles, LeaveAloneWhatTheyHaveNotMade) {
 
 TEST_F(ThreeFiles, GiveTheSameInThreads) {
     ASSERT_EQ(run().done, 3);
-    const std::vector<std::string> right = results();
+    const auto right = results();
     std::filesystem::remove_all(batch.into);
     batch.threads = 8;
     ASSERT_EQ(run().done, 3);

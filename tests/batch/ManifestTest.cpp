@@ -56,6 +56,7 @@ TEST(LineLog, EndsATornLineAndTakesLinesOfSeveralThreads) {
     {
         LineLog log(folder.path("log"));
         std::vector<std::thread> threads;
+        threads.reserve(4);
         for (int i = 0; i < 4; ++i) {
             threads.emplace_back([&log] {
                 for (int k = 0; k < 100; ++k) {
