@@ -219,10 +219,10 @@ void BatchCommand::tell(const Batch& batch, const BatchProgress& progress) const
     const std::string manifest =
         SourceName(selection.into).shown + "/" + batch.shard.manifestName();
     if (!output.quiet) {
-        fmt::print("{}: {} of {} files done", SourceName(selection.into).shown, progress.done,
-                   progress.files);
+        fmt::print("{}: {} of {} files done", SourceName(selection.into).shown,
+                   progress.done + progress.skipped, progress.files);
         fmt::print("{}{}\n",
-                   progress.skipped > 0 ? fmt::format(", {} done before", progress.skipped) : "",
+                   progress.skipped > 0 ? fmt::format(", {} of them before", progress.skipped) : "",
                    progress.warned > 0
                        ? fmt::format(", {} with remarks: see {}", progress.warned, manifest)
                        : "");
