@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <nettle/sha2.h>
 
 #include <array>
+#include <nettle/sha2.h>
 
 struct Sha256::State {
     sha256_ctx context;
