@@ -22,9 +22,6 @@
 #include <utility>
 #include <vector>
 
-static constexpr const char* memoryExhausted =
-    "memory exhausted; convolve with --pad, or cut the signals with --per block --block N";
-
 static int report(const std::string& message, int status) {
     fmt::print(stderr, "fendra: {}\n", message);
     return status;

@@ -127,13 +127,13 @@ END
 
 # Sounds of some seconds, whose convolution in the time domain takes long enough to be killed in.
 makeSignals() {
-    mkdir -p "$scratch/work/takes"
+    mkdir -p "$scratch/batch/takes"
     awk 'BEGIN { s = 1; for (i = 0; i < 30000; ++i) { s = s * 16807 % 2147483647; print s / 2147483647 - 0.5 } }' \
-        > "$scratch/work/noise.txt"
-    head -n 10000 "$scratch/work/noise.txt" > "$scratch/work/kernel.txt"
+        > "$scratch/batch/noise.txt"
+    head -n 10000 "$scratch/batch/noise.txt" > "$scratch/batch/kernel.txt"
     local i
     for i in $(seq 200); do
-        tail -n +$((20 * i)) "$scratch/work/noise.txt" > "$scratch/work/takes/$i.txt"
+        tail -n +$((20 * i)) "$scratch/batch/noise.txt" > "$scratch/batch/takes/$i.txt"
     done
 }
 
@@ -205,7 +205,7 @@ batchWithLoss() {
 
 startSlurm
 makeSignals
-cd "$scratch/work"
+cd "$scratch/batch"
 batch=("$fendra" batch convolve takes --kernel kernel.txt --domain time)
 "${batch[@]}" --into alone
 

@@ -1,10 +1,10 @@
 #include "workbench/batch/BatchRun.h"
 
-#include "workbench/batch/BatchLine.h"
 #include "workbench/batch/LineLog.h"
 #include "workbench/batch/Manifest.h"
 #include "workbench/batch/fileDigest.h"
 #include "workbench/batch/resultFault.h"
+#include "workbench/batch/resultFolder.h"
 #include "workbench/files/disk/PartialFile.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/messages/Failure.h"
@@ -38,14 +38,18 @@ std::shared_ptr<const Signal> commonKernel(const Batch& batch) {
         Signal::of(*openSignal(SourceName(batch.kernel), batch.reading)));
 }
 
-static fs::path madeFolder(const std::string& folder) {
-    std::error_code error;
-    fs::create_directories(pathOf(folder), error);
-    if (error) {
-        throw Failure(fmt::format("cannot make the folder {}: {}; choose another with --into",
-                                  SourceName(folder).shown, error.message()));
+void BatchProgress::add(const BatchLine& line) {
+    constexpr std::size_t most = 5;
+    warned += line.warnings.empty() ? 0 : 1;
+    if (line.error.empty()) {
+        ++done;
+        return;
     }
-    return pathOf(folder);
+    ++failed;
+    std::string failure = fmt::format("{}: {}", line.name, line.error);
+    failures.insert(std::upper_bound(failures.begin(), failures.end(), failure),
+                    std::move(failure));
+    failures.resize(std::min(failures.size(), most));
 }
 
 namespace {
@@ -59,15 +63,12 @@ public:
     BatchProgress run();
 
 private:
-    enum class End { done, skipped, failed };
-
     void doItem(const BatchItem& item);
-    End attempt(const BatchItem& item, BatchLine& line);
+    bool attempt(const BatchItem& item, BatchLine& line);
     void readInputs(const BatchItem& item, const std::string& kernelFile, BatchLine& line) const;
     [[nodiscard]] bool isDone(const BatchLine& line) const;
     void refuseForeign(const BatchItem& item) const;
     void fold(const BatchItem& item, const std::string& kernelFile, BatchLine& line);
-    void count(End end, const BatchLine& line);
 
     const Batch& batch;
     const ModuleLibrary& library;
@@ -93,7 +94,7 @@ BatchRun::BatchRun(const Batch& givenBatch, const ModuleLibrary& moduleLibrary,
       kernel(commonKernel(batch)),
       kernelDigest(kernel == nullptr ? "" : fileDigest(batch.kernel)),
       items(batch.shard.select(batch.items)),
-      folder(madeFolder(batch.into)),
+      folder(resultFolder(batch.into)),
       before(folder),
       manifest(folder / batch.shard.manifestName()),
       begun(std::in_place, begunBeside(folder / batch.shard.manifestName())) {
@@ -122,33 +123,40 @@ void BatchRun::doItem(const BatchItem& item) {
     BatchLine line;
     line.name = item.name;
     line.settings = batch.settings;
-    End end = End::failed;
+    bool doneBefore = false;
     try {
-        end = attempt(item, line);
+        doneBefore = !attempt(item, line);
     } catch (const std::bad_alloc&) {
-        line.error = "memory exhausted; give fewer --jobs";
+        line.error = fmt::format("{}, or give fewer --jobs", memoryExhausted);
     } catch (const std::length_error&) {  // a size beyond what vectors hold
-        line.error = "memory exhausted; cut the signals with --block N";
+        line.error = memoryExhausted;
     } catch (const std::exception& error) {
         line.error = error.what();
     }
-    if (end != End::skipped) {
+    if (!doneBefore) {
         const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
         line.seconds = passed.count();
         manifest.append(line.text());
     }
-    count(end, line);
+    const std::lock_guard lock(mutex);
+    if (doneBefore) {
+        ++progress.skipped;
+    } else {
+        progress.add(line);
+    }
+    observer.advances(progress);
 }
 
-BatchRun::End BatchRun::attempt(const BatchItem& item, BatchLine& line) {
+// Returns whether there was anything to do.
+bool BatchRun::attempt(const BatchItem& item, BatchLine& line) {
     const std::string kernelFile = kernelOf(batch.kernel, item);
     readInputs(item, kernelFile, line);
     if (isDone(line)) {
-        return End::skipped;
+        return false;
     }
     refuseForeign(item);
     fold(item, kernelFile, line);
-    return End::done;
+    return true;
 }
 
 void BatchRun::readInputs(const BatchItem& item, const std::string& kernelFile,
@@ -185,7 +193,7 @@ void BatchRun::fold(const BatchItem& item, const std::string& kernelFile, BatchL
     task.job.threads = std::max(1, static_cast<int>(batch.threads / progress.files));
     task.target.replace = batch.replace || before.made(item.name);
     const std::string file = batch.resultFile(item);
-    madeFolder(nameOf(pathOf(file).parent_path()));
+    resultFolder(nameOf(pathOf(file).parent_path()));
     begun->append(item.name);
     JobObserver silent;
     const RunRecord record = ::run(task.job, library, task.target, silent);
@@ -196,23 +204,6 @@ void BatchRun::fold(const BatchItem& item, const std::string& kernelFile, BatchL
     line.result = result;
     line.warnings = record.remarks;
     line.rerun = record.choice ? record.choice->rerun : "";
-}
-
-void BatchRun::count(End end, const BatchLine& line) {
-    constexpr std::size_t shown = 5;
-    const std::lock_guard lock(mutex);
-    progress.done += end == End::done ? 1 : 0;
-    progress.skipped += end == End::skipped ? 1 : 0;
-    progress.failed += end == End::failed ? 1 : 0;
-    progress.warned += line.warnings.empty() ? 0 : 1;
-    if (end == End::failed) {
-        std::vector<std::string>& failures = progress.failures;
-        std::string failure = fmt::format("{}: {}", line.name, line.error);
-        failures.insert(std::upper_bound(failures.begin(), failures.end(), failure),
-                        std::move(failure));
-        failures.resize(std::min(failures.size(), shown));
-    }
-    observer.advances(progress);
 }
 
 BatchProgress run(const Batch& batch, const ModuleLibrary& library, BatchObserver& observer) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/batch/BatchLine.h"
 #include "workbench/batch/Shard.h"
 #include "workbench/batch/signalList.h"
 #include "workbench/jobs/FoldJob.h"
@@ -36,7 +37,10 @@ struct Batch {
 // How far a batch has come.
 struct BatchProgress {
     std::int64_t files = 0, done = 0, skipped = 0, failed = 0, warned = 0;
-    std::vector<std::string> failures;  // "NAME: reason", the first by name
+    std::vector<std::string> failures;  // "NAME: reason", the first five by name
+
+    // Counts a file that was done, or failed, by its line.
+    void add(const BatchLine& line);
 };
 
 // Watches a batch; calls come one at a time, from the threads that do the files.

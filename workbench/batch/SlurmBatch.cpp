@@ -3,6 +3,7 @@
 #include "workbench/batch/BatchLine.h"
 #include "workbench/batch/Manifest.h"
 #include "workbench/batch/SlurmQueue.h"
+#include "workbench/batch/resultFolder.h"
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
@@ -88,13 +89,7 @@ SlurmRun::SlurmRun(const SlurmBatch& slurmBatch, BatchObserver& batchObserver,
       observer(batchObserver),
       tell(tellPeople),
       folder(pathOf(batch.into)),
-      state(pathOf(batch.stateFolder())) {
-    std::error_code error;
-    fs::create_directories(state, error);
-    if (error) {
-        throw Failure(fmt::format("cannot make the folder {}: {}; choose another with --into",
-                                  SourceName(batch.stateFolder()).shown, error.message()));
-    }
+      state(resultFolder(batch.stateFolder())) {
     std::vector<bool> has(static_cast<std::size_t>(batch.tasks));
     for (const BatchItem& item : batch.items) {
         has[static_cast<std::size_t>(Shard::indexOf(item.name, batch.tasks) - 1)] = true;
@@ -209,7 +204,6 @@ std::string SlurmRun::complaintOf(const std::string& name) const {
 }
 
 BatchProgress SlurmRun::result() const {
-    constexpr std::size_t shown = 5;
     BatchProgress found;
     found.files = progress.files;
     const Manifest manifest(folder);
@@ -220,11 +214,7 @@ BatchProgress SlurmRun::result() const {
                                       printable(item.name), complaintOf(item.name),
                                       SourceName(batch.stateFolder()).shown));
         }
-        (line->error.empty() ? found.done : found.failed) += 1;
-        found.warned += line->warnings.empty() ? 0 : 1;
-        if (!line->error.empty() && found.failures.size() < shown) {
-            found.failures.push_back(fmt::format("{}: {}", line->name, line->error));
-        }
+        found.add(*line);
     }
     return found;
 }

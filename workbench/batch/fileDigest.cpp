@@ -23,11 +23,7 @@ std::string fileDigest(const std::string& file) {
         throw Failure(fmt::format("{} is not an ordinary file; a batch reads its files twice",
                                   printable(file)));
     }
-    const FileHandle opened = openFile(path, "rb");
-    if (opened == nullptr) {
-        throw Failure(fmt::format("cannot open {}: {}; check the name and the right to read it",
-                                  printable(file), errorText()));
-    }
+    const FileHandle opened = openInput(SourceName(file));
     std::setvbuf(opened.get(), nullptr, _IONBF, 0);
     Sha256 hash;
     thread_local std::vector<std::uint8_t> block(std::size_t{1} << 16);

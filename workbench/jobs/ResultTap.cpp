@@ -14,15 +14,15 @@ static std::int64_t pieceLength(int columns) {
 }
 
 ResultTap::ResultTap(SignalWriter& target, Comparison* withTruth, int resultChannels,
-                     Treatment treatment)
+                     Handling resultHandling)
     : writer(target),
       comparison(withTruth),
       channels(resultChannels),
-      treated(std::move(treatment)),
+      handling(std::move(resultHandling)),
       columns(resultChannels) {
-    if (treated.gain.kind == Gain::Kind::decibels) {
-        factor = factorOf(treated.gain.decibels);
-    } else if (treated.gain.kind == Gain::Kind::normalize) {
+    if (handling.gain.kind == Gain::Kind::decibels) {
+        factor = factorOf(handling.gain.decibels);
+    } else if (handling.gain.kind == Gain::Kind::normalize) {
         waiting.emplace();
     }
 }
@@ -39,7 +39,7 @@ void ResultTap::refuseNonfinite(const double* interleaved, std::int64_t samples)
             std::isnan(*odd) ? std::abs(*odd) : *odd,  // the sign of a NaN means nothing
             taken + index / channels + 1,
             channels == 1 ? "" : fmt::format(" of channel {}", index % channels + 1),
-            treated.onOverflow));
+            handling.onOverflow));
     }
 }
 
@@ -52,7 +52,7 @@ void ResultTap::measure(const double* interleaved, std::int64_t samples) {
         peak =
             magnitude > peak && magnitude <= std::numeric_limits<double>::max() ? magnitude : peak;
     }
-    if (!treated.allowNonfinite && !std::isfinite(scaled(peak))) {
+    if (!handling.allowNonfinite && !std::isfinite(scaled(peak))) {
         throw Failure(
             fmt::format("the result reaches {:.3g}, and the gain takes it beyond the "
                         "range of numbers; lower --gain",
@@ -62,7 +62,7 @@ void ResultTap::measure(const double* interleaved, std::int64_t samples) {
 
 void ResultTap::take(const double* interleaved, std::int64_t samples,
                      const std::vector<double>& written) {
-    if (!treated.allowNonfinite) {
+    if (!handling.allowNonfinite) {
         refuseNonfinite(interleaved, samples);
     }
     measure(interleaved, samples);
@@ -87,7 +87,7 @@ void ResultTap::pass(const double* rows, std::int64_t samples) {
         const std::int64_t count = std::min(samples, pieceLength(columns));
         const std::int64_t values = count * columns;
         const double* output = rows;
-        if (treated.gain.kind != Gain::Kind::none) {
+        if (handling.gain.kind != Gain::Kind::none) {
             piece.resize(static_cast<std::size_t>(values));
             std::transform(rows, rows + values, piece.begin(),
                            [this](double value) { return scaled(value); });
@@ -131,9 +131,9 @@ void ResultTap::describe(RunRecord& record) const {
         response.peak = scaled(response.peak);
         response.noise = scaled(response.noise);
     }
-    if (treated.gain.kind == Gain::Kind::normalize) {
+    if (handling.gain.kind == Gain::Kind::normalize) {
         record.gain = GainRecord{-decibelsOf(divisor), peak};
-    } else if (treated.gain.kind == Gain::Kind::decibels) {
-        record.gain = GainRecord{treated.gain.decibels, {}};
+    } else if (handling.gain.kind == Gain::Kind::decibels) {
+        record.gain = GainRecord{handling.gain.decibels, {}};
     }
 }

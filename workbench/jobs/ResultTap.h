@@ -18,14 +18,15 @@
 class ResultTap {
 public:
     // What is to be done with a result.
-    struct Treatment {
+    struct Handling {
         Gain gain;
         bool allowNonfinite = false;
         std::string onOverflow;  // the advice where a result is not finite
     };
 
     // Writer and comparison stay the caller's.
-    ResultTap(SignalWriter& target, Comparison* withTruth, int resultChannels, Treatment treatment);
+    ResultTap(SignalWriter& target, Comparison* withTruth, int resultChannels,
+              Handling resultHandling);
 
     // The next samples of every channel, interleaved. Where columns beside them are written too,
     // written is the whole of what is written of these samples; else empty.
@@ -51,7 +52,7 @@ private:
     SignalWriter& writer;
     Comparison* comparison;
     int channels;
-    Treatment treated;
+    Handling handling;
     double factor = 1.0, divisor = 1.0;  // one of both is 1
     std::optional<SampleStore> waiting;
     int columns;  // that are written

@@ -119,15 +119,6 @@ void RoundFolding::describe(RunRecord& record) const {
     record.moved = place.movement;
 }
 
-std::vector<double> RoundFolding::placed(const std::vector<double>& interleaved) const {
-    const std::int64_t width = driven->channels();
-    std::vector<double> result = interleaved;
-    const std::int64_t samples = std::ssize(result) / width;
-    std::rotate(result.data(), result.data() + (place.turned % samples) * width,
-                result.data() + result.size());
-    return result;
-}
-
 void RoundFolding::runChannel(ModuleRun::Round& round, int channel, StepRelay& relay) {
     ChannelRelay watch(relay, round.number);
     if (!watch.before()) {
@@ -141,10 +132,10 @@ void RoundFolding::runChannel(ModuleRun::Round& round, int channel, StepRelay& r
 
 void RoundFolding::deliver(const ModuleRun::Round& round, ResultTap& tap) const {
     std::vector<double> interleaved = driven->delivered(round);
-    if (place.movement) {
-        interleaved = placed(interleaved);
-    }
-    tap.take(interleaved.data(), std::ssize(interleaved) / driven->channels());
+    const std::int64_t width = driven->channels(), samples = std::ssize(interleaved) / width;
+    std::rotate(interleaved.data(), interleaved.data() + (place.turned % samples) * width,
+                interleaved.data() + interleaved.size());
+    tap.take(interleaved.data(), samples);
 }
 
 void RoundFolding::run(ResultTap& tap, StepRelay& relay, Findings& findings, RunRecord& record) {

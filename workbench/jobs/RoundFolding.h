@@ -34,7 +34,6 @@ private:
     [[nodiscard]] int threadsThatFit() const;
     void runChannel(ModuleRun::Round& round, int channel, StepRelay& relay);
     void deliver(const ModuleRun::Round& round, ResultTap& tap) const;
-    [[nodiscard]] std::vector<double> placed(const std::vector<double>& interleaved) const;
 
     const FoldJob& job;
     const Method& used;

@@ -8,3 +8,7 @@ class Failure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+// What is said where memory does not suffice.
+constexpr const char* memoryExhausted =
+    "memory exhausted; convolve with --pad, or cut the signals with --per block --block N";

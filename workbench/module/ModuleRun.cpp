@@ -47,8 +47,8 @@ void ModuleRun::checkSize() const {
     constexpr std::int64_t longest = std::numeric_limits<std::int32_t>::max();
     if (resultLength(0) > longest) {
         throw Failure(
-            fmt::format("{} and {} give more than {} samples at once; cut them with --per "
-                        "block --block N",
+            fmt::format("{} and {} give more than {} samples at once; convolve with --pad, or cut "
+                        "them with --per block --block N",
                         first.info().source.shown, second.info().source.shown, longest));
     }
 }
