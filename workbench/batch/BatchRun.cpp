@@ -182,7 +182,7 @@ void BatchRun::refuseForeign(const BatchItem& item) const {
 
 // Whatever the encoding leaves out of the samples, the file is known by its bytes.
 static bool needsStored(const Batch::Task& task) {
-    return task.job.allowNonfinite || !holdsDoubles(task.target);
+    return task.job.allowNonfinite || storedEncoding(task.target) != Encoding::float64;
 }
 
 void BatchRun::fold(const BatchItem& item, const std::string& kernelFile, BatchLine& line) {

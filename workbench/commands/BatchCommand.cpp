@@ -198,6 +198,7 @@ Batch::Task BatchCommand::task(const Way& way, const Batch& batch, const BatchIt
     OutputOptions own = output;
     own.file = batch.resultFile(item);
     Batch::Task task{way.job, own.target()};
+    task.target.lossy = options.reading().lossy;
     if (way.bands && holdsColumns(task.target.name)) {
         task.job.treatment.uncertainty = true;
     }

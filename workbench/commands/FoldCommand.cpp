@@ -71,7 +71,9 @@ void FoldCommand::run() const {
     const ModuleLibrary library = options.library();
     const FoldJob folding = job(library);
     Progress progress("", output.quiet);
-    const RunRecord record = ::run(folding, library, output.target(), progress);
+    SignalTarget target = output.target();
+    target.lossy = options.reading().lossy;
+    const RunRecord record = ::run(folding, library, target, progress);
     progress.end();
     if (json) {
         fmt::print("{}", record.json());

@@ -60,6 +60,9 @@ static void run(const Sweep& sweep) {
     if (!sweep.output.quiet) {
         fmt::print(sweep.output.file == "-" ? stderr : stdout, "{}: {}\n", target.name.shown,
                    describe(info.channels, info.samples, info.rate));
+        if (const std::string lost = withoutPlace(target, info); !lost.empty()) {
+            fmt::print("remark: {} has no place for {}\n", target.name.shown, lost);
+        }
     }
 }
 

@@ -15,7 +15,10 @@ struct Format {
     const char* name;                  // "WAV"
     std::vector<const char*> endings;  // of file names, in lower case: ".aif", ".aiff"
 
-    bool columns;  // whether it holds columns of any meaning, named; else channels alone
+    // What it holds: channels of sound, with a rate and a full scale of 1.0; columns of any meaning
+    // and nothing beside them; or lines with columns, their names, an axis and notes.
+    enum class Kind { sound, array, text };
+    Kind kind;
 
     // Whether a file with these first bytes, at most 256, is of this format.
     bool (*recognises)(std::string_view head);
@@ -30,9 +33,9 @@ struct Format {
     // In the order in which they are tried on a file.
     static const std::vector<const Format*>& all();
 
-    // All names, with that word before the last: "WAV, W64, RF64, AIFF, FLAC and UTF-8 text".
+    // All names, with that word before the last: "WAV, W64, RF64, AIFF, FLAC, npy and UTF-8 text".
     static std::string names(std::string_view lastWord);
 
-    // All endings: ".wav .w64 .rf64 .aif .aiff .flac .csv .tsv .txt .dat".
+    // All endings: ".wav .w64 .rf64 .aif .aiff .flac .npy .csv .tsv .txt .dat".
     static std::string allEndings();
 };

@@ -1,12 +1,16 @@
 #include "workbench/files/Format.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 // Devices and pipes often have no ending; they get what standard output gets.
 static bool isPlainStream(const SourceName& name) {
@@ -31,15 +35,56 @@ static const Format& formatFor(const SourceName& name) {
 }
 
 bool holdsColumns(const SourceName& target) {
-    return formatFor(target).columns;
+    return formatFor(target).kind != Format::Kind::sound;
 }
 
-bool holdsDoubles(const SignalTarget& target) {
+Encoding storedEncoding(const SignalTarget& target) {
     const Format& format = formatFor(target.name);
-    return target.encoding == Encoding::float64 ||
-           (target.encoding == Encoding::automatic && !format.integersAlone);
+    return target.encoding != Encoding::automatic ? target.encoding
+           : format.integersAlone                 ? Encoding::pcm24
+                                                  : Encoding::float64;
+}
+
+static std::string describe(const SignalAxis& axis) {
+    return fmt::format("the axis {} from {} in steps of {}", printable(axis.name), axis.start,
+                       axis.step);
+}
+
+// Names that a text gives to channels without any say nothing.
+static bool hasNames(const ResultInfo& info) {
+    int channel = 0;
+    return std::any_of(
+        info.columnNames.begin(), info.columnNames.end(), [&](const std::string& name) {
+            return name != (info.channels == 1 ? "signal" : fmt::format("signal_{}", ++channel));
+        });
+}
+
+std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
+    const Format& format = formatFor(target.name);
+    std::vector<std::string> lost;
+    if (format.kind == Format::Kind::array && info.rate > 0.0) {
+        lost.push_back(fmt::format("the rate of {} Hz", info.rate));
+    }
+    const bool fromZero = info.axis && info.axis->time && info.axis->start == 0.0 &&
+                          info.axis->step > 0.0;  // as a rate alone has it
+    if (format.kind != Format::Kind::text && info.axis && !fromZero) {
+        lost.push_back(describe(*info.axis));
+    }
+    if (format.kind != Format::Kind::text && hasNames(info)) {
+        lost.emplace_back("the names of the channels");
+    }
+    const std::string last = lost.empty() ? "" : lost.back();
+    lost.resize(lost.empty() ? 0 : lost.size() - 1);
+    return lost.empty() ? last : fmt::format("{} and {}", fmt::join(lost, ", "), last);
 }
 
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info) {
-    return formatFor(target.name).create(target, info);
+    const Format& format = formatFor(target.name);
+    if (format.kind == Format::Kind::array && info.axis && !info.axis->time && !target.lossy) {
+        throw Failure(
+            fmt::format("{} has no place for {}; use --lossy to lose it, or write text, as with "
+                        "-o FILE.csv",
+                        target.name.shown, describe(*info.axis)));
+    }
+    return format.create(target, info);
 }

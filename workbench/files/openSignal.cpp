@@ -52,7 +52,7 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
 
 static bool isText(std::string_view head) {
     const Format* const format = recognised(head.substr(0, headLength));
-    return format != nullptr && format->columns;
+    return format != nullptr && format->kind == Format::Kind::text;
 }
 
 // What a pipe gives up to some line of data, whole lines.

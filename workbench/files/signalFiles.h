@@ -32,9 +32,13 @@ SignalSource fileSource(const std::string& path, const ReadOptions& options);
 // Failure as createSignal.
 bool holdsColumns(const SourceName& target);
 
-// Whether samples that are read from a file of that target are those that were written, bit for
-// bit. Failure as createSignal.
-bool holdsDoubles(const SignalTarget& target);
+// How the samples of a target are stored; float64 where they are read again as they were, bit for
+// bit, as from text. Failure as createSignal.
+Encoding storedEncoding(const SignalTarget& target);
+
+// What of a signal has no place in the format of a target, "the rate of 8000 Hz and the names of
+// the channels"; empty if all has. Failure as createSignal.
+std::string withoutPlace(const SignalTarget& target, const ResultInfo& info);
 
 // Creates a file for a signal in the format that the ending of its name stands for; standard output
 // is text.
@@ -42,5 +46,7 @@ bool holdsDoubles(const SignalTarget& target);
 //   Text      separated by commas, tabs (.tsv) or blanks (.txt, .dat): the notes, a header line,
 //             then the samples, each number in the fewest digits that read back to it. A rate gives
 //             a first column t_s in seconds, an axis without a rate a column of its own name.
-//   Failure   a format that cannot hold the signal, an existing file, no right to write.
+//   Array     is of 64-bit floats, samples by channels, without rate, axis and names.
+//   Failure   a format that cannot hold the signal; one without a place for an axis that is not a
+//             time, unless the target is lossy; an existing file, no right to write.
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info);

@@ -277,10 +277,15 @@ RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarg
                         target.name.shown));
     }
     const bool intoStream = holdsColumns(target.name);
+    std::string lost;
     RunRecord record = FoldRun(job, library, observer, intoStream).run([&](const ResultInfo& info) {
+        lost = withoutPlace(target, info);
         return createSignal(target, info);
     });
     record.output = target.name;
+    if (!lost.empty()) {
+        record.remarks.push_back(fmt::format("{} has no place for {}", target.name.shown, lost));
+    }
     if (!intoStream) {
         remarkOnFullScale(record);
     }

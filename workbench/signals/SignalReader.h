@@ -28,6 +28,8 @@ struct ReadOptions {
     // column is a signal whatever stands here.
     std::string axis;                  // "none": no axis; empty: as its numbers show
     std::vector<std::string> columns;  // that are channels, in this order; empty: all but the axis
+
+    bool lossy = false;  // integers that no double holds are rounded
 };
 
 // A signal, read from its first sample to its last; a file in constant memory.

@@ -16,6 +16,7 @@ struct SignalTarget {
     bool replace = false;                     // an existing file may be replaced
     Encoding encoding = Encoding::automatic;  // a text has no other
     bool dither = false;                      // noise before an integer encoding; Dither
+    bool lossy = false;                       // an axis without a place there may be lost
 };
 
 struct ResultInfo {

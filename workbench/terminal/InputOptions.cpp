@@ -6,6 +6,11 @@
 #include <fmt/format.h>
 
 void InputOptions::addTo(CLI::App& command) {
+    addReadingTo(command);
+    addModuleTo(command);
+}
+
+void InputOptions::addReadingTo(CLI::App& command) {
     CLI::Option* const named =
         command
             .add_option("--axis", axis,
@@ -29,7 +34,12 @@ void InputOptions::addTo(CLI::App& command) {
         .add_flag("--allow-nonfinite", allowNonfinite,
                   "accept NaN and infinity in the input and in the result")
         ->group("Signals");
-    addModuleTo(command);
+    command
+        .add_flag(
+            "--lossy", lossy,
+            "accept integers beyond 2^53 in the input, which are rounded, and an output without "
+            "a place for the axis")
+        ->group("Signals");
 }
 
 void InputOptions::addModuleTo(CLI::App& command) {
@@ -48,6 +58,6 @@ std::string InputOptions::words() const {
     return (axisWord.empty() ? "" : " --axis " + quoted(axisWord)) +
            (columns.empty() ? ""
                             : " --columns " + quoted(fmt::format("{}", fmt::join(columns, ",")))) +
-           (allowNonfinite ? " --allow-nonfinite" : "") +
+           (allowNonfinite ? " --allow-nonfinite" : "") + (lossy ? " --lossy" : "") +
            (module.empty() ? "" : " --module " + quoted(module));
 }

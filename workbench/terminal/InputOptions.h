@@ -15,14 +15,15 @@ class App;
 struct InputOptions {
     std::string axis;                  // a column of text files, "none", or empty: sought
     std::vector<std::string> columns;  // of text files, that are channels; empty: all others
-    bool noAxis = false, allowNonfinite = false;
+    bool noAxis = false, allowNonfinite = false, lossy = false;
     std::string module;  // empty: the one beside the program
 
     void addTo(CLI::App& command);
-    void addModuleTo(CLI::App& command);  // alone, where no signals are read
+    void addReadingTo(CLI::App& command);  // where no module runs
+    void addModuleTo(CLI::App& command);   // alone, where no signals are read
 
     [[nodiscard]] ReadOptions reading() const {
-        return {allowNonfinite, noAxis ? "none" : axis, columns};
+        return {allowNonfinite, noAxis ? "none" : axis, columns, lossy};
     }
     // Failure as ModuleLibrary.
     [[nodiscard]] ModuleLibrary library() const;
@@ -31,10 +32,10 @@ struct InputOptions {
 };
 
 // What stands for the file of a signal in the help of a command.
-constexpr const char* signalFileText = "audio file or columns of text; - is standard input";
+constexpr const char* signalFileText = "audio file, array or columns of text; - is standard input";
 
 // What stands for --rate.
-constexpr const char* rateText = "sampling rate for text that has no time column";
+constexpr const char* rateText = "sampling rate of signals whose files give none";
 
 // What stands for the file of a stored graph.
 constexpr const char* storedGraphText = "stored graph; - is standard input";

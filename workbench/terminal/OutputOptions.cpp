@@ -22,8 +22,10 @@ void OutputOptions::addTo(CLI::App& command, const char* about) {
 void OutputOptions::addWithoutFileTo(CLI::App& command) {
     command.add_flag("--force", replace, forceText)->group("Result");
     command
-        .add_option("--encoding", encoding,
-                    "samples of an audio output; auto is float64, for FLAC pcm24")
+        .add_option(
+            "--encoding", encoding,
+            "samples of an output that is audio or, if they are floats, npy; auto is float64, for "
+            "FLAC pcm24")
         ->check(choice(encodingWords()))
         ->type_name("")
         ->capture_default_str()
