@@ -1,6 +1,7 @@
 #include "workbench/signals/Encoding.h"
 
 #include <algorithm>
+#include <cmath>
 
 const std::vector<EncodingRow>& EncodingRow::all() {
     static const std::vector<EncodingRow> rows = {
@@ -19,4 +20,12 @@ const EncodingRow* EncodingRow::named(std::string_view word) {
     const auto row = std::find_if(all().begin(), all().end(),
                                   [word](const EncodingRow& each) { return each.word == word; });
     return row == all().end() ? nullptr : &*row;
+}
+
+double EncodingRow::stored(double sample) const {
+    if (integer) {
+        const double full = std::ldexp(1.0, 8 * bytes - 1);
+        return std::clamp(std::nearbyint(sample * full), -full, full - 1.0) / full;
+    }
+    return bytes == 4 ? static_cast<double>(static_cast<float>(sample)) : sample;
 }
