@@ -1,14 +1,14 @@
 # Sourced by ./run, ./test, ./bench and ./package, from the project's root: what they need before they can build.
 
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev nettle-dev
-    qt6-base-dev)
+    qt6-base-dev zlib1g-dev)
 testPackages=(libgtest-dev)
 formatPackages=(clang-format-14)
 clangPackages=(clang-14 libclang-rt-14-dev)
 lintPackages=(clang-14 clang-tidy-14)
 # What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
-linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386)
-windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
+linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386 zlib1g-dev:i386)
+windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest libz-mingw-w64-dev wine64)
 packagePackages=(git zip)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
     python3-scipy)

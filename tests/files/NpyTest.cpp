@@ -1,3 +1,5 @@
+#include "tests/support/Npy.h"
+
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -7,25 +9,6 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
-
-// An array as NumPy writes it, in the version of the format that is asked for.
-static std::string npy(const std::string& type, const std::string& shape, const std::string& values,
-                       bool byColumns = false, int version = 1) {
-    std::string header = "{'descr': " + type +
-                         ", 'fortran_order': " + (byColumns ? "True" : "False") +
-                         ", 'shape': " + shape + ", }";
-    const std::size_t before = version == 1 ? 10 : 12;
-    header.resize((before + header.size() + 64) / 64 * 64 - before - 1, ' ');
-    header += '\n';
-    std::string file = "\x93NUMPY";
-    file += {static_cast<char>(version), 0, static_cast<char>(header.size() & 0xffU),
-             static_cast<char>(header.size() >> 8U)};
-    return file + std::string(before - 10, '\0') + header + values;
-}
-
-static std::string bytesOf(std::initializer_list<int> bytes) {
-    return {bytes.begin(), bytes.end()};
-}
 
 static std::vector<double> samplesOf(const std::string& path, const ReadOptions& options = {}) {
     return readSamples(*openSignal(SourceName(path), options));

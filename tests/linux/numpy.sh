@@ -47,5 +47,13 @@ for kind, order, layout, shape in itertools.product(kinds, "<>", "CF", shapes):
         require(found.dtype == np.float64 and found.shape == expected.shape and
                 np.array_equal(found, expected), kind, order, layout, shape, version)
         count += 1
+
+arrays = {"one": random.normal(size=(70000, 2)), "two": np.arange(10.0), "text": np.array(["a"])}
+for save in [np.savez, np.savez_compressed]:
+    save("in.npz", **arrays)
+    for name in ["one", "two"]:
+        require(np.array_equal(converted("in.npz:" + name), arrays[name]), save, name)
+    save("in.npz", alone=arrays["one"], number=np.float64(1), text=arrays["text"])
+    require(np.array_equal(converted("in.npz"), arrays["one"]), save)
 print(count, "arrays")
 END

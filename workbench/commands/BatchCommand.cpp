@@ -18,15 +18,15 @@
 #include <cstdio>
 #include <iterator>
 #include <optional>
+#include <sstream>
 #include <system_error>
 #include <vector>
 
 static std::vector<std::string> endingWords() {
     std::vector<std::string> words;
-    for (const Format* format : Format::all()) {
-        for (const char* ending : format->endings) {
-            words.emplace_back(ending + 1);  // without the dot
-        }
+    std::istringstream endings(Format::allEndings());
+    for (std::string ending; endings >> ending;) {
+        words.push_back(ending.substr(1));  // without the dot
     }
     return words;
 }
@@ -202,7 +202,8 @@ Batch::Task BatchCommand::task(const Way& way, const Batch& batch, const BatchIt
     if (way.bands && holdsColumns(task.target.name)) {
         task.job.treatment.uncertainty = true;
     }
-    options.setFiles(task.job, item.signal, kernelFile, own);
+    // The batch itself knows the digests of what it reads.
+    options.setFiles(task.job, item.signal, kernelFile, options.reading(), own);
     return task;
 }
 

@@ -18,6 +18,9 @@ std::string Format::names(std::string_view lastWord) {
 std::string Format::allEndings() {
     std::string text;
     for (const Format* format : all()) {
+        if (format->create == nullptr) {
+            continue;
+        }
         for (const char* ending : format->endings) {
             text += fmt::format("{}{}", text.empty() ? "" : " ", ending);
         }

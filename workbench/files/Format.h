@@ -23,19 +23,23 @@ struct Format {
     // Whether a file with these first bytes, at most 256, is of this format.
     bool (*recognises)(std::string_view head);
 
-    // What openSignal and createSignal do for the format. The file is at its start.
+    // What openSignal and createSignal do for the format, which is not written if create is null.
+    // The file is at its start.
     std::unique_ptr<SignalReader> (*open)(FileHandle file, const SourceName& source,
                                           const ReadOptions& options);
     std::unique_ptr<SignalWriter> (*create)(const SignalTarget& target, const ResultInfo& info);
 
     bool integersAlone = false;  // it holds no floating-point samples
+    bool parts = false;          // it holds several signals, each with a name
 
     // In the order in which they are tried on a file.
     static const std::vector<const Format*>& all();
 
-    // All names, with that word before the last: "WAV, W64, RF64, AIFF, FLAC, npy and UTF-8 text".
+    // All names, with that word before the last: "WAV, W64, RF64, AIFF, FLAC, npy, npz and UTF-8
+    // text".
     static std::string names(std::string_view lastWord);
 
-    // All endings: ".wav .w64 .rf64 .aif .aiff .flac .npy .csv .tsv .txt .dat".
+    // All endings of what can be written: ".wav .w64 .rf64 .aif .aiff .flac .npy .csv .tsv .txt
+    // .dat".
     static std::string allEndings();
 };

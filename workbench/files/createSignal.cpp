@@ -26,7 +26,8 @@ static const Format& formatFor(const SourceName& name) {
     const std::string ending = isPlainStream(name) ? ".csv" : lowerCaseEnding(name.path);
     for (const Format* format : Format::all()) {
         const auto& endings = format->endings;
-        if (std::find(endings.begin(), endings.end(), ending) != endings.end()) {
+        if (format->create != nullptr &&
+            std::find(endings.begin(), endings.end(), ending) != endings.end()) {
             return *format;
         }
     }

@@ -4,14 +4,17 @@
 #include "workbench/files/text/LineReader.h"
 #include "workbench/files/text/TextReader.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 static constexpr std::size_t headLength = 256;  // by which a format is recognised
@@ -24,6 +27,32 @@ static const Format* recognised(std::string_view head) {
     const auto format = std::find_if(formats.begin(), formats.end(),
                                      [head](const Format* row) { return row->recognises(head); });
     return format == formats.end() ? nullptr : *format;
+}
+
+// A name FILE:NAME in its parts.
+struct PartName {
+    SourceName file;
+    std::string part;  // empty: the name is that of a file
+};
+
+static bool exists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(pathOf(path), ignored);
+}
+
+static PartName partName(const SourceName& source) {
+    for (std::size_t colon = source.path.rfind(':'); colon != std::string::npos && colon > 0;
+         colon = source.path.rfind(':', colon - 1)) {
+        const std::string file = source.path.substr(0, colon);
+        if (!exists(source.path) && (file == "-" || exists(file))) {
+            return {SourceName(file), source.path.substr(colon + 1)};
+        }
+    }
+    return {source, ""};
+}
+
+SourceName fileOf(const SourceName& source) {
+    return partName(source).file;
 }
 
 static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName& source,
@@ -43,11 +72,26 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
         throw Failure(fmt::format("{} is neither {}; save it as one of these", source.shown,
                                   Format::names("nor")));
     }
-    return format->open(std::move(file), source, options);
+    if (!options.part.empty() && !format->parts) {
+        throw Failure(
+            fmt::format("{} is not one signal of several: {} holds one; leave out the name",
+                        source.shown, format->name));
+    }
+    std::string digest;
+    if (options.digest) {
+        digest = digestOfRest(file.get(), source.shown);
+        std::rewind(file.get());
+    }
+    std::unique_ptr<SignalReader> reader = format->open(std::move(file), source, options);
+    reader->setDigest(digest);
+    return reader;
 }
 
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options) {
-    return openFile(openInput(source), source, options);
+    const PartName name = partName(source);
+    ReadOptions ofPart = options;
+    ofPart.part = name.part;
+    return openFile(openInput(name.file), source, ofPart);
 }
 
 static bool isText(std::string_view head) {

@@ -7,7 +7,8 @@
 #include <memory>
 
 // Opens a signal and reads it once, so that any fault in it is found here.
-//   source    Standard input and pipes are first copied to a temporary file.
+//   source    A file, or FILE:NAME for one signal of a file of several. Standard input and pipes
+//             are first copied to a temporary file.
 //   Audio     (recognised by its first bytes) is scaled to 1.0 at full scale; floating-point
 //             samples stay as they are.
 //   Text      is columns of numbers separated by tabs, semicolons, commas or blanks, after lines of
@@ -24,6 +25,9 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
 // the axis. Until its end info().samples is 0, and read may throw a Failure about each further
 // line.
 std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options);
+
+// The file that a name is about: FILE of FILE:NAME, unless there is a file of the whole name.
+SourceName fileOf(const SourceName& source);
 
 // The file of that path as a source: it is opened, with these options, when it is needed.
 SignalSource fileSource(const std::string& path, const ReadOptions& options);

@@ -11,6 +11,7 @@
 
 struct SignalInfo {
     SourceName source;
+    std::string sha256;              // of the bytes of the file, where that was asked for
     std::string format;              // "WAV, 16-bit PCM", "text"
     int channels = 0;                // at least 1
     std::int64_t samples = 0;        // per channel, at least 1; 0: as many as come, not yet known
@@ -29,7 +30,9 @@ struct ReadOptions {
     std::string axis;                  // "none": no axis; empty: as its numbers show
     std::vector<std::string> columns;  // that are channels, in this order; empty: all but the axis
 
-    bool lossy = false;  // integers that no double holds are rounded
+    bool lossy = false;     // integers that no double holds are rounded
+    bool digest = false;    // SHA-256 of the bytes that are read is wanted
+    std::string part = {};  // of a file of several signals, the name of the one that is wanted
 };
 
 // A signal, read from its first sample to its last; a file in constant memory.
@@ -38,6 +41,7 @@ public:
     virtual ~SignalReader() = default;
 
     const SignalInfo& info() const { return facts; }
+    void setDigest(const std::string& sha256) { facts.sha256 = sha256; }
 
     // Reads up to count samples of every channel, interleaved: count times channels values.
     // Returns how many samples; fewer only at the end, 0 after it. Failure if the file has changed

@@ -13,7 +13,7 @@
 #include <optional>
 #include <vector>
 
-static constexpr std::int64_t longestText = std::int64_t{1} << 20;
+static constexpr std::int64_t longestText = std::int64_t{1} << 16;
 
 namespace {
 

@@ -1,12 +1,14 @@
 #include "workbench/files/disk/FileStream.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/system/Sha256.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <vector>
@@ -72,6 +74,18 @@ FileHandle Pipe::copy(std::string_view before) const {
     }
     std::rewind(copy.get());
     return copy;
+}
+
+std::string digestOfRest(std::FILE* file, const std::string& name) {
+    Sha256 hash;
+    thread_local std::vector<std::uint8_t> block(std::size_t{1} << 16);
+    while (const std::size_t length = std::fread(block.data(), 1, block.size(), file)) {
+        hash.add(block.data(), length);
+    }
+    if (std::ferror(file) != 0) {
+        throw Failure(fmt::format("cannot read {}: {}", name, errorText()));
+    }
+    return hash.hex();
 }
 
 FileHandle openInput(const SourceName& source) {

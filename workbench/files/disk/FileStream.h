@@ -32,6 +32,10 @@ private:
     std::FILE* file = nullptr;
 };
 
+// SHA-256 of what is left of a file, as 64 lower-case hexadecimal digits. Failure if it cannot be
+// read; name is that of the file.
+std::string digestOfRest(std::FILE* file, const std::string& name);
+
 // A file for reading, at its start and ready to be sought in: what cannot be, a pipe or standard
 // input, is copied to a temporary file. Failure if it cannot be opened or copied.
 FileHandle openInput(const SourceName& source);

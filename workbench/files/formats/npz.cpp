@@ -1,0 +1,10 @@
+#include "workbench/files/array/npz.h"
+
+#include "workbench/files/Format.h"
+
+static bool recognises(std::string_view head) {
+    return head.starts_with("PK\3\4") || head.starts_with("PK\5\6");
+}
+
+extern const Format npzFormat = {"npz", {".npz"}, Format::Kind::array, recognises, openNpz, nullptr,
+                                 false, true};
