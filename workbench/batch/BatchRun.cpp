@@ -190,6 +190,8 @@ void BatchRun::fold(const BatchItem& item, const std::string& kernelFile, BatchL
     if (kernel != nullptr) {
         task.job.second = sourceOf(kernel);
     }
+    task.job.first.sha256 = line.inputs[0].sha256;
+    task.job.second.sha256 = line.inputs[1].sha256;
     task.job.threads = std::max(1, static_cast<int>(batch.threads / progress.files));
     task.target.replace = batch.replace || before.made(item.name);
     const std::string file = batch.resultFile(item);

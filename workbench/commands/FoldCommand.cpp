@@ -55,7 +55,9 @@ void FoldCommand::checkStreams() const {
 FoldJob FoldCommand::job(const ModuleLibrary& library) const {
     FoldJob job = options.job(library);
     job.threads = jobs.threads;
-    options.setFiles(job, first, second, output);
+    ReadOptions reading = options.reading();
+    reading.digest = true;
+    options.setFiles(job, first, second, reading, output);
     if (!truth.empty()) {
         job.truth = fileSource(truth, options.reading());
     }

@@ -147,9 +147,9 @@ std::string FoldOptions::words(const FoldJob& job) const {
 
 // Without --force, --truth, --jobs and --json, which do not change the result.
 void FoldOptions::setFiles(FoldJob& job, const std::string& first, const std::string& second,
-                           const OutputOptions& output) const {
-    job.first = fileSource(first, reading());
-    job.second = fileSource(second, reading());
+                           const ReadOptions& reading, const OutputOptions& output) const {
+    job.first = fileSource(first, reading);
+    job.second = fileSource(second, reading);
     const auto line =
         [this, begin = fmt::format("fendra {} {} {}", name, quoted(first), quoted(second)),
          end = output.words(), cut = job.cutting](

@@ -35,10 +35,11 @@ public:
     // Its command and options as a command line takes them.
     [[nodiscard]] std::string words(const FoldJob& job) const;
 
-    // Gives it the files that it reads, and the command line that does the same as the job. The
-    // options outlive the job. Failure if the name of the output does not give a format.
+    // Gives it the files that it reads, with these options, and the command line that does the same
+    // as the job. The options outlive the job. Failure if the name of the output does not give a
+    // format.
     void setFiles(FoldJob& job, const std::string& first, const std::string& second,
-                  const OutputOptions& output) const;
+                  const ReadOptions& reading, const OutputOptions& output) const;
 
 private:
     void addCutting(CLI::App& command);

@@ -85,6 +85,12 @@ static std::unique_ptr<SignalReader> opened(const SignalSource& source, bool asS
     return asStream && source.openStream ? source.openStream() : source.open();
 }
 
+static SignalInfo described(const SignalReader& reader, const SignalSource& source) {
+    SignalInfo info = reader.info();
+    info.sha256 = source.sha256.empty() ? info.sha256 : source.sha256;
+    return info;
+}
+
 FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
                  JobObserver& jobObserver, bool intoStream)
     : job(foldJob), library(moduleLibrary), observer(jobObserver) {
@@ -95,7 +101,7 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
     std::unique_ptr<SignalReader> first = opened(job.first, streams);
     std::unique_ptr<SignalReader> second =
         opened(job.second, streams && first->info().samples != 0);
-    const SignalInfo a = first->info(), b = second->info();
+    const SignalInfo a = described(*first, job.first), b = described(*second, job.second);
     common = commonStep(a, b, job.rate);
     const bool whole = isWhole(job, a) && isWhole(job, b);
     kernelServesAll = isWhole(job, b);

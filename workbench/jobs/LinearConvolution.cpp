@@ -40,7 +40,9 @@ public:
 
     std::int64_t read(double* interleaved, std::int64_t count) override {
         const std::int64_t got = before->read(interleaved, count);
-        return got + after->read(interleaved + got * facts.channels, count - got);
+        const std::int64_t more = after->read(interleaved + got * facts.channels, count - got);
+        facts.sha256 = after->info().sha256;  // known at its end
+        return got + more;
     }
 
 private:
@@ -59,6 +61,7 @@ static void findLength(std::unique_ptr<SignalReader>& reader, const SignalInfo& 
     head.interleaved.resize(valueCount(most, head.info.channels));
     head.info.samples = reader->read(head.interleaved.data(), most);
     const bool ended = head.info.samples < most;
+    head.info.sha256 = reader->info().sha256;
     std::unique_ptr<SignalReader> read = sourceOf(std::make_shared<const Signal>(head)).open();
     reader = ended ? std::move(read)
                    : std::make_unique<ContinuedReader>(std::move(read), std::move(reader));
@@ -87,6 +90,7 @@ LinearConvolution::LinearConvolution(const FoldJob& foldJob, const ModuleLibrary
     chooseWidth(reader->info());
     const Signal kernel = Signal::of(*reader);
     taps = kernel.info.samples;
+    kernelDigest = kernel.info.sha256;
     if (inTime(used)) {
         FendraSettings perBlock = job.settings;
         perBlock.executionMode = FendraSettings::perBlock;
@@ -197,10 +201,16 @@ void LinearConvolution::describe(RunRecord& record) const {
     describeLengths(record, signal->info().samples);
 }
 
-// samples: of the signal; 0: not known. Blocks that nobody asked for may depend on the threads.
+// samples: of the signal; 0: not known. A pipe has its digest at its end. Blocks that nobody asked
+// for may depend on the threads.
 void LinearConvolution::describeLengths(RunRecord& record, std::int64_t samples) const {
     record.inputs[input].samples = samples;
     record.inputs[1 - input].samples = taps;
+    const auto note = [](SignalInfo& info, const std::string& sha256) {
+        info.sha256 = sha256.empty() ? info.sha256 : sha256;
+    };
+    note(record.inputs[input], signal->info().sha256);
+    note(record.inputs[1 - input], kernelDigest);
     record.samples = samples == 0 ? 0 : samples + taps - 1 + room.before;
     record.rounds = job.cutting.block == 0 ? 1 : blocks(samples);
 }

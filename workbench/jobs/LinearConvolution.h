@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 class ModuleLibrary;
@@ -51,6 +52,7 @@ private:
     std::size_t input = 0;              // which of both is the signal
     int channels = 1;                   // of the result
     std::int64_t taps = 0, block = 0;   // block: 0, what costs least
+    std::string kernelDigest;           // SHA-256 of its file, where that is known
     std::optional<DriverPool> modules;  // of the time domain
     BlockRounds::Kernels kernels;
     BlockRounds::Room room;

@@ -110,6 +110,12 @@ std::vector<std::string> RunRecord::closingNotes() const {
     std::vector<std::string> notes = judgementLines();
     std::transform(remarks.begin(), remarks.end(), std::back_inserter(notes),
                    [](const std::string& remark) { return "remark: " + remark; });
+    for (const SignalInfo& input : inputs) {
+        const std::string note = fmt::format("SHA-256 of {}: {}", input.source.shown, input.sha256);
+        if (!input.sha256.empty() && std::count(notes.begin(), notes.end(), note) == 0) {
+            notes.push_back(note);  // it may be the same file twice
+        }
+    }
     notes.push_back("SHA-256 of the result, as 64-bit little-endian floats: " + digest);
     return notes;
 }
@@ -154,11 +160,15 @@ static Json known(double value) {
 }
 
 static Json describe(const SignalInfo& input) {
-    return {{"file", input.source.recorded()},
-            {"format", input.format},
-            {"samples", input.samples},
-            {"channels", input.channels},
-            {"rate", known(input.rate)}};
+    Json file = {{"file", input.source.recorded()},
+                 {"format", input.format},
+                 {"samples", input.samples},
+                 {"channels", input.channels},
+                 {"rate", known(input.rate)}};
+    if (!input.sha256.empty()) {
+        file["sha256"] = input.sha256;
+    }
+    return file;
 }
 
 // The keys are the method's; the names in the user's language stand beside them.

@@ -13,4 +13,5 @@ struct SignalSource {
     std::function<std::unique_ptr<SignalReader>()> open;  // Failure as the reader's
     // The same, but it may return before the end of a pipe is known; empty where there is none.
     std::function<std::unique_ptr<SignalReader>()> openStream = nullptr;
+    std::string sha256 = {};  // of its bytes, where it is known before
 };

@@ -23,6 +23,15 @@ LineReader::LineReader(std::FILE* pipe, const std::string& head, std::string dis
       headLength(head.size()),
       waits(false) {}
 
+static const std::uint8_t* asBytes(const char* text) {
+    return reinterpret_cast<const std::uint8_t*>(text);
+}
+
+void LineReader::addTo(Sha256& sum) {
+    digest = &sum;
+    digest->add(asBytes(buffer.data()), headLength);
+}
+
 bool LineReader::isData(std::string_view line) {
     const std::size_t first = line.find_first_not_of(" \t");
     return first != std::string_view::npos && line[first] != '#';
@@ -93,6 +102,9 @@ void LineReader::fill() {
     if (std::ferror(file) != 0) {
         throw Failure(
             fmt::format("cannot read {}: {}; copy it to another place first", name, errorText()));
+    }
+    if (digest != nullptr) {
+        digest->add(asBytes(to), got);
     }
     end += got;
     ended = waits ? got < blockLength : std::feof(file) != 0;

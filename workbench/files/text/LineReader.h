@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workbench/system/Sha256.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -27,6 +29,9 @@ public:
     // Whether a line, without its end, is neither empty nor comment.
     static bool isData(std::string_view line);
 
+    // Adds the bytes of a pipe, from the first of its head on, to a sum that outlives the reader.
+    void addTo(Sha256& sum);
+
     // Of the line that was read last, counted from 1.
     std::int64_t number() const { return lineNumber; }
 
@@ -40,6 +45,7 @@ private:
 
     std::FILE* file;
     std::string name;
+    Sha256* digest = nullptr;
     std::vector<char> buffer;
     std::size_t begin = 0, end = 0;  // what of the buffer is still to be read
     std::size_t headLength = 0;

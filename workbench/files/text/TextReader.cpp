@@ -37,6 +37,10 @@ TextReader::TextReader(Pipe opened, const std::string& head, int headLines,
                        const SourceName& source, const ReadOptions& options)
     : TextReader(opened.stream(), head, source, options) {
     pipe = std::move(opened);
+    if (options.digest) {
+        digest = std::make_unique<Sha256>();
+        lines.addTo(*digest);
+    }
     const ColumnChoice choice(options, layout, source.shown);
     assign(choice, searchHead(choice, headLines));
 }
@@ -233,6 +237,7 @@ void TextReader::parseCell(std::string_view cell, std::size_t column) {
 std::int64_t TextReader::endOfPipe(std::int64_t count) {
     position += count;
     facts.samples = position;
+    facts.sha256 = digest != nullptr ? digest->hex() : "";
     return count;
 }
 

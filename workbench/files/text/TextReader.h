@@ -43,6 +43,7 @@ private:
 
     FileHandle file;
     std::optional<Pipe> pipe;  // in place of the file
+    std::unique_ptr<Sha256> digest;
     LineReader lines;
     bool allowNonfinite;
     TextLayout layout;
