@@ -74,7 +74,7 @@ static void append(std::string& bytes, Value value) {
 }
 
 void NpyWriter::write(const double* interleaved, std::int64_t count) {
-    constexpr double mostNarrow{std::numeric_limits<float>::max()};
+    constexpr auto mostNarrow = static_cast<double>(std::numeric_limits<float>::max());
     for (std::int64_t i = 0; i < count * channels; ++i) {
         const double value = interleaved[i];
         if (!narrow) {
