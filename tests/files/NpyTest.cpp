@@ -152,6 +152,10 @@ TEST(Npy, GivesTheSameBitsBack) {
                   writeSignal(folder.path("t.npy"), {1, 1e39}, resultInfo(), Encoding::float32);
               }).find("t.npy, sample 2, channel 1: 1e+39 does not fit"),
               std::string::npos);
+    EXPECT_NE(failureOf([&] {
+                  writeSignal(folder.path("t.npy"), {1, 2}, resultInfo(2));
+              }).find("a single row of an array is read as one signal, not as 2 channels"),
+              std::string::npos);
     EXPECT_EQ(folder.count(), 1);
 }
 
@@ -215,7 +219,7 @@ TEST(Npy, IsRefusedWhereverItIsCut) {
     const std::string whole = npy("'<f8'", "(2, 3)", std::string(48, '\1'));
     ASSERT_EQ(samplesOf(folder.write("s.npy", whole)).size(), 6U);
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        const std::string path = folder.write("s.npy", whole.substr(0, length));
+        const std::string path = folder.write(std::to_string(length), whole.substr(0, length));
         EXPECT_NE(failureOf([&] { openSignal(SourceName(path), {}); }), "") << length;
     }
 }

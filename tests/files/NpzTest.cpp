@@ -159,12 +159,13 @@ TEST(Npz, GivesNoOtherSamplesWhereItIsDamaged) {
     for (const unsigned method : {0U, 8U}) {
         const std::string whole = archive({{"s.npy", three, method, method == 8}});
         for (std::size_t at = 0; at < whole.size(); ++at) {
-            const std::string cut = folder.write("s.npz", whole.substr(0, at));
+            const std::string name = std::to_string(method) + '-' + std::to_string(at);
+            const std::string cut = folder.write(name, whole.substr(0, at));
             EXPECT_NE(failureOf([&] { openSignal(SourceName(cut), {}); }), "") << at;
             for (const int flip : {1, 0x80, 0xff}) {
                 std::string wrong = whole;
                 wrong[at] = static_cast<char>(wrong[at] ^ flip);
-                const std::string path = folder.write("s.npz", wrong);
+                const std::string path = folder.write(name + '-' + std::to_string(flip), wrong);
                 std::vector<double> samples = {1, 2, 3};
                 const std::string ignored = failureOf([&] { samples = samplesOf(path); });
                 EXPECT_EQ(samples, (std::vector<double>{1, 2, 3})) << at << ignored;

@@ -229,12 +229,12 @@ static TextPlace findText(const NpyHeader::ReadBytes& next, const std::string& n
             NpyHeader::mark) {
         throw Malformed();
     }
-    const int version = head[6];
+    const int version = static_cast<unsigned char>(head[6]);
     if (version < 1 || version > 3) {
         throw Failure(
             fmt::format("{} is .npy of version {}, which is not known; save it as version 1, "
                         "2 or 3",
-                        name, static_cast<unsigned char>(head[6])));
+                        name, version));
     }
     const std::size_t digits = version == 1 ? 2 : 4;
     if (next(head.data() + common, digits) < digits) {

@@ -23,7 +23,7 @@ private:
     void check(const ReadOptions& options);
     void checkValues(std::int64_t first, std::size_t count, const ReadOptions& options);
     [[nodiscard]] std::string placeOf(std::int64_t index) const;
-    void readValues(std::int64_t first, std::size_t count, double* values);
+    void readValues(std::int64_t first, std::size_t count, double* to);
     void fill();
 
     FileHandle file;

@@ -103,6 +103,12 @@ void NpyWriter::copySpool() {
 }
 
 void NpyWriter::finish(const std::vector<std::string>& /*closingNotes*/) {
+    if (samples == 1 && channels > 1) {
+        throw Failure(
+            fmt::format("{}: a single row of an array is read as one signal, not as {} "
+                        "channels; write text, as with -o FILE.csv",
+                        name, channels));
+    }
     flush();
     std::FILE* const file = spool != nullptr ? spool.get() : output.stream();
     if (std::fflush(file) != 0 || !seekFile(file, 0, SEEK_SET)) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // A signal as an .npy file of version 1: little-endian floats, of one dimension for a single
@@ -12,7 +13,8 @@
 // it.
 class NpyWriter final : public SignalWriter {
 public:
-    // Failure if the target has an encoding of integers, or cannot be written.
+    // Failure if the target has an encoding of integers, or cannot be written; with finish, also if
+    // it would hold a single sample of several channels: a single row is read as one signal.
     NpyWriter(const SignalTarget& target, const ResultInfo& info);
 
     void write(const double* interleaved, std::int64_t count) override;
@@ -21,7 +23,7 @@ public:
 
 private:
     [[nodiscard]] std::string header() const;
-    void put(std::string_view bytes);
+    void put(std::string_view given);
     void copySpool();
 
     bool narrow;  // values of 32 bits

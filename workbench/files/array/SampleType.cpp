@@ -21,7 +21,8 @@ struct Truth {
 // IEEE 754-2008 binary16: a sign, five bits of exponent biased by 15, ten bits of fraction.
 struct Half {
     explicit operator double() const {
-        const int exponent = bits >> 10U & 31U, fraction = bits & 1023U;
+        const auto exponent = static_cast<int>(bits >> 10U & 31U);
+        const auto fraction = static_cast<int>(bits & 1023U);
         double magnitude = 0.0;
         if (exponent == 31) {
             magnitude = fraction == 0 ? std::numeric_limits<double>::infinity()
@@ -68,7 +69,7 @@ static std::size_t firstWide([[maybe_unused]] const std::uint8_t* bytes, std::si
     if constexpr (std::is_integral_v<Value> && sizeof(Value) == 8) {
         constexpr Value most = Value{1} << 53U;
         for (std::size_t i = 0; i < count; ++i) {
-            const Value value = valueAt<Value, bigEndian>(bytes + i * sizeof(Value));
+            const auto value = valueAt<Value, bigEndian>(bytes + i * sizeof(Value));
             if (value > most || (std::is_signed_v<Value> && value < Value{0} - most)) {
                 return i;
             }

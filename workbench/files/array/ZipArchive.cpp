@@ -19,7 +19,7 @@ static constexpr std::string_view locatorMark = "PK\6\7", longEndMark = "PK\6\6"
 static constexpr std::uint64_t longSize = 0xffffffff;  // it stands in the field of zip64
 
 // At best, deflate makes 258 bytes from two bits.
-static constexpr std::int64_t mostExpansion = 4 * 258;
+static constexpr std::int64_t mostExpansion = std::int64_t{4} * 258;
 
 // The little-endian number of that many bytes; there are as many.
 static std::uint64_t number(std::string_view bytes, std::size_t at, std::size_t length) {
