@@ -118,14 +118,14 @@ TEST(Npy, GoesByRowsAndByColumns) {
 
 // Longer than the blocks in which it is read, and not a multiple of them.
 TEST(Npy, ReadsLongArraysByColumns) {
-    constexpr int rows = 100003, columns = 3;
+    constexpr std::size_t rows = 100003, columns = 3;
     std::string values;
     std::vector<double> expected(rows * columns);
-    for (int c = 0; c < columns; ++c) {
-        for (int i = 0; i < rows; ++i) {
+    for (std::size_t c = 0; c < columns; ++c) {
+        for (std::size_t i = 0; i < rows; ++i) {
             const auto value = static_cast<std::uint16_t>(i * 7 + c * 13);
             values += {static_cast<char>(value & 0xffU), static_cast<char>(value >> 8U)};
-            expected[static_cast<std::size_t>(i * columns + c)] = value;
+            expected[i * columns + c] = value;
         }
     }
     const TemporaryFolder folder;
@@ -146,8 +146,12 @@ TEST(Npy, GivesTheSameBitsBack) {
         EXPECT_EQ(reader->info().channels, channels);
         EXPECT_TRUE(sameBits(readSamples(*reader), samples));
     }
+}
+
+TEST(Npy, IsWrittenWithWhatFitsAlone) {
+    const TemporaryFolder folder;
     writeSignal(folder.path("s.npy"), {0.1}, resultInfo(), Encoding::float32);
-    EXPECT_EQ(samplesOf(folder.path("s.npy")), std::vector<double>{0.1F});
+    EXPECT_EQ(samplesOf(folder.path("s.npy")), std::vector<double>{static_cast<double>(0.1F)});
     EXPECT_NE(failureOf([&] {
                   writeSignal(folder.path("t.npy"), {1, 1e39}, resultInfo(), Encoding::float32);
               }).find("t.npy, sample 2, channel 1: 1e+39 does not fit"),
