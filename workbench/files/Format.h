@@ -1,9 +1,11 @@
 #pragma once
 
+#include "workbench/signals/FilePart.h"
 #include "workbench/signals/SignalReader.h"
 #include "workbench/signals/SignalWriter.h"
 #include "workbench/system/FileHandle.h"
 
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,22 +17,33 @@ struct Format {
     const char* name;                  // "WAV"
     std::vector<const char*> endings;  // of file names, in lower case: ".aif", ".aiff"
 
-    // What it holds: channels of sound, with a rate and a full scale of 1.0; columns of any meaning
-    // and nothing beside them; or lines with columns, their names, an axis and notes.
-    enum class Kind { sound, array, text };
+    // What its numbers are: sound, with a full scale of 1.0; measurements, in units of their own;
+    // or columns of text.
+    enum class Kind { sound, measurement, text };
     Kind kind;
+
+    // What it has a place for beside the samples. Names of channels hold their units.
+    struct Places {
+        bool rate = false, axis = false, names = false, notes = false;
+    };
+    Places places;
 
     // Whether a file with these first bytes, at most 256, is of this format.
     bool (*recognises)(std::string_view head);
 
     // What openSignal and createSignal do for the format, which is not written if create is null.
-    // The file is at its start.
+    // The file is at its start; of one with parts, options.part is one of them.
     std::unique_ptr<SignalReader> (*open)(FileHandle file, const SourceName& source,
                                           const ReadOptions& options);
     std::unique_ptr<SignalWriter> (*create)(const SignalTarget& target, const ResultInfo& info);
 
-    bool integersAlone = false;  // it holds no floating-point samples
-    bool parts = false;          // it holds several signals, each with a name
+    // How samples are stored where nothing else is asked for.
+    Encoding stored = Encoding::float64;
+
+    // The parts of a file that can hold several signals; null: a file is one signal, or names its
+    // columns itself, as text does. The file is at its start, and may be left anywhere. Failure if
+    // the file is broken.
+    std::vector<FilePart> (*parts)(std::FILE* file, const SourceName& source) = nullptr;
 
     // In the order in which they are tried on a file.
     static const std::vector<const Format*>& all();

@@ -41,9 +41,7 @@ bool holdsColumns(const SourceName& target) {
 
 Encoding storedEncoding(const SignalTarget& target) {
     const Format& format = formatFor(target.name);
-    return target.encoding != Encoding::automatic ? target.encoding
-           : format.integersAlone                 ? Encoding::pcm24
-                                                  : Encoding::float64;
+    return target.encoding == Encoding::automatic ? format.stored : target.encoding;
 }
 
 static std::string describe(const SignalAxis& axis) {
@@ -63,15 +61,15 @@ static bool hasNames(const ResultInfo& info) {
 std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
     const Format& format = formatFor(target.name);
     std::vector<std::string> lost;
-    if (format.kind == Format::Kind::array && info.rate > 0.0) {
+    if (!format.places.rate && info.rate > 0.0) {
         lost.push_back(fmt::format("the rate of {} Hz", info.rate));
     }
     const bool fromZero = info.axis && info.axis->time && info.axis->start == 0.0 &&
                           info.axis->step > 0.0;  // as a rate alone has it
-    if (format.kind != Format::Kind::text && info.axis && !fromZero) {
+    if (!format.places.axis && info.axis && !fromZero) {
         lost.push_back(describe(*info.axis));
     }
-    if (format.kind != Format::Kind::text && hasNames(info)) {
+    if (!format.places.names && hasNames(info)) {
         lost.emplace_back("the names of the channels");
     }
     const std::string last = lost.empty() ? "" : lost.back();
@@ -81,7 +79,8 @@ std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
 
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info) {
     const Format& format = formatFor(target.name);
-    if (format.kind == Format::Kind::array && info.axis && !info.axis->time && !target.lossy) {
+    const bool measurement = format.kind == Format::Kind::measurement;
+    if (measurement && !format.places.axis && info.axis && !info.axis->time && !target.lossy) {
         throw Failure(
             fmt::format("{} has no place for {}; use --lossy to lose it, or write text, as with "
                         "-o FILE.csv",

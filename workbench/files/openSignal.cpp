@@ -1,4 +1,5 @@
 #include "workbench/files/Format.h"
+#include "workbench/files/PartChoice.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/files/text/LineReader.h"
@@ -72,7 +73,11 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
         throw Failure(fmt::format("{} is neither {}; save it as one of these", source.shown,
                                   Format::names("nor")));
     }
-    if (!options.part.empty() && !format->parts) {
+    ReadOptions ofPart = options;
+    if (format->parts != nullptr) {
+        ofPart.part = chosenPart(format->parts(file.get(), source), options.part, source).name;
+        std::rewind(file.get());
+    } else if (!options.part.empty() && format->kind != Format::Kind::text) {
         throw Failure(
             fmt::format("{} is not one signal of several: {} holds one; leave out the name",
                         source.shown, format->name));
@@ -82,7 +87,7 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
         digest = digestOfRest(file.get(), source.shown);
         std::rewind(file.get());
     }
-    std::unique_ptr<SignalReader> reader = format->open(std::move(file), source, options);
+    std::unique_ptr<SignalReader> reader = format->open(std::move(file), source, ofPart);
     reader->setDigest(digest);
     return reader;
 }

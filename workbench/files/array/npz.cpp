@@ -7,7 +7,6 @@
 #include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <string_view>
@@ -21,15 +20,6 @@ static std::string nameOfArray(const ZipEntry& entry) {
     return entry.name.substr(0, entry.name.size() - ending);
 }
 
-// The first of many.
-static std::string listOf(std::vector<std::string> items) {
-    constexpr std::size_t shown = 20;
-    const std::size_t more = items.size() - std::min(items.size(), shown);
-    items.resize(items.size() - more);
-    return fmt::format("{}{}", fmt::join(items, ", "),
-                       more == 0 ? "" : fmt::format(" and {} more", more));
-}
-
 static NpyHeader headerOf(const ZipArchive& archive, const ZipEntry& entry,
                           const std::string& name) {
     ZipEntryReader bytes(archive, entry);
@@ -37,51 +27,32 @@ static NpyHeader headerOf(const ZipArchive& archive, const ZipEntry& entry,
                            entry.length, name);
 }
 
-static const ZipEntry& namedEntry(const ZipArchive& archive, const std::string& name) {
-    std::vector<std::string> names;
+std::vector<FilePart> partsOfNpz(std::FILE* file, const SourceName& source) {
+    const ZipArchive archive(file, source.shown);
+    std::vector<FilePart> parts;
     for (const ZipEntry& entry : archive.entries()) {
-        if (entry.name == name || nameOfArray(entry) == name) {
-            return entry;
+        FilePart part{nameOfArray(entry), {}, {}};
+        try {
+            const NpyHeader header = headerOf(
+                archive, entry, fmt::format("{}:{}", source.shown, printable(part.name, 100)));
+            part.what = fmt::format("{}, {}", header.typeName(), header.shapeName());
+        } catch (const Failure& failure) {
+            part.refusal = failure.what();
         }
-        names.push_back(printable(nameOfArray(entry), 100));
+        parts.push_back(part);
     }
-    archive.refuse(fmt::format("no array of that name; {}", names.empty()
-                                                                ? "the archive is empty"
-                                                                : "there are " + listOf(names)));
+    return parts;
 }
 
-// Numbers and text beside it are no signals. What is wrong with a single array is said as of a
-// file.
-static const ZipEntry& onlyEntry(const ZipArchive& archive, const SourceName& source) {
-    const ZipEntry* only = nullptr;
-    std::vector<std::string> signals, reasons;
-    for (const ZipEntry& entry : archive.entries()) {
-        const std::string name = printable(nameOfArray(entry), 100);
-        try {
-            const NpyHeader header =
-                headerOf(archive, entry, fmt::format("{}:{}", source.shown, name));
-            signals.push_back(fmt::format("{} ({})", name, header.shapeName()));
-            only = &entry;
-        } catch (const Failure& failure) {
-            reasons.emplace_back(failure.what());
-        }
+static const ZipEntry& entryOf(const ZipArchive& archive, const std::string& part) {
+    const auto& entries = archive.entries();
+    const auto entry = std::find_if(entries.begin(), entries.end(), [&part](const ZipEntry& each) {
+        return nameOfArray(each) == part;
+    });
+    if (entry == entries.end()) {
+        archive.refuse("the file has changed meanwhile; try again");
     }
-    if (signals.size() > 1) {
-        archive.refuse(fmt::format("several signals, {}; name one of them, as in {}:{}",
-                                   listOf(signals), source.shown,
-                                   printable(nameOfArray(*only), 100)));
-    }
-    if (only == nullptr && reasons.size() == 1) {
-        throw Failure(reasons.front());
-    }
-    if (only == nullptr) {
-        archive.refuse(reasons.empty()
-                           ? "the archive is empty; choose another file"
-                           : fmt::format("none of the {} files in the archive is an array "
-                                         "of samples; choose another",
-                                         reasons.size()));
-    }
-    return *only;
+    return *entry;
 }
 
 // The array as a file of its own, complete and with the right checksum.
@@ -114,8 +85,7 @@ static void checkStored(const ZipArchive& archive, const ZipEntry& entry) {
 std::unique_ptr<SignalReader> openNpz(FileHandle file, const SourceName& source,
                                       const ReadOptions& options) {
     const ZipArchive archive(file.get(), source.shown);
-    const ZipEntry& entry =
-        options.part.empty() ? onlyEntry(archive, source) : namedEntry(archive, options.part);
+    const ZipEntry& entry = entryOf(archive, options.part);
     headerOf(archive, entry, source.shown);  // before a long entry is unpacked for nothing
     const std::int64_t begin = archive.begin(entry);
     if (entry.method != 0) {

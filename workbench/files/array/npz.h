@@ -1,12 +1,17 @@
 #pragma once
 
+#include "workbench/signals/FilePart.h"
 #include "workbench/signals/SignalReader.h"
 #include "workbench/system/FileHandle.h"
 
+#include <cstdio>
 #include <memory>
+#include <vector>
 
-// Opens an array of an .npz file, an archive of .npy files: the one that the options name, with or
-// without ".npy", else the only one that is a signal.
-//   Failure   as openSignal; several signals and no name, then all are listed; no such name.
+// The files of an .npz file, an archive of .npy files, without that ending. Failure if it is no
+// such archive.
+std::vector<FilePart> partsOfNpz(std::FILE* file, const SourceName& source);
+
+// Opens the array that options.part names, one of these parts. Failure as openSignal.
 std::unique_ptr<SignalReader> openNpz(FileHandle file, const SourceName& source,
                                       const ReadOptions& options);

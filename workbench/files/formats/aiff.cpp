@@ -10,5 +10,5 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 }
 
 // AIFC holds what plain AIFF cannot, floating point among it.
-extern const Format aiffFormat = {"AIFF",     {".aif", ".aiff"}, Format::Kind::sound,
-                                  recognises, openAudio,         create};
+extern const Format aiffFormat = {
+    "AIFF", {".aif", ".aiff"}, Format::Kind::sound, {.rate = true}, recognises, openAudio, create};

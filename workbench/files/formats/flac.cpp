@@ -10,5 +10,6 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 }
 
 // Integers, compressed without loss.
-extern const Format flacFormat = {"FLAC", {".flac"}, Format::Kind::sound, recognises, openAudio,
-                                  create, true};
+extern const Format flacFormat = {"FLAC",         {".flac"},      Format::Kind::sound,
+                                  {.rate = true}, recognises,     openAudio,
+                                  create,         Encoding::pcm24};

@@ -20,4 +20,5 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
     return std::make_unique<NpyWriter>(target, info);
 }
 
-extern const Format npyFormat = {"npy", {".npy"}, Format::Kind::array, recognises, open, create};
+extern const Format npyFormat = {"npy", {".npy"}, Format::Kind::measurement, {}, recognises,
+                                 open,  create};

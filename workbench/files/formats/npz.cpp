@@ -6,5 +6,6 @@ static bool recognises(std::string_view head) {
     return head.starts_with("PK\3\4") || head.starts_with("PK\5\6");
 }
 
-extern const Format npzFormat = {"npz", {".npz"}, Format::Kind::array, recognises, openNpz, nullptr,
-                                 false, true};
+extern const Format npzFormat = {"npz",   {".npz"},          Format::Kind::measurement,
+                                 {},      recognises,        openNpz,
+                                 nullptr, Encoding::float64, partsOfNpz};

@@ -29,5 +29,10 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 
 // Columns of numbers. What separates them is found when they are read; when they are written, the
 // ending of the name decides.
-extern const Format textFormat = {
-    "UTF-8 text", {".csv", ".tsv", ".txt", ".dat"}, Format::Kind::text, recognises, open, create};
+extern const Format textFormat = {"UTF-8 text",
+                                  {".csv", ".tsv", ".txt", ".dat"},
+                                  Format::Kind::text,
+                                  {.rate = true, .axis = true, .names = true, .notes = true},
+                                  recognises,
+                                  open,
+                                  create};

@@ -10,5 +10,5 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 }
 
 // WAV with sizes of 64 bits and ids of 16 bytes.
-extern const Format w64Format = {"W64",      {".w64"},  Format::Kind::sound,
-                                 recognises, openAudio, create};
+extern const Format w64Format = {
+    "W64", {".w64"}, Format::Kind::sound, {.rate = true}, recognises, openAudio, create};
