@@ -63,7 +63,7 @@ struct Head {
 };
 
 // Reads on to that many lines of data. False: they did not come, or are longer than lines of text.
-static bool readLines(std::FILE* pipe, int lines, Head& head) {
+static bool readLines(std::FILE* pipe, int lines, const TextOptions& options, Head& head) {
     constexpr std::size_t longest = std::size_t{1} << 20;
     while (head.lines < lines) {
         const int byte = head.text.size() < longest ? std::getc(pipe) : EOF;
@@ -76,7 +76,7 @@ static bool readLines(std::FILE* pipe, int lines, Head& head) {
         } else if (byte == '\n') {
             std::string_view line(head.text.data() + head.begin, head.text.size() - head.begin - 1);
             line.remove_suffix(line.ends_with('\r') ? 1 : 0);
-            head.lines += LineReader::isData(line) ? 1 : 0;
+            head.lines += LineReader::isData(line, options) ? 1 : 0;
             head.begin = head.text.size();
         }
     }
@@ -90,7 +90,7 @@ std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOpt
     }
     Head head;
     for (const int lines : {2, linesOfColumns}) {
-        if (!readLines(pipe.stream(), lines, head) || !isText(head.text)) {
+        if (!readLines(pipe.stream(), lines, options.text, head) || !isText(head.text)) {
             break;
         }
         if (TextReader::canStream(head.text, lines, source, options)) {

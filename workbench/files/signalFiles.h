@@ -11,7 +11,9 @@
 //   Audio     (recognised by its first bytes) is scaled to 1.0 at full scale; floating-point
 //             samples stay as they are.
 //   Text      is columns of numbers separated by tabs, semicolons, commas or blanks, after lines of
-//             comment (#) and at most one header line. One column may be the axis, which gives a
+//             comment (# or %), titles or pairs of key and value, a header line and one of units,
+//             as far as there are such (TextLayout). Its options tell what cannot be recognised.
+//             Moments (ClockTime) are read as seconds. One column may be the axis, which gives a
 //             rate if its name is that of a time: chosen by the options, or the first, if it is
 //             evenly spaced as far as its digits show and no other is (AxisSearch). All others, or
 //             those chosen, are channels.
@@ -39,7 +41,8 @@ bool holdsDoubles(const SignalTarget& target);
 // Creates a file for a signal in the format that the ending of its name stands for; standard output
 // is text.
 //   Audio     needs a rate of whole Hz. A .wav beyond 4 GiB is RF64.
-//   Text      separated by commas, tabs (.tsv) or blanks (.txt, .dat): the notes, a header line,
+//   Text      separated by commas, tabs (.tsv) or blanks (.txt, .dat, .xy): the notes, a header
+//   line,
 //             then the samples, each number in the fewest digits that read back to it. A rate gives
 //             a first column t_s in seconds, an axis without a rate a column of its own name.
 //   Failure   a format that cannot hold the signal, an existing file, no right to write.

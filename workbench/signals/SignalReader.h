@@ -2,6 +2,7 @@
 
 #include "workbench/signals/SignalAxis.h"
 #include "workbench/signals/SourceName.h"
+#include "workbench/signals/TextOptions.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,6 +18,12 @@ struct SignalInfo {
     double rate = 0.0;               // Hz; 0: not known
     std::optional<SignalAxis> axis;  // of a text file of two samples or more
     std::vector<std::string> names;  // of the channels; empty without a header line
+    // Of a text: by what its lines are divided, and the decimal sign of its numbers; '\0': neither
+    // was met. Nothing for other formats.
+    struct TextSigns {
+        char separator = '\0', decimal = '\0';
+    };
+    std::optional<TextSigns> text;
     // What was taken as what, where the names of the columns do not say it: one sentence each.
     std::vector<std::string> remarks;
 };
@@ -28,6 +35,8 @@ struct ReadOptions {
     // column is a signal whatever stands here.
     std::string axis;                  // "none": no axis; empty: as its numbers show
     std::vector<std::string> columns;  // that are channels, in this order; empty: all but the axis
+
+    TextOptions text = {};
 };
 
 // A signal, read from its first sample to its last; a file in constant memory.

@@ -10,10 +10,13 @@
 
 static constexpr std::size_t shownLength = 24;
 
-// A name goes before a number: a column may be called 2.
+// A name, with the unit from a line of its own or without, goes before a number: a column may be
+// called 2.
 static std::size_t columnNamed(const std::string& word, const TextLayout& layout,
                                const std::string& fileName) {
-    const auto& names = layout.names;
+    const bool whole =
+        std::find(layout.names.begin(), layout.names.end(), word) != layout.names.end();
+    const auto& names = whole ? layout.names : layout.titles;
     const std::ptrdiff_t found = std::count(names.begin(), names.end(), word);
     if (found == 1) {
         return static_cast<std::size_t>(std::find(names.begin(), names.end(), word) -

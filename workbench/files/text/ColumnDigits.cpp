@@ -8,7 +8,7 @@ static bool isDigit(char letter) {
     return letter >= '0' && letter <= '9';
 }
 
-// The number after e or E; what no double has anyway is as good as 0.
+// The number after the letter of an exponent; what no double has anyway is as good as 0.
 static int exponentOf(std::string_view text) {
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
@@ -23,7 +23,7 @@ void ColumnDigits::add(std::string_view cell) {
         places = significant = most;
         return;
     }
-    const std::size_t end = std::min(cell.find_first_of("eE"), cell.size());
+    const std::size_t end = std::min(cell.find_first_of("eEdD"), cell.size());
     int after = 0, counted = 0;
     bool fraction = false;
     for (const char letter : cell.substr(0, end)) {

@@ -9,49 +9,58 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 static constexpr std::size_t mostColumns = 4096;
 static constexpr std::size_t shownLength = 24;
 
-TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& options)
+TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& reading)
     : file(std::move(text)),
-      lines(file.get(), source.shown),
-      allowNonfinite(options.allowNonfinite) {
+      lines(file.get(), source.shown, reading.text),
+      allowNonfinite(reading.allowNonfinite),
+      options(reading.text),
+      cellReader(reading.text) {
     facts.source = source;
     facts.format = "text";
-    readLayout();
-    scan(ColumnChoice(options, layout, source.shown));
+    requireLayout();
+    scan(chosen(reading));
     rewind();
 }
 
 TextReader::TextReader(std::FILE* rest, const std::string& head, const SourceName& source,
-                       const ReadOptions& options)
-    : lines(rest, head, source.shown), allowNonfinite(options.allowNonfinite) {
+                       const ReadOptions& reading)
+    : lines(rest, head, source.shown, reading.text),
+      allowNonfinite(reading.allowNonfinite),
+      options(reading.text),
+      cellReader(reading.text) {
     facts.source = source;
     facts.format = "text";
-    readLayout();
 }
 
 TextReader::TextReader(Pipe opened, const std::string& head, int headLines,
-                       const SourceName& source, const ReadOptions& options)
-    : TextReader(opened.stream(), head, source, options) {
+                       const SourceName& source, const ReadOptions& reading)
+    : TextReader(opened.stream(), head, source, reading) {
     pipe = std::move(opened);
-    const ColumnChoice choice(options, layout, source.shown);
+    requireLayout();
+    const ColumnChoice choice = chosen(reading);
     assign(choice, searchHead(choice, headLines));
 }
 
+// Quotes may take another line to be understood, and lines that are skipped are not in the count.
 bool TextReader::canStream(const std::string& head, int headLines, const SourceName& source,
-                           const ReadOptions& options) {
-    TextReader reader(nullptr, head, source, options);
-    const ColumnChoice choice(options, reader.layout, source.shown);
-    return !reader.searchHead(choice, headLines).needsFit();
+                           const ReadOptions& reading) {
+    TextReader reader(nullptr, head, source, reading);
+    if (reading.text.skip > 0 || head.find('"') != std::string::npos || !reader.readLayout()) {
+        return false;
+    }
+    return !reader.searchHead(reader.chosen(reading), headLines).needsFit();
 }
 
 AxisSearch TextReader::searchHead(const ColumnChoice& choice, int headLines) {
     AxisSearch search(choice, layout);
     rewind();
-    for (int line = layout.header ? 1 : 0; line < headLines; ++line) {
+    for (auto line = static_cast<int>(layout.linesBefore); line < headLines; ++line) {
         nextRow(&search);
     }
     rewind();
@@ -74,25 +83,44 @@ void TextReader::refuseCell(std::size_t column, std::int64_t line, const std::st
         fmt::format("{}, line {}, {}: {}", facts.source.shown, line, columnName(column), what));
 }
 
-void TextReader::readLayout() {
-    std::string_view line;
-    if (!lines.next(line)) {
-        throw Failure(
-            fmt::format("{}: no data lines; columns of numbers are expected", facts.source.shown));
+bool TextReader::readLayout() {
+    const auto next = [this](std::string_view& line) { return lines.next(line); };
+    const std::optional<TextLayout> found = findLayout(next, options);
+    if (found) {
+        layout = *found;
+        row.resize(layout.columns);
+        cells.resize(layout.columns);
+        moments.resize(layout.columns);
     }
-    const std::string first(line);
-    const bool more = lines.next(line);
-    layout = findLayout(first, more ? std::optional<std::string>(line) : std::nullopt);
-    if (layout.header && !more) {
-        throw Failure(fmt::format("{}: no data lines after \"{}\"; columns of numbers are expected",
-                                  facts.source.shown, printable(first, shownLength)));
+    return found.has_value();
+}
+
+void TextReader::requireLayout() {
+    if (!readLayout()) {
+        std::string_view line;
+        lines.rewind();
+        throw Failure(fmt::format(
+            "{}: no data lines{}; columns of numbers are expected", facts.source.shown,
+            lines.next(line) ? fmt::format(" after \"{}\"", printable(line, shownLength)) : ""));
     }
     if (layout.columns > mostColumns) {
         throw Failure(
             fmt::format("{}: {} columns, but at most {} are allowed; write one line per sample",
                         facts.source.shown, layout.columns, mostColumns));
     }
-    row.resize(layout.columns);
+}
+
+// Columns that are neither channels nor perhaps the axis are not read, and may hold anything.
+ColumnChoice TextReader::chosen(const ReadOptions& reading) {
+    ColumnChoice choice(reading, layout, facts.source.shown);
+    used.assign(layout.columns, !choice.channelsGiven);
+    for (const std::size_t channel : choice.channels) {
+        used[channel] = true;
+    }
+    if (choice.axis || choice.axisSought) {
+        used[choice.axis.value_or(0)] = true;
+    }
+    return choice;
 }
 
 void TextReader::scan(const ColumnChoice& choice) {
@@ -113,6 +141,7 @@ void TextReader::scan(const ColumnChoice& choice) {
 // What each column is.
 void TextReader::assign(const ColumnChoice& choice, const AxisSearch& search) {
     const AxisSearch::Finding found = search.finding();
+    facts.text = {layout.separator, cellReader.decimal()};
     if (found.uneven) {
         refuseCell(found.uneven->column, found.uneven->line,
                    fmt::format("the axis is not evenly spaced here, at {}; resample the file, take "
@@ -137,20 +166,43 @@ void TextReader::assign(const ColumnChoice& choice, const AxisSearch& search) {
                                             search.name(*found.axis), search.steps(*found.axis));
         facts.axis = axis;
         facts.rate = rate;
+        if (layout.times[*found.axis]) {
+            facts.axis->start += moments[*found.axis].start();
+        }
     }
     if (!choice.remark.empty()) {
         facts.remarks.push_back(choice.remark);
     }
+    remarkOnLayout();
     remarkOn(found, search);
 }
 
+void TextReader::remark(const std::string& what) {
+    facts.remarks.push_back(fmt::format("{}: {}", facts.source.shown, what));
+}
+
+void TextReader::remarkOnLayout() {
+    if (layout.passedOver > 0) {
+        remark(fmt::format("{} line(s) before the numbers passed over, the first \"{}\"",
+                           layout.passedOver, printable(layout.firstPassedOver, shownLength)));
+    }
+    for (const std::size_t column : channels) {
+        if (layout.times[column]) {
+            remark(fmt::format("{} is times, taken as seconds since the first, {}",
+                               columnName(column), printable(moments[column].startText())));
+        }
+    }
+}
+
 void TextReader::remarkOn(const AxisSearch::Finding& found, const AxisSearch& search) {
-    const auto remark = [this](const std::string& what) {
-        facts.remarks.push_back(fmt::format("{}: {}", facts.source.shown, what));
-    };
     if (facts.axis && found.byNumbers) {
         remark(fmt::format("{} taken as the axis, from {:.6g} by {:.6g}", columnName(*found.axis),
                            facts.axis->start, facts.axis->step));
+    }
+    if (facts.axis && layout.times[*found.axis] && moments[*found.axis].dated()) {
+        const std::string& start = moments[*found.axis].startText();
+        remark(fmt::format("{} begins at {} and is taken as seconds since midnight of that day",
+                           columnName(*found.axis), printable(start)));
     }
     if (facts.axis && search.name(*found.axis).kind == ColumnName::Kind::time &&
         !facts.axis->time) {
@@ -170,12 +222,15 @@ void TextReader::remarkOn(const AxisSearch::Finding& found, const AxisSearch& se
     }
 }
 
-// Puts the first line of data next.
+// Puts the first line of numbers next.
 void TextReader::rewind() {
     lines.rewind();
-    std::string_view header;
-    if (layout.header) {
-        lines.next(header);
+    for (MomentColumn& column : moments) {
+        column.rewind();
+    }
+    std::string_view before;
+    for (std::size_t i = 0; i < layout.linesBefore; ++i) {
+        lines.next(before);
     }
 }
 
@@ -185,48 +240,108 @@ bool TextReader::nextRow(AxisSearch* search) {
     if (!lines.next(line)) {
         return false;
     }
-    CellCutter cells(line, layout.separator);
-    std::size_t column = 0;
-    for (std::string_view cell; column < row.size() && cells.next(cell); ++column) {
-        parseCell(cell, column);
-        if (search != nullptr) {
-            search->look(column, cell, row[column], lines.number());
-        }
+    if (!takeCells(line) && !takeCells(withoutComment(line, options))) {
+        refuseLine(withoutComment(line, options));
     }
-    std::string_view surplus;
-    if (column < row.size() || cells.next(surplus)) {
-        refuse(
-            fmt::format("{} column(s), but {} in the first line; correct it, or put # before lines "
-                        "that are not data",
-                        countCells(line, layout.separator), row.size()));
+    for (std::size_t column = 0; search != nullptr && column < row.size(); ++column) {
+        search->look(column, cells[column], row[column], lines.number());
     }
     return true;
 }
 
-void TextReader::parseCell(std::string_view cell, std::size_t column) {
-    switch (readNumber(cell, layout.decimalComma(), row[column])) {
-        case NumberKind::finite:
-            break;
-        case NumberKind::nonfinite:
-            if (!allowNonfinite) {
-                refuseCell(column, lines.number(),
-                           fmt::format("{} is not a finite number; use --allow-nonfinite to "
-                                       "let it through",
-                                       row[column]));
-            }
-            break;
-        case NumberKind::tooLarge:
-            refuseCell(column, lines.number(),
-                       fmt::format("{} is too large for a double; scale the column",
-                                   printable(cell, shownLength)));
-        case NumberKind::notANumber:
-            refuseCell(column, lines.number(),
-                       cell.empty()
-                           ? "the cell is empty; put a number there"
-                           : fmt::format("\"{}\" is not a number; correct it, or put # before "
-                                         "lines that are not data",
-                                         printable(cell, shownLength)));
+// False if the line does not hold a number for each column that is used; empty cells may follow.
+bool TextReader::takeCells(std::string_view line) {
+    CellCutter cutter(line, layout.separator);
+    const bool plain = cellReader.decimal() == '.';
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        if ((!plain || !cutter.nextNumber(cells[column], row[column])) &&
+            (!cutter.next(cells[column]) || !takeCell(cells[column], column))) {
+            return false;
+        }
     }
+    std::string_view surplus;
+    while (cutter.next(surplus)) {
+        if (!surplus.empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool TextReader::takeCell(std::string_view& cell, std::size_t column) {
+    const CellReader::Kind kind = kindOf(cell, column);
+    return kind == CellReader::Kind::finite ||
+           (kind == CellReader::Kind::nonfinite && allowNonfinite);
+}
+
+CellReader::Kind TextReader::kindOf(std::string_view& cell, std::size_t column) {
+    using Kind = CellReader::Kind;
+    if (!used[column]) {
+        row[column] = std::numeric_limits<double>::quiet_NaN();
+        return Kind::finite;
+    }
+    if (!layout.times[column]) {
+        return cellReader.read(cell, row[column]);
+    }
+    return isMissing(cell, options)                  ? Kind::missing
+           : moments[column].read(cell, row[column]) ? Kind::finite
+                                                     : Kind::notANumber;
+}
+
+// Of a line that takeCells did not take.
+void TextReader::refuseLine(std::string_view line) {
+    CellCutter cutter(line, layout.separator);
+    std::size_t column = 0;
+    for (std::string_view cell; column < row.size() && cutter.next(cell); ++column) {
+        const std::string shown = printable(withoutQuotes(cell), shownLength);
+        const CellReader::Kind kind = kindOf(cell, column);
+        if (kind != CellReader::Kind::finite &&
+            (kind != CellReader::Kind::nonfinite || !allowNonfinite)) {
+            refuseCell(column, lines.number(), faultOf(kind, shown, column));
+        }
+    }
+    refuse(
+        fmt::format("{} column(s), but {} in the first line; correct it, or put # before lines "
+                    "that are not data",
+                    countCells(line, layout.separator), row.size()));
+}
+
+std::string TextReader::faultOf(CellReader::Kind kind, const std::string& cell,
+                                std::size_t column) const {
+    using Kind = CellReader::Kind;
+    switch (kind) {
+        case Kind::nonfinite:
+            return fmt::format("{} is not a finite number; use --allow-nonfinite to let it through",
+                               row[column]);
+        case Kind::tooLarge:
+            return fmt::format("{} is too large for a double; scale the column", cell);
+        case Kind::missing:
+            return cell.empty() ? "the cell is empty; put a number there"
+                                : fmt::format(
+                                      "\"{}\" stands for a missing number; put the number "
+                                      "there",
+                                      cell);
+        case Kind::thousands:
+            return fmt::format("\"{}\" has separators of thousands; write numbers without them",
+                               cell);
+        case Kind::otherSign:
+            return cellReader.decimal() == '.'
+                       ? fmt::format(
+                             "\"{}\" has a comma, but the decimal sign is a point; write "
+                             "all numbers alike, without separators of thousands",
+                             cell)
+                       : fmt::format(
+                             "\"{}\" has a point, but the decimal sign is a comma; write "
+                             "all numbers alike, without separators of thousands",
+                             cell);
+        case Kind::finite:
+        case Kind::notANumber:
+            break;
+    }
+    return fmt::format(
+        "\"{}\" is not a number; correct it, or put # before lines that are not "
+        "data",
+        cell);
 }
 
 // The samples that came last; now it is known how many there were.
