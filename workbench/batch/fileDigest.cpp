@@ -1,5 +1,6 @@
 #include "workbench/batch/fileDigest.h"
 
+#include "workbench/files/SourcePart.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
@@ -16,7 +17,7 @@
 #include <vector>
 
 std::string fileDigest(const std::string& file) {
-    const std::filesystem::path path = pathOf(file);
+    const std::filesystem::path path = pathOf(SourcePart(file).file);
     std::error_code ignored;
     const auto status = std::filesystem::status(path, ignored);
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {

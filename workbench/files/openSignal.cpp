@@ -1,9 +1,11 @@
 #include "workbench/files/Format.h"
+#include "workbench/files/SourcePart.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/files/text/LineReader.h"
 #include "workbench/files/text/TextReader.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
 
@@ -43,11 +45,24 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
         throw Failure(fmt::format("{} is neither {}; save it as one of these", source.shown,
                                   Format::names("nor")));
     }
+    if (!options.part.empty() && !format->columns) {
+        throw Failure(fmt::format("{}: {} has no names for its channels; leave out \":{}\"",
+                                  source.shown, format->name, printable(options.part)));
+    }
     return format->open(std::move(file), source, options);
 }
 
+// The options of a file with what its own name says of the part.
+static ReadOptions withPart(const ReadOptions& options, const SourcePart& word) {
+    ReadOptions own = options;
+    own.part = word.part.empty() ? options.part : word.part;
+    return own;
+}
+
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options) {
-    return openFile(openInput(source), source, options);
+    const SourcePart word(source.path);
+    return openFile(openInput(word.part.empty() ? source : SourceName(word.file)), source,
+                    withPart(options, word));
 }
 
 static bool isText(std::string_view head) {
@@ -83,11 +98,13 @@ static bool readLines(std::FILE* pipe, int lines, const TextOptions& options, He
     return true;
 }
 
-std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options) {
-    Pipe pipe(source);
+std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& reading) {
+    const SourcePart word(source.path);
+    Pipe pipe(word.part.empty() ? source : SourceName(word.file));
     if (pipe.stream() == nullptr) {
-        return openSignal(source, options);
+        return openSignal(source, reading);
     }
+    const ReadOptions options = withPart(reading, word);
     Head head;
     for (const int lines : {2, linesOfColumns}) {
         if (!readLines(pipe.stream(), lines, options.text, head) || !isText(head.text)) {

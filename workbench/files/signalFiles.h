@@ -7,7 +7,7 @@
 #include <memory>
 
 // Opens a signal and reads it once, so that any fault in it is found here.
-//   source    Standard input and pipes are first copied to a temporary file.
+//   source    May name a signal within a file (SourcePart). Standard input and pipes are first copied to a temporary file.
 //   Audio     (recognised by its first bytes) is scaled to 1.0 at full scale; floating-point
 //             samples stay as they are.
 //   Text      is columns of numbers separated by tabs, semicolons, commas or blanks, after lines of

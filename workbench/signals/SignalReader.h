@@ -36,6 +36,10 @@ struct ReadOptions {
     std::string axis;                  // "none": no axis; empty: as its numbers show
     std::vector<std::string> columns;  // that are channels, in this order; empty: all but the axis
 
+    // A signal within the file: of a text, the column that is the only channel, whatever columns
+    // says. Empty: none is named.
+    std::string part = {};
+
     TextOptions text = {};
 };
 

@@ -43,7 +43,9 @@ ColumnChoice::ColumnChoice(const ReadOptions& options, const TextLayout& layout,
     const bool axisNamed = !options.axis.empty() && options.axis != "none";
     if (layout.columns == 1) {
         axisSought = false;
-        if (axisNamed || !options.columns.empty()) {
+        if (!options.part.empty()) {
+            columnNamed(options.part, layout, fileName);
+        } else if (axisNamed || !options.columns.empty()) {
             remark = fmt::format(
                 "{}: its only column is the signal, whatever --axis and --columns "
                 "say",
@@ -55,7 +57,8 @@ ColumnChoice::ColumnChoice(const ReadOptions& options, const TextLayout& layout,
     if (axisNamed) {
         axis = columnNamed(options.axis, layout, fileName);
     }
-    for (const std::string& word : options.columns) {
+    const std::vector<std::string> part = {options.part};
+    for (const std::string& word : options.part.empty() ? options.columns : part) {
         const std::size_t column = columnNamed(word, layout, fileName);
         if (column == axis || std::count(channels.begin(), channels.end(), column) != 0) {
             throw Failure(fmt::format("{}: column {} is chosen twice{}; choose it once", fileName,
