@@ -51,7 +51,8 @@ TextReader::TextReader(Pipe opened, const std::string& head, int headLines,
 bool TextReader::canStream(const std::string& head, int headLines, const SourceName& source,
                            const ReadOptions& reading) {
     TextReader reader(nullptr, head, source, reading);
-    if (reading.text.skip > 0 || head.find('"') != std::string::npos || !reader.readLayout()) {
+    if (reading.text.skip > 0 || reading.text.fillGaps || head.find('"') != std::string::npos ||
+        !reader.readLayout()) {
         return false;
     }
     return !reader.searchHead(reader.chosen(reading), headLines).needsFit();
@@ -117,8 +118,11 @@ ColumnChoice TextReader::chosen(const ReadOptions& reading) {
     for (const std::size_t channel : choice.channels) {
         used[channel] = true;
     }
-    if (choice.axis || choice.axisSought) {
-        used[choice.axis.value_or(0)] = true;
+    const bool firstIsSignal =
+        choice.channelsGiven && std::count(choice.channels.begin(), choice.channels.end(), 0U) != 0;
+    if (choice.axis || (choice.axisSought && !firstIsSignal)) {
+        mayBeAxis = choice.axis.value_or(0);
+        used[*mayBeAxis] = true;
     }
     return choice;
 }
@@ -126,9 +130,13 @@ ColumnChoice TextReader::chosen(const ReadOptions& reading) {
 void TextReader::scan(const ColumnChoice& choice) {
     AxisSearch search(choice, layout);
     rewind();
-    while (nextRow(&search)) {
-        ++facts.samples;
+    for (; nextRow(&search); ++facts.samples) {
+        fillGaps();
     }
+    if (filler && filler->open()) {
+        refuseGap(*filler->open(), "at the end of the file");
+    }
+    filled = filler ? filler->filled() : 0;
     if (search.needsFit()) {
         rewind();
         while (nextRow()) {
@@ -186,6 +194,10 @@ void TextReader::remarkOnLayout() {
         remark(fmt::format("{} line(s) before the numbers passed over, the first \"{}\"",
                            layout.passedOver, printable(layout.firstPassedOver, shownLength)));
     }
+    if (filled > 0) {
+        remark(fmt::format("{} missing number(s) made from their neighbours, by --gaps linear",
+                           filled));
+    }
     for (const std::size_t column : channels) {
         if (layout.times[column]) {
             remark(fmt::format("{} is times, taken as seconds since the first, {}",
@@ -225,6 +237,9 @@ void TextReader::remarkOn(const AxisSearch::Finding& found, const AxisSearch& se
 // Puts the first line of numbers next.
 void TextReader::rewind() {
     lines.rewind();
+    if (options.fillGaps) {
+        filler.emplace(layout.columns);
+    }
     for (MomentColumn& column : moments) {
         column.rewind();
     }
@@ -252,10 +267,11 @@ bool TextReader::nextRow(AxisSearch* search) {
 // False if the line does not hold a number for each column that is used; empty cells may follow.
 bool TextReader::takeCells(std::string_view line) {
     CellCutter cutter(line, layout.separator);
+    missing.assign(filler ? row.size() : 0, false);
     const bool plain = cellReader.decimal() == '.';
     for (std::size_t column = 0; column < row.size(); ++column) {
         if ((!plain || !cutter.nextNumber(cells[column], row[column])) &&
-            (!cutter.next(cells[column]) || !takeCell(cells[column], column))) {
+            (!cutter.next(cells[column]) || !isTaken(kindOf(cells[column], column), column))) {
             return false;
         }
     }
@@ -268,10 +284,53 @@ bool TextReader::takeCells(std::string_view line) {
     return true;
 }
 
-bool TextReader::takeCell(std::string_view& cell, std::size_t column) {
-    const CellReader::Kind kind = kindOf(cell, column);
-    return kind == CellReader::Kind::finite ||
-           (kind == CellReader::Kind::nonfinite && allowNonfinite);
+// Where gaps are filled, NaN is one.
+bool TextReader::isTaken(CellReader::Kind kind, std::size_t column) {
+    using Kind = CellReader::Kind;
+    if (kind == Kind::finite || (kind == Kind::nonfinite && allowNonfinite)) {
+        return true;
+    }
+    const bool gap = kind == Kind::missing || (kind == Kind::nonfinite && std::isnan(row[column]));
+    if (!filler || !gap || column == mayBeAxis) {
+        return false;
+    }
+    row[column] = std::numeric_limits<double>::quiet_NaN();
+    missing[column] = true;
+    return true;
+}
+
+// Of the row that was read last, and of those before it.
+void TextReader::fillGaps() {
+    if (!filler) {
+        return;
+    }
+    if (const std::optional<std::size_t> column = filler->add(row, missing)) {
+        refuseGap(*column, fmt::format("in line {}", lines.number()));
+    }
+    while (filler->ready()) {
+        filler->take(row);
+    }
+}
+
+void TextReader::refuseGap(std::size_t column, const std::string& where) const {
+    throw Failure(
+        fmt::format("{}, {}: the gap {} is not filled: at most {} numbers in a row may be missing, "
+                    "with one before and one after them; correct it, or leave out the column with "
+                    "--columns",
+                    facts.source.shown, columnName(column), where, GapFiller::longest));
+}
+
+bool TextReader::nextWholeRow() {
+    if (!filler) {
+        return nextRow();
+    }
+    while (!filler->ready()) {
+        if (!nextRow() || filler->add(row, missing)) {
+            return false;
+        }
+    }
+    filler->take(row);
+    return true;
 }
 
 CellReader::Kind TextReader::kindOf(std::string_view& cell, std::size_t column) {
@@ -295,8 +354,7 @@ void TextReader::refuseLine(std::string_view line) {
     for (std::string_view cell; column < row.size() && cutter.next(cell); ++column) {
         const std::string shown = printable(withoutQuotes(cell), shownLength);
         const CellReader::Kind kind = kindOf(cell, column);
-        if (kind != CellReader::Kind::finite &&
-            (kind != CellReader::Kind::nonfinite || !allowNonfinite)) {
+        if (!isTaken(kind, column)) {
             refuseCell(column, lines.number(), faultOf(kind, shown, column));
         }
     }
@@ -316,11 +374,13 @@ std::string TextReader::faultOf(CellReader::Kind kind, const std::string& cell,
         case Kind::tooLarge:
             return fmt::format("{} is too large for a double; scale the column", cell);
         case Kind::missing:
-            return cell.empty() ? "the cell is empty; put a number there"
-                                : fmt::format(
-                                      "\"{}\" stands for a missing number; put the number "
-                                      "there",
-                                      cell);
+            return fmt::format("{}; put a number there, or {}",
+                               cell.empty()
+                                   ? "the cell is empty"
+                                   : fmt::format("\"{}\" stands for a missing number", cell),
+                               filler ? "take the column, which may be the axis, as a signal with "
+                                        "--axis none: of an axis no gaps are filled"
+                                      : "fill gaps with --gaps linear");
         case Kind::thousands:
             return fmt::format("\"{}\" has separators of thousands; write numbers without them",
                                cell);
@@ -356,7 +416,7 @@ std::int64_t TextReader::read(double* interleaved, std::int64_t count) {
         count = std::min(count, facts.samples - position);
     }
     for (std::int64_t i = 0; i < count; ++i) {
-        if (!nextRow()) {
+        if (!nextWholeRow()) {
             if (pipe) {
                 return endOfPipe(i);
             }

@@ -4,6 +4,7 @@
 #include "workbench/files/text/AxisSearch.h"
 #include "workbench/files/text/CellText.h"
 #include "workbench/files/text/ClockTime.h"
+#include "workbench/files/text/GapFiller.h"
 #include "workbench/files/text/LineReader.h"
 #include "workbench/files/text/TextLayout.h"
 #include "workbench/signals/SignalReader.h"
@@ -41,8 +42,11 @@ private:
     void rewind();
     std::int64_t endOfPipe(std::int64_t count);
     bool nextRow(AxisSearch* search = nullptr);
+    bool nextWholeRow();
+    void fillGaps();
+    [[noreturn]] void refuseGap(std::size_t column, const std::string& where) const;
+    [[nodiscard]] bool isTaken(CellReader::Kind kind, std::size_t column);
     [[nodiscard]] bool takeCells(std::string_view line);
-    [[nodiscard]] bool takeCell(std::string_view& cell, std::size_t column);
     CellReader::Kind kindOf(std::string_view& cell, std::size_t column);
     [[noreturn]] void refuseLine(std::string_view line);
     [[nodiscard]] std::string faultOf(CellReader::Kind kind, const std::string& cell,
@@ -61,9 +65,13 @@ private:
     TextOptions options;
     CellReader cellReader;
     TextLayout layout;
-    std::vector<std::size_t> channels;  // their columns
-    std::vector<bool> used;             // columns that are read
-    std::vector<MomentColumn> moments;  // a column each, used by those of times
+    std::vector<std::size_t> channels;     // their columns
+    std::vector<bool> used;                // columns that are read
+    std::optional<std::size_t> mayBeAxis;  // before it is known: no gaps of it are filled
+    std::optional<GapFiller> filler;       // where gaps are filled
+    std::int64_t filled = 0;               // numbers, in the whole file
+    std::vector<bool> missing;             // of the line that was read last
+    std::vector<MomentColumn> moments;     // a column each, used by those of times
     // The columns of the line that was read last, and their text.
     std::vector<double> row;
     std::vector<std::string_view> cells;
