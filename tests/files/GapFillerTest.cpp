@@ -34,7 +34,7 @@ TEST(GapFiller, DrawsLinesThroughGapsOfAllLengths) {
         for (std::size_t k = 0; k < rows.size(); ++k) {
             const long double line =
                 -3.0L + 11.0L * static_cast<long double>(k) / static_cast<long double>(length + 1);
-            EXPECT_NEAR(rows[k][0], static_cast<double>(line), 3e-15);
+            EXPECT_DOUBLE_EQ(rows[k][0], static_cast<double>(line));
             EXPECT_EQ(rows[k][1], k == 0 ? 5.0 : 6.0);
         }
         EXPECT_EQ(filler.filled(), static_cast<std::int64_t>(2 * length - 1));

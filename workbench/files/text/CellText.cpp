@@ -1,7 +1,7 @@
 #include "workbench/files/text/CellText.h"
 
+#include "workbench/files/text/CellCutter.h"
 #include "workbench/files/text/ClockTime.h"
-#include "workbench/files/text/TextLayout.h"
 
 #include <algorithm>
 #include <array>

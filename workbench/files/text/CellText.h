@@ -20,7 +20,9 @@ public:
     // cell becomes the plain text of the number, valid until the next call; the value is set if the
     // result is finite or nonfinite.
     Kind read(std::string_view& cell, double& value) {
-        if (sign != ',' && readNumber(cell, false, value) == NumberKind::finite) {
+        // The word for a missing number may be one: -9999.
+        if (sign != ',' && (options.missing.empty() || cell != options.missing) &&
+            readNumber(cell, false, value) == NumberKind::finite) {
             if (sign == '\0' && cell.find('.') != std::string_view::npos) {
                 sign = '.';
             }

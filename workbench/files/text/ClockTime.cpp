@@ -1,6 +1,6 @@
 #include "workbench/files/text/ClockTime.h"
 
-#include "workbench/files/text/TextLayout.h"
+#include "workbench/files/text/CellCutter.h"
 
 namespace {
 

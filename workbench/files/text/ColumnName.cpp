@@ -1,6 +1,6 @@
 #include "workbench/files/text/ColumnName.h"
 
-#include "workbench/files/text/TextLayout.h"
+#include "workbench/files/text/CellCutter.h"
 
 #include <algorithm>
 #include <array>

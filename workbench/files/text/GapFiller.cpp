@@ -1,10 +1,15 @@
 #include "workbench/files/text/GapFiller.h"
 
 #include <algorithm>
+#include <cmath>
 
 static double between(double a, double b, std::size_t k, std::size_t n) {
-    const double share = static_cast<double>(k) / static_cast<double>(n + 1);
-    return a == b ? a : a * (1.0 - share) + b * share;
+    const auto after = static_cast<double>(k), steps = static_cast<double>(n + 1);
+    if (a == b) {
+        return a;
+    }
+    const double sum = a * (steps - after) + b * after;
+    return std::isfinite(sum) ? sum / steps : a * (1.0 - after / steps) + b * (after / steps);
 }
 
 std::optional<std::size_t> GapFiller::add(const std::vector<double>& row,

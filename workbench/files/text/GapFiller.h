@@ -8,8 +8,9 @@
 
 // Makes missing numbers of rows on their way through: on the line from the last number of a column
 // before a gap, a, to the first after it, b, the k-th of n missing ones is
-//     a (1 - k / (n + 1)) + b k / (n + 1),
-// and a if both are equal. Holds as many rows as the longest gap has, and one.
+//     (a (n + 1 - k) + b k) / (n + 1),
+// and a if both are equal. Whole numbers on the line are exact. Holds as many rows as the longest
+// gap has, and one.
 class GapFiller {
 public:
     static constexpr std::size_t longest = 10;  // so many in a row; more would be guessed

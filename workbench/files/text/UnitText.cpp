@@ -1,6 +1,6 @@
 #include "workbench/files/text/UnitText.h"
 
-#include "workbench/files/text/TextLayout.h"
+#include "workbench/files/text/CellCutter.h"
 
 #include <algorithm>
 #include <array>
