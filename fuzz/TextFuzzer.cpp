@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-// An input is a byte of options, with one of its bits a second one of what is told of the layout, and
-// a text file.
+// An input is a byte of options, with one of its bits a second one of what is told of the layout,
+// and a text file.
 
 // Bytes that cannot be shown are written as question marks, and then say something else.
 static bool isShowable(const std::string& name) {
