@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -49,7 +50,16 @@ TEST(ClockTime, TakesWholeMomentsAlone) {
     }
 }
 
-// A clock without a date goes on over midnight, either way; with dates nothing is added.
+// From the first moment of a column to the next one; NaN if one of them is refused.
+static double secondsBetween(MomentColumn& column, std::string_view first, std::string_view next) {
+    double seconds = std::nan("");
+    const bool taken = column.read(first, seconds) && seconds == 0.0 && column.read(next, seconds);
+    column.rewind();
+    return taken ? seconds : std::nan("");
+}
+
+// A clock without a date goes on over midnight, either way; with dates nothing is added. The second
+// pass gives the same as the first.
 TEST(MomentColumn, CountsFromTheFirst) {
     struct Case {
         const char *first, *next;
@@ -61,15 +71,7 @@ TEST(MomentColumn, CountsFromTheFirst) {
           Case{"2024-02-28T23:00", "2024-03-01T00:30", 91800.0},
           Case{"2024-02-28T23:00Z", "2024-02-28T23:00-0200", 7200.0}}) {
         MomentColumn column;
-        double seconds = 0.0;
-        for (int pass = 0; pass < 2; ++pass) {
-            std::string_view cell = first;
-            ASSERT_TRUE(column.read(cell, seconds));
-            EXPECT_EQ(seconds, 0.0);
-            cell = next;
-            ASSERT_TRUE(column.read(cell, seconds));
-            EXPECT_EQ(seconds, apart) << next;
-            column.rewind();
-        }
+        EXPECT_EQ(secondsBetween(column, first, next), apart) << next;
+        EXPECT_EQ(secondsBetween(column, first, next), apart) << next;
     }
 }
