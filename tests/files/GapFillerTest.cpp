@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -37,14 +38,14 @@ TEST_P(GapLengths, AreFilledByLines) {
     }
     EXPECT_TRUE(filler.open() == 0U && rows.size() == 1);
     pass(filler, {8.0, 6.0}, whole, rows);
-    EXPECT_TRUE(filler.open() == std::nullopt && rows.size() == length + 2);
+    EXPECT_TRUE(filler.open() == std::nullopt && rows.size() == length + 2 &&
+                filler.filled() == static_cast<std::int64_t>(2 * length - 1));
     for (std::size_t k = 0; k < rows.size(); ++k) {
         const long double line =
             -3.0L + 11.0L * static_cast<long double>(k) / static_cast<long double>(length + 1);
         EXPECT_DOUBLE_EQ(rows[k][0], static_cast<double>(line));
-        EXPECT_EQ(rows[k][1], k == 0 ? 5.0 : 6.0);
+        EXPECT_EQ(rows[k][1], std::min(5.0 + static_cast<double>(k), 6.0));
     }
-    EXPECT_EQ(filler.filled(), static_cast<std::int64_t>(2 * length - 1));
 }
 INSTANTIATE_TEST_SUITE_P(UpToTheLongest, GapLengths,
                          testing::Range(std::size_t{1}, GapFiller::longest + 1));
