@@ -1,6 +1,7 @@
 #include "host/B_BasisModule.h"
 #include "platform/ResourceChain.h"
 #include "workbench/commands/Command.h"
+#include "workbench/files/libraries.h"
 #include "workbench/jobs/SignalRange.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/module/ModuleFacts.h"
@@ -86,6 +87,8 @@ static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
                                {"languages", "languages", languages},
                                {"bitmap", "bitmap", library.bitmapId()},
                                {"icon", "icon", module->GetIconID()}};
+    facts.push_back({"libraries", "libraries", libraries(),
+                     fmt::format("{}", fmt::join(libraries(), "\n                        "))});
     for (const ModulePorts& ports : portsOf(*module)) {
         const bool named = !ports.settings.empty();
         const std::string name = named ? ports.settings + " " : "";
