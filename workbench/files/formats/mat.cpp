@@ -16,7 +16,7 @@ static bool recognises(std::string_view head) {
 extern const Format matFormat = {"MAT",
                                  {".mat"},
                                  Format::Kind::measurement,
-                                 {.rate = true, .names = true, .notes = true},
+                                 {.rate = true, .axis = true, .names = true, .notes = true},
                                  recognises,
                                  openByProgram<program>,
                                  createByProgram<program>,
