@@ -6,7 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
-// An input is a byte of options and a text file.
+// An input is a byte of options, with one of its bits a second one of what is told of the layout,
+// and a text file.
 
 // Bytes that cannot be shown are written as question marks, and then say something else.
 static bool isShowable(const std::string& name) {
@@ -42,7 +43,7 @@ static void checkRoundTrip(const SignalInfo& info, const std::vector<double>& sa
         result.axis = info.axis;
     }
     const auto reader =
-        writtenAndOpened(ending, samples, result, {true, withAxis ? "1" : "none", {}});
+        writtenAndOpened(ending, samples, result, {true, withAxis ? "1" : "none", {}, "", {}});
     require(reader->info().channels == info.channels, "what was written has the same channels");
     require(sameSamples(samplesOf(*reader, true), samples), "and the same samples");
     if (std::all_of(info.names.begin(), info.names.end(), isShowable)) {
@@ -53,14 +54,33 @@ static void checkRoundTrip(const SignalInfo& info, const std::vector<double>& sa
     }
 }
 
+static TextOptions toldBy(std::uint8_t choice) {
+    static constexpr char separators[] = {';', ',', '\t', ' '};
+    TextOptions options;
+    if ((choice & 1U) != 0) {
+        options.separator = separators[choice >> 1U & 3U];
+    }
+    if ((choice & 8U) != 0) {
+        options.decimal = (choice & 16U) != 0 ? ',' : '.';
+    }
+    options.skip = choice >> 5U & 1U;
+    options.comment = (choice & 64U) != 0 ? '!' : '#';
+    options.missing = (choice & 128U) != 0 ? "x" : "";
+    return options;
+}
+
 void fuzzOne(Bytes input) {
     InputReader bytes(input);
     const std::uint8_t choice = bytes.byte();
-    ReadOptions options{(choice & 1U) != 0, (choice & 2U) != 0 ? "" : "none", {}};
+    ReadOptions options{(choice & 1U) != 0, (choice & 2U) != 0 ? "" : "none", {}, "", {}};
     if ((choice & 16U) != 0) {
         options.axis = "2";
         options.columns = {"1"};
     }
+    if ((choice & 64U) != 0) {
+        options.text = toldBy(bytes.byte());
+    }
+    options.text.fillGaps = (choice & 32U) != 0;
     static const std::string endings[] = {".csv", ".tsv", ".txt", ".dat"};
     const MemoryFile file(bytes.text(input.size()));
     try {

@@ -38,15 +38,25 @@ INSTANTIATE_TEST_SUITE_P(
                     TextCase{"  1,5   2\n3 \t4 \n", 2, {1.5, 2, 3, 4}},
                     TextCase{"a b\n0,5 0,25\n", 2, {0.5, 0.25}, {"a", "b"}},
                     TextCase{"sound pressure\n0,5\n1,5\n", 1, {0.5, 1.5}, {"sound pressure"}},
-                    TextCase{"\"a, b\",\"c \"\"d\"\"\"\n1,2\n", 2, {1, 2}, {"a, b", "c \"d\""}}));
+                    TextCase{"\"a, b\",\"c \"\"d\"\"\"\n1,2\n", 2, {1, 2}, {"a, b", "c \"d\""}},
+                    TextCase{"sep=|\nu|v\n1|\" 2\"\n", 2, {1, 2}, {"u", "v"}},
+                    TextCase{"u;v\nmV;\n\"1,5\";2;\n", 2, {1.5, 2}, {"u (mV)", "v"}},
+                    TextCase{"u,v\n[mV],(1/s)\n7,-2\n", 2, {7, -2}, {"u (mV)", "v (1/s)"}},
+                    TextCase{"key,1\nu,v\n1,2 # a, b\n", 2, {1, 2}, {"u", "v"}}));
 INSTANTIATE_TEST_SUITE_P(
     LineEnds, TextColumns,
     testing::Values(TextCase{"\xef\xbb\xbf+1\r\n# c\r\n \t\r\n\n  # d\n+2", 1, {1, 2}},
-                    TextCase{"# 7\nv\n\n3\n#x\n4\n", 1, {3, 4}, {"v"}}));
+                    TextCase{"# 7\nv\n\n3\n#x\n4\n", 1, {3, 4}, {"v"}},
+                    TextCase{"v\r\r3\r%x\r4", 1, {3, 4}, {"v"}}));
 INSTANTIATE_TEST_SUITE_P(
     Numbers, TextColumns,
     testing::Values(TextCase{"1e5\n.5\n5.\n-0\n-1E-2\n", 1, {1e5, 0.5, 5, -0.0, -0.01}},
                     TextCase{"0x1.8p1\n-0X.8\n", 1, {3, -0.5}},
+                    TextCase{"1D3\n-.5d-1\n\xe2\x88\x92"
+                             "2e\xe2\x88\x92"
+                             "1\n0x1dp0\n",
+                             1,
+                             {1e3, -0.05, -0.2, 29}},
                     TextCase{"4e-324\n-1e-999\n2.5e-1\n", 1, {0x1p-1074, -0.0, 0.25}}));
 
 namespace {

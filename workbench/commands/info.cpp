@@ -115,6 +115,19 @@ static Json placeJson(const SignalInfo& info, const ChannelRange& range) {
     return place;
 }
 
+// What divides the lines of a text, and what its numbers.
+static void addTextSigns(std::vector<Fact>& facts, const SignalInfo::TextSigns& signs) {
+    const auto word = [](char sign) {
+        return sign == '\0'   ? Json(nullptr)
+               : sign == '\t' ? Json("tab")
+               : sign == ' '  ? Json("space")
+                              : Json(std::string(1, sign));
+    };
+    const auto text = [](char sign) { return sign == '\0' ? "none" : ""; };
+    facts.push_back({"separator", "separator", word(signs.separator), text(signs.separator)});
+    facts.push_back({"decimal", "decimal sign", word(signs.decimal), text(signs.decimal)});
+}
+
 static std::vector<Fact> fileFacts(SignalReader& reader) {
     const SignalInfo& info = reader.info();
     std::vector<Fact> facts = {{"file", "file", info.source.recorded()},
@@ -148,6 +161,9 @@ static std::vector<Fact> fileFacts(SignalReader& reader) {
     facts.push_back({"largestAt", "largest at", largestAt, places});
     if (!allFinite) {
         facts.push_back({"nonfinite", "NaN or infinite", nonfinite});
+    }
+    if (info.text) {
+        addTextSigns(facts, *info.text);
     }
     if (!info.remarks.empty()) {
         facts.push_back({"remarks", "remark", info.remarks,

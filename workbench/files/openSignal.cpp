@@ -1,11 +1,12 @@
 #include "workbench/files/Format.h"
 #include "workbench/files/PartChoice.h"
+#include "workbench/files/SourcePart.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/files/text/LineReader.h"
 #include "workbench/files/text/TextReader.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/system/fileNames.h"
+#include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
 
@@ -30,32 +31,6 @@ static const Format* recognised(std::string_view head) {
     return format == formats.end() ? nullptr : *format;
 }
 
-// A name FILE:NAME in its parts.
-struct PartName {
-    SourceName file;
-    std::string part;  // empty: the name is that of a file
-};
-
-static bool exists(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::exists(pathOf(path), ignored);
-}
-
-static PartName partName(const SourceName& source) {
-    for (std::size_t colon = source.path.rfind(':'); colon != std::string::npos && colon > 0;
-         colon = source.path.rfind(':', colon - 1)) {
-        const std::string file = source.path.substr(0, colon);
-        if (!exists(source.path) && (file == "-" || exists(file))) {
-            return {SourceName(file), source.path.substr(colon + 1)};
-        }
-    }
-    return {source, ""};
-}
-
-SourceName fileOf(const SourceName& source) {
-    return partName(source).file;
-}
-
 static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName& source,
                                               const ReadOptions& options) {
     std::array<char, headLength> bytes = {};
@@ -75,12 +50,12 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
     }
     ReadOptions ofPart = options;
     if (format->parts != nullptr) {
-        ofPart.part = chosenPart(format->parts(file.get(), source), options.part, source).name;
+        const SourceName whole(SourcePart(source.path).file);
+        ofPart.part = chosenPart(format->parts(file.get(), whole), options.part, whole).name;
         std::rewind(file.get());
     } else if (!options.part.empty() && format->kind != Format::Kind::text) {
-        throw Failure(
-            fmt::format("{} is not one signal of several: {} holds one; leave out the name",
-                        source.shown, format->name));
+        throw Failure(fmt::format("{}: {} has no names for its channels; leave out \":{}\"",
+                                  source.shown, format->name, printable(options.part)));
     }
     std::string digest;
     if (options.digest) {
@@ -92,11 +67,17 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
     return reader;
 }
 
+// The options of a file with what its own name says of the part.
+static ReadOptions withPart(const ReadOptions& options, const SourcePart& word) {
+    ReadOptions own = options;
+    own.part = word.part.empty() ? options.part : word.part;
+    return own;
+}
+
 std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOptions& options) {
-    const PartName name = partName(source);
-    ReadOptions ofPart = options;
-    ofPart.part = name.part;
-    return openFile(openInput(name.file), source, ofPart);
+    const SourcePart word(source.path);
+    return openFile(openInput(word.part.empty() ? source : SourceName(word.file)), source,
+                    withPart(options, word));
 }
 
 static bool isText(std::string_view head) {
@@ -112,7 +93,7 @@ struct Head {
 };
 
 // Reads on to that many lines of data. False: they did not come, or are longer than lines of text.
-static bool readLines(std::FILE* pipe, int lines, Head& head) {
+static bool readLines(std::FILE* pipe, int lines, const TextOptions& options, Head& head) {
     constexpr std::size_t longest = std::size_t{1} << 20;
     while (head.lines < lines) {
         const int byte = head.text.size() < longest ? std::getc(pipe) : EOF;
@@ -125,21 +106,23 @@ static bool readLines(std::FILE* pipe, int lines, Head& head) {
         } else if (byte == '\n') {
             std::string_view line(head.text.data() + head.begin, head.text.size() - head.begin - 1);
             line.remove_suffix(line.ends_with('\r') ? 1 : 0);
-            head.lines += LineReader::isData(line) ? 1 : 0;
+            head.lines += LineReader::isData(line, options) ? 1 : 0;
             head.begin = head.text.size();
         }
     }
     return true;
 }
 
-std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options) {
-    Pipe pipe(source);
+std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& reading) {
+    const SourcePart word(source.path);
+    Pipe pipe(word.part.empty() ? source : SourceName(word.file));
     if (pipe.stream() == nullptr) {
-        return openSignal(source, options);
+        return openSignal(source, reading);
     }
+    const ReadOptions options = withPart(reading, word);
     Head head;
     for (const int lines : {2, linesOfColumns}) {
-        if (!readLines(pipe.stream(), lines, head) || !isText(head.text)) {
+        if (!readLines(pipe.stream(), lines, options.text, head) || !isText(head.text)) {
             break;
         }
         if (TextReader::canStream(head.text, lines, source, options)) {

@@ -7,12 +7,14 @@
 #include <memory>
 
 // Opens a signal and reads it once, so that any fault in it is found here.
-//   source    A file, or FILE:NAME for one signal of a file of several. Standard input and pipes
-//             are first copied to a temporary file.
+//   source    A file, or a signal within one (SourcePart). Standard input and pipes are first
+//             copied to a temporary file.
 //   Audio     (recognised by its first bytes) is scaled to 1.0 at full scale; floating-point
 //             samples stay as they are.
 //   Text      is columns of numbers separated by tabs, semicolons, commas or blanks, after lines of
-//             comment (#) and at most one header line. One column may be the axis, which gives a
+//             comment (# or %), titles or pairs of key and value, a header line and one of units,
+//             as far as there are such (TextLayout). Its options tell what cannot be recognised.
+//             Moments (ClockTime) are read as seconds. One column may be the axis, which gives a
 //             rate if its name is that of a time: chosen by the options, or the first, if it is
 //             evenly spaced as far as its digits show and no other is (AxisSearch). All others, or
 //             those chosen, are channels.
@@ -25,9 +27,6 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
 // the axis. Until its end info().samples is 0, and read may throw a Failure about each further
 // line.
 std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options);
-
-// The file that a name is about: FILE of FILE:NAME, unless there is a file of the whole name.
-SourceName fileOf(const SourceName& source);
 
 // The file of that path as a source: it is opened, with these options, when it is needed.
 SignalSource fileSource(const std::string& path, const ReadOptions& options);
@@ -47,9 +46,9 @@ std::string withoutPlace(const SignalTarget& target, const ResultInfo& info);
 // Creates a file for a signal in the format that the ending of its name stands for; standard output
 // is text.
 //   Audio     needs a rate of whole Hz. A .wav beyond 4 GiB is RF64.
-//   Text      separated by commas, tabs (.tsv) or blanks (.txt, .dat): the notes, a header line,
-//             then the samples, each number in the fewest digits that read back to it. A rate gives
-//             a first column t_s in seconds, an axis without a rate a column of its own name.
+//   Text      separated by commas, tabs (.tsv) or blanks (.txt, .dat, .xy): the notes, a header
+//             line, then the samples, each number in the fewest digits that read back to it. A rate
+//             gives a first column t_s in seconds, an axis without a rate a column of its own name.
 //   Array     is of 64-bit floats, samples by channels, without rate, axis and names.
 //   Failure   a format that cannot hold the signal; one without a place for an axis that is not a
 //             time, unless the target is lossy; an existing file, no right to write.

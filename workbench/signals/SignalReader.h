@@ -2,6 +2,7 @@
 
 #include "workbench/signals/SignalAxis.h"
 #include "workbench/signals/SourceName.h"
+#include "workbench/signals/TextOptions.h"
 
 #include <cstdint>
 #include <memory>
@@ -18,6 +19,12 @@ struct SignalInfo {
     double rate = 0.0;               // Hz; 0: not known
     std::optional<SignalAxis> axis;  // of a text file of two samples or more
     std::vector<std::string> names;  // of the channels; empty without a header line
+    // Of a text: by what its lines are divided, and the decimal sign of its numbers; '\0': neither
+    // was met. Nothing for other formats.
+    struct TextSigns {
+        char separator = '\0', decimal = '\0';
+    };
+    std::optional<TextSigns> text;
     // What was taken as what, where the names of the columns do not say it: one sentence each.
     std::vector<std::string> remarks;
 };
@@ -30,9 +37,14 @@ struct ReadOptions {
     std::string axis;                  // "none": no axis; empty: as its numbers show
     std::vector<std::string> columns;  // that are channels, in this order; empty: all but the axis
 
-    bool lossy = false;     // integers that no double holds are rounded
-    bool digest = false;    // SHA-256 of the bytes that are read is wanted
-    std::string part = {};  // of a file of several signals, the name of the one that is wanted
+    bool lossy = false;   // integers that no double holds are rounded
+    bool digest = false;  // SHA-256 of the bytes that are read is wanted
+
+    // A signal within the file: of a text, the column that is the only channel, whatever columns
+    // says. Empty: none is named.
+    std::string part = {};
+
+    TextOptions text = {};
 };
 
 // A signal, read from its first sample to its last; a file in constant memory.

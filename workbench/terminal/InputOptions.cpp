@@ -30,6 +30,7 @@ void InputOptions::addReadingTo(CLI::App& command) {
     command.add_flag("--no-axis", noAxis, "the same as --axis none")
         ->excludes(named)
         ->group("Signals");
+    text.addTo(command);
     command
         .add_flag("--allow-nonfinite", allowNonfinite,
                   "accept NaN and infinity in the input and in the result")
@@ -58,6 +59,6 @@ std::string InputOptions::words() const {
     return (axisWord.empty() ? "" : " --axis " + quoted(axisWord)) +
            (columns.empty() ? ""
                             : " --columns " + quoted(fmt::format("{}", fmt::join(columns, ",")))) +
-           (allowNonfinite ? " --allow-nonfinite" : "") + (lossy ? " --lossy" : "") +
+           text.words() + (allowNonfinite ? " --allow-nonfinite" : "") + (lossy ? " --lossy" : "") +
            (module.empty() ? "" : " --module " + quoted(module));
 }

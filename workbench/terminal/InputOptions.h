@@ -3,6 +3,7 @@
 #include "workbench/files/signalFiles.h"
 #include "workbench/module/ModuleLibrary.h"
 #include "workbench/terminal/OutputOptions.h"
+#include "workbench/terminal/TextInputOptions.h"
 
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@ struct InputOptions {
     std::string axis;                  // a column of text files, "none", or empty: sought
     std::vector<std::string> columns;  // of text files, that are channels; empty: all others
     bool noAxis = false, allowNonfinite = false, lossy = false;
+    TextInputOptions text;
     std::string module;  // empty: the one beside the program
 
     void addTo(CLI::App& command);
@@ -23,7 +25,11 @@ struct InputOptions {
     void addModuleTo(CLI::App& command);   // alone, where no signals are read
 
     [[nodiscard]] ReadOptions reading() const {
-        return {allowNonfinite, noAxis ? "none" : axis, columns, lossy};
+        return {.allowNonfinite = allowNonfinite,
+                .axis = noAxis ? "none" : axis,
+                .columns = columns,
+                .lossy = lossy,
+                .text = text.reading()};
     }
     // Failure as ModuleLibrary.
     [[nodiscard]] ModuleLibrary library() const;

@@ -15,7 +15,8 @@ static bool recognises(std::string_view head) {
 
 static char separatorFor(const SignalTarget& target) {
     const std::string ending = lowerCaseEnding(target.name.path);
-    return ending == ".tsv" ? '\t' : ending == ".txt" || ending == ".dat" ? ' ' : ',';
+    const bool blanks = ending == ".txt" || ending == ".dat" || ending == ".xy";
+    return ending == ".tsv" ? '\t' : blanks ? ' ' : ',';
 }
 
 static std::unique_ptr<SignalReader> open(FileHandle file, const SourceName& source,
@@ -30,7 +31,7 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 // Columns of numbers. What separates them is found when they are read; when they are written, the
 // ending of the name decides.
 extern const Format textFormat = {"UTF-8 text",
-                                  {".csv", ".tsv", ".txt", ".dat"},
+                                  {".csv", ".tsv", ".txt", ".dat", ".xy"},
                                   Format::Kind::text,
                                   {.rate = true, .axis = true, .names = true, .notes = true},
                                   recognises,

@@ -10,6 +10,11 @@ AxisSearch::AxisSearch(ColumnChoice columnChoice, const TextLayout& layout)
     for (std::size_t i = 0; i < layout.names.size(); ++i) {
         columns[i].name = ColumnName(layout.names[i]);
     }
+    for (std::size_t i = 0; i < layout.times.size(); ++i) {
+        if (layout.times[i]) {
+            columns[i].name = ColumnName::ofMoments();
+        }
+    }
 }
 
 // A first column that was chosen as a signal is not sought.

@@ -10,10 +10,13 @@
 
 static constexpr std::size_t shownLength = 24;
 
-// A name goes before a number: a column may be called 2.
+// A name, with the unit from a line of its own or without, goes before a number: a column may be
+// called 2.
 static std::size_t columnNamed(const std::string& word, const TextLayout& layout,
                                const std::string& fileName) {
-    const auto& names = layout.names;
+    const bool whole =
+        std::find(layout.names.begin(), layout.names.end(), word) != layout.names.end();
+    const auto& names = whole ? layout.names : layout.titles;
     const std::ptrdiff_t found = std::count(names.begin(), names.end(), word);
     if (found == 1) {
         return static_cast<std::size_t>(std::find(names.begin(), names.end(), word) -
@@ -40,7 +43,9 @@ ColumnChoice::ColumnChoice(const ReadOptions& options, const TextLayout& layout,
     const bool axisNamed = !options.axis.empty() && options.axis != "none";
     if (layout.columns == 1) {
         axisSought = false;
-        if (axisNamed || !options.columns.empty()) {
+        if (!options.part.empty()) {
+            columnNamed(options.part, layout, fileName);
+        } else if (axisNamed || !options.columns.empty()) {
             remark = fmt::format(
                 "{}: its only column is the signal, whatever --axis and --columns "
                 "say",
@@ -52,7 +57,8 @@ ColumnChoice::ColumnChoice(const ReadOptions& options, const TextLayout& layout,
     if (axisNamed) {
         axis = columnNamed(options.axis, layout, fileName);
     }
-    for (const std::string& word : options.columns) {
+    const std::vector<std::string> part = {options.part};
+    for (const std::string& word : options.part.empty() ? options.columns : part) {
         const std::size_t column = columnNamed(word, layout, fileName);
         if (column == axis || std::count(channels.begin(), channels.end(), column) != 0) {
             throw Failure(fmt::format("{}: column {} is chosen twice{}; choose it once", fileName,

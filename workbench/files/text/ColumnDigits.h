@@ -8,7 +8,7 @@
 // six significant digits say nothing: 10 in a column of tenths.
 class ColumnDigits {
 public:
-    // The text of a number, as readNumber takes it.
+    // The text of a number, as CellReader takes it, or of a moment up to its zone.
     void add(std::string_view cell);
 
     // The distance between neighbouring numbers of that kind, about x.

@@ -1,6 +1,6 @@
 #include "workbench/files/text/ColumnName.h"
 
-#include "workbench/files/text/TextLayout.h"
+#include "workbench/files/text/CellCutter.h"
 
 #include <algorithm>
 #include <array>
@@ -11,6 +11,8 @@
 static constexpr std::array<std::string_view, 4> timeWords = {"t", "time", "zeit", "temps"};
 static constexpr std::array<std::string_view, 10> axisWords = {
     "x", "axis", "index", "sample", "channel", "kanal", "n", "offset", "energy", "frequency"};
+
+static constexpr std::array<std::string_view, 2> plainAxisWords = {"x", "axis"};
 
 // Words that stand last in the name of a time and are units, though not of seconds.
 static constexpr std::array<std::string_view, 15> otherUnits = {
@@ -106,6 +108,13 @@ static std::pair<bool, std::optional<TimeUnit>> lastUnit(const std::vector<std::
     return {unit.has_value(), unit ? unit : TimeUnit{}};
 }
 
+ColumnName ColumnName::ofMoments() {
+    ColumnName name;
+    name.kind = Kind::time;
+    name.unit = TimeUnit{};
+    return name;
+}
+
 ColumnName::ColumnName(std::string_view name) {
     const std::string lower = lowerCase(name);
     const std::vector<std::string> words = wordsOf(lower);
@@ -124,6 +133,8 @@ ColumnName::ColumnName(std::string_view name) {
         kind = given && !known && onlyT && !spelled && marked ? Kind::other : Kind::time;
         unit = known;
     } else if (has(axisWords)) {
-        kind = Kind::axis;
+        const std::optional<std::string_view> marked = markedUnit(lower);
+        unit = marked && isOneOf(plainAxisWords, words[0]) ? unitNamed(*marked) : std::nullopt;
+        kind = unit ? Kind::time : Kind::axis;
     }
 }

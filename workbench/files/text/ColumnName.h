@@ -16,9 +16,13 @@ struct ColumnName {
     // By its words (letters; case ignored):
     //   time  one is time, zeit, temps or t, or the name is the word for a unit, such as seconds. t
     //         with a unit that is not one of time is not a time: T [K].
+    //         An axis called x or axis whose unit is one of time is a time, too: x-axis (second).
     //   axis  one is x, axis, index, sample, channel, kanal, n, offset, energy or frequency.
     explicit ColumnName(std::string_view name);
     ColumnName() = default;
+
+    // Of a column of moments, whatever it is called: a time in seconds.
+    static ColumnName ofMoments();
 
     Kind kind = Kind::other;
 

@@ -17,10 +17,20 @@ static bool narrow(EvenSteps::Range& range, double lowest, double highest, bool 
     return range.lowest <= range.highest;
 }
 
+double EvenSteps::unitAt(double point) {
+    const double magnitude = std::abs(point);
+    if (magnitude < decade.lowest || magnitude > decade.highest) {
+        const double first = std::pow(10.0, std::floor(std::log10(magnitude)));
+        decade = {first * (1.0 + 1e-9), first * (10.0 - 1e-8)};
+        unit = digits.unit(point);
+    }
+    return unit;
+}
+
 bool EvenSteps::acceptByDigits(double point, double rise) {
     const auto i = static_cast<double>(count);
-    const double half = 0.5 * digits.unit(start);
-    const double slack = 0.5 * digits.unit(point) + half / 16.0 + rounding(point);
+    const double half = 0.5 * startUnit;
+    const double slack = 0.5 * unitAt(point) + half / 16.0 + rounding(point);
     bool any = false;
     for (int place = 0; place < places; ++place) {
         const double offset = half * (place - 8) / 8.0;
@@ -42,6 +52,7 @@ bool EvenSteps::accept(double point) {
     }
     if (count == 0) {
         start = last = point;
+        startUnit = digits.unit(start);
         count = 1;
         return true;
     }

@@ -45,6 +45,7 @@ private:
     static constexpr int places = 17;  // of the first point
 
     [[nodiscard]] double rounding(double point) const;
+    double unitAt(double point);
     bool acceptByDigits(double point, double rise);
     bool acceptLoosely(double rise);
 
@@ -52,6 +53,9 @@ private:
     double start = 0.0, last = 0.0, direction = 1.0, firstRise = 0.0;
     std::int64_t count = 0;
     bool plain = true, byDigits = true, loosely = true;
+    double startUnit = 0.0;
+    double unit = 0.0;       // at magnitudes within a decade, of which most points are
+    Range decade{1.0, 0.0};  // these, within their ends, which rounding leaves in doubt
     std::array<Range, places> fits = {};  // by digits; empty where lowest > highest
     Range loose;
 };

@@ -12,12 +12,14 @@
 static constexpr std::size_t longestLine = std::size_t{1} << 20;
 static constexpr std::size_t blockLength = std::size_t{1} << 16;
 
-LineReader::LineReader(std::FILE* text, std::string displayName)
-    : file(text), name(std::move(displayName)), buffer(blockLength) {}
+LineReader::LineReader(std::FILE* text, std::string displayName, const TextOptions& textOptions)
+    : file(text), name(std::move(displayName)), options(textOptions), buffer(blockLength) {}
 
-LineReader::LineReader(std::FILE* pipe, const std::string& head, std::string displayName)
+LineReader::LineReader(std::FILE* pipe, const std::string& head, std::string displayName,
+                       const TextOptions& textOptions)
     : file(pipe),
       name(std::move(displayName)),
+      options(textOptions),
       buffer(head.begin(), head.end()),
       end(head.size()),
       headLength(head.size()),
@@ -32,14 +34,18 @@ void LineReader::addTo(Sha256& sum) {
     digest->add(asBytes(buffer.data()), headLength);
 }
 
-bool LineReader::isData(std::string_view line) {
+bool LineReader::isData(std::string_view line, const TextOptions& options) {
+    if (!line.empty() && (line[0] == '-' || (line[0] >= '0' && line[0] <= '9'))) {
+        return line[0] != options.comment;  // most lines
+    }
     const std::size_t first = line.find_first_not_of(" \t");
-    return first != std::string_view::npos && line[first] != '#';
+    return first != std::string_view::npos && line[first] != '#' && line[first] != '%' &&
+           line[first] != options.comment;
 }
 
 bool LineReader::next(std::string_view& line) {
     while (nextRaw(line)) {
-        if (isData(line)) {
+        if (lineNumber > options.skip && isData(line, options)) {
             return true;
         }
     }
@@ -61,7 +67,7 @@ bool LineReader::nextRaw(std::string_view& line) {
     const void* found = nullptr;
     std::size_t searched = 0;
     while (true) {
-        found = std::memchr(buffer.data() + begin + searched, '\n', end - begin - searched);
+        found = std::memchr(buffer.data() + begin + searched, lineEnd, end - begin - searched);
         searched = end - begin;
         if (found != nullptr || ended || searched > longestLine) {
             break;
@@ -90,6 +96,12 @@ bool LineReader::nextRaw(std::string_view& line) {
     return true;
 }
 
+// CR if it ends the first line and no LF follows.
+static char firstLineEnd(std::string_view text) {
+    const std::size_t found = text.find_first_of("\r\n");
+    return found < text.size() - 1 && text[found] == '\r' && text[found + 1] != '\n' ? '\r' : '\n';
+}
+
 // Appends to what is left in the buffer, which grows with the longest line.
 void LineReader::fill() {
     std::memmove(buffer.data(), buffer.data() + begin, end - begin);
@@ -97,6 +109,10 @@ void LineReader::fill() {
     begin = 0;
     buffer.resize(std::max(buffer.size(), end + blockLength));
     char* const to = buffer.data() + end;
+    if (file == nullptr) {
+        ended = true;
+        return;
+    }
     const std::size_t got =
         waits ? std::fread(to, 1, blockLength, file) : readLine(to, blockLength);
     if (std::ferror(file) != 0) {
@@ -105,6 +121,9 @@ void LineReader::fill() {
     }
     if (digest != nullptr) {
         digest->add(asBytes(to), got);
+    }
+    if (waits && lineNumber == 1 && end == 0) {
+        lineEnd = firstLineEnd(std::string_view(to, got));
     }
     end += got;
     ended = waits ? got < blockLength : std::feof(file) != 0;

@@ -1,61 +1,68 @@
 #include "workbench/files/text/TextReader.h"
 
 #include "workbench/files/text/EvenAxis.h"
-#include "workbench/files/text/NumberText.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 static constexpr std::size_t mostColumns = 4096;
 static constexpr std::size_t shownLength = 24;
 
-TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& options)
+TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& reading)
     : file(std::move(text)),
-      lines(file.get(), source.shown),
-      allowNonfinite(options.allowNonfinite) {
+      lines(file.get(), source.shown, reading.text),
+      allowNonfinite(reading.allowNonfinite),
+      options(reading.text),
+      cellReader(reading.text) {
     facts.source = source;
     facts.format = "text";
-    readLayout();
-    scan(ColumnChoice(options, layout, source.shown));
+    requireLayout();
+    scan(chosen(reading));
     rewind();
 }
 
 TextReader::TextReader(std::FILE* rest, const std::string& head, const SourceName& source,
-                       const ReadOptions& options)
-    : lines(rest, head, source.shown), allowNonfinite(options.allowNonfinite) {
+                       const ReadOptions& reading)
+    : lines(rest, head, source.shown, reading.text),
+      allowNonfinite(reading.allowNonfinite),
+      options(reading.text),
+      cellReader(reading.text) {
     facts.source = source;
     facts.format = "text";
-    readLayout();
 }
 
 TextReader::TextReader(Pipe opened, const std::string& head, int headLines,
-                       const SourceName& source, const ReadOptions& options)
-    : TextReader(opened.stream(), head, source, options) {
+                       const SourceName& source, const ReadOptions& reading)
+    : TextReader(opened.stream(), head, source, reading) {
     pipe = std::move(opened);
-    if (options.digest) {
+    if (reading.digest) {
         digest = std::make_unique<Sha256>();
         lines.addTo(*digest);
     }
-    const ColumnChoice choice(options, layout, source.shown);
+    requireLayout();
+    const ColumnChoice choice = chosen(reading);
     assign(choice, searchHead(choice, headLines));
 }
 
+// Quotes may take another line to be understood, and lines that are skipped are not in the count.
 bool TextReader::canStream(const std::string& head, int headLines, const SourceName& source,
-                           const ReadOptions& options) {
-    TextReader reader(nullptr, head, source, options);
-    const ColumnChoice choice(options, reader.layout, source.shown);
-    return !reader.searchHead(choice, headLines).needsFit();
+                           const ReadOptions& reading) {
+    TextReader reader(nullptr, head, source, reading);
+    if (reading.text.skip > 0 || reading.text.fillGaps || head.find('"') != std::string::npos ||
+        !reader.readLayout()) {
+        return false;
+    }
+    return !reader.searchHead(reader.chosen(reading), headLines).needsFit();
 }
 
 AxisSearch TextReader::searchHead(const ColumnChoice& choice, int headLines) {
     AxisSearch search(choice, layout);
     rewind();
-    for (int line = layout.header ? 1 : 0; line < headLines; ++line) {
+    for (auto line = static_cast<int>(layout.linesBefore); line < headLines; ++line) {
         nextRow(&search);
     }
     rewind();
@@ -78,33 +85,59 @@ void TextReader::refuseCell(std::size_t column, std::int64_t line, const std::st
         fmt::format("{}, line {}, {}: {}", facts.source.shown, line, columnName(column), what));
 }
 
-void TextReader::readLayout() {
-    std::string_view line;
-    if (!lines.next(line)) {
-        throw Failure(
-            fmt::format("{}: no data lines; columns of numbers are expected", facts.source.shown));
+bool TextReader::readLayout() {
+    const auto next = [this](std::string_view& line) { return lines.next(line); };
+    const std::optional<TextLayout> found = findLayout(next, options);
+    if (found) {
+        layout = *found;
+        row.resize(layout.columns);
+        cells.resize(layout.columns);
+        moments.resize(layout.columns);
     }
-    const std::string first(line);
-    const bool more = lines.next(line);
-    layout = findLayout(first, more ? std::optional<std::string>(line) : std::nullopt);
-    if (layout.header && !more) {
-        throw Failure(fmt::format("{}: no data lines after \"{}\"; columns of numbers are expected",
-                                  facts.source.shown, printable(first, shownLength)));
+    return found.has_value();
+}
+
+void TextReader::requireLayout() {
+    if (!readLayout()) {
+        std::string_view line;
+        lines.rewind();
+        throw Failure(fmt::format(
+            "{}: no data lines{}; columns of numbers are expected", facts.source.shown,
+            lines.next(line) ? fmt::format(" after \"{}\"", printable(line, shownLength)) : ""));
     }
     if (layout.columns > mostColumns) {
         throw Failure(
             fmt::format("{}: {} columns, but at most {} are allowed; write one line per sample",
                         facts.source.shown, layout.columns, mostColumns));
     }
-    row.resize(layout.columns);
+}
+
+// Columns that are neither channels nor perhaps the axis are not read, and may hold anything.
+ColumnChoice TextReader::chosen(const ReadOptions& reading) {
+    ColumnChoice choice(reading, layout, facts.source.shown);
+    used.assign(layout.columns, !choice.channelsGiven);
+    for (const std::size_t channel : choice.channels) {
+        used[channel] = true;
+    }
+    const bool firstIsSignal =
+        choice.channelsGiven && std::count(choice.channels.begin(), choice.channels.end(), 0U) != 0;
+    if (choice.axis || (choice.axisSought && !firstIsSignal)) {
+        mayBeAxis = choice.axis.value_or(0);
+        used[*mayBeAxis] = true;
+    }
+    return choice;
 }
 
 void TextReader::scan(const ColumnChoice& choice) {
     AxisSearch search(choice, layout);
     rewind();
-    while (nextRow(&search)) {
-        ++facts.samples;
+    for (; nextRow(&search); ++facts.samples) {
+        fillGaps();
     }
+    if (filler && filler->open()) {
+        refuseGap(*filler->open(), "at the end of the file");
+    }
+    filled = filler ? filler->filled() : 0;
     if (search.needsFit()) {
         rewind();
         while (nextRow()) {
@@ -117,12 +150,14 @@ void TextReader::scan(const ColumnChoice& choice) {
 // What each column is.
 void TextReader::assign(const ColumnChoice& choice, const AxisSearch& search) {
     const AxisSearch::Finding found = search.finding();
+    facts.text = {layout.separator, cellReader.decimal()};
     if (found.uneven) {
         refuseCell(found.uneven->column, found.uneven->line,
-                   fmt::format("the axis is not evenly spaced here, at {}; resample the file, take "
-                               "the column as a signal with --axis none, or leave it out with "
-                               "--columns",
-                               found.uneven->value));
+                   fmt::format("the axis is not evenly spaced here, at {}{}; resample the file, "
+                               "take the column as a signal with --axis none, or leave it out "
+                               "with --columns",
+                               found.uneven->value,
+                               layout.times[found.uneven->column] ? " s after the first" : ""));
     }
     channels = choice.channels;
     for (std::size_t i = 0; i < layout.columns && !choice.channelsGiven; ++i) {
@@ -141,20 +176,47 @@ void TextReader::assign(const ColumnChoice& choice, const AxisSearch& search) {
                                             search.name(*found.axis), search.steps(*found.axis));
         facts.axis = axis;
         facts.rate = rate;
+        if (layout.times[*found.axis]) {
+            facts.axis->start += moments[*found.axis].start();
+        }
     }
     if (!choice.remark.empty()) {
         facts.remarks.push_back(choice.remark);
     }
+    remarkOnLayout();
     remarkOn(found, search);
 }
 
+void TextReader::remark(const std::string& what) {
+    facts.remarks.push_back(fmt::format("{}: {}", facts.source.shown, what));
+}
+
+void TextReader::remarkOnLayout() {
+    if (layout.passedOver > 0) {
+        remark(fmt::format("{} line(s) before the numbers passed over, the first \"{}\"",
+                           layout.passedOver, printable(layout.firstPassedOver, shownLength)));
+    }
+    if (filled > 0) {
+        remark(fmt::format("{} missing number(s) made from their neighbours, by --gaps linear",
+                           filled));
+    }
+    for (const std::size_t column : channels) {
+        if (layout.times[column]) {
+            remark(fmt::format("{} is times, taken as seconds since the first, {}",
+                               columnName(column), printable(moments[column].startText())));
+        }
+    }
+}
+
 void TextReader::remarkOn(const AxisSearch::Finding& found, const AxisSearch& search) {
-    const auto remark = [this](const std::string& what) {
-        facts.remarks.push_back(fmt::format("{}: {}", facts.source.shown, what));
-    };
     if (facts.axis && found.byNumbers) {
         remark(fmt::format("{} taken as the axis, from {:.6g} by {:.6g}", columnName(*found.axis),
                            facts.axis->start, facts.axis->step));
+    }
+    if (facts.axis && layout.times[*found.axis] && moments[*found.axis].dated()) {
+        const std::string& start = moments[*found.axis].startText();
+        remark(fmt::format("{} begins at {} and is taken as seconds since midnight of that day",
+                           columnName(*found.axis), printable(start)));
     }
     if (facts.axis && search.name(*found.axis).kind == ColumnName::Kind::time &&
         !facts.axis->time) {
@@ -174,62 +236,18 @@ void TextReader::remarkOn(const AxisSearch::Finding& found, const AxisSearch& se
     }
 }
 
-// Puts the first line of data next.
+// Puts the first line of numbers next.
 void TextReader::rewind() {
     lines.rewind();
-    std::string_view header;
-    if (layout.header) {
-        lines.next(header);
+    if (options.fillGaps) {
+        filler.emplace(layout.columns);
     }
-}
-
-// The search, if there is one, has a look at every cell.
-bool TextReader::nextRow(AxisSearch* search) {
-    std::string_view line;
-    if (!lines.next(line)) {
-        return false;
+    for (MomentColumn& column : moments) {
+        column.rewind();
     }
-    CellCutter cells(line, layout.separator);
-    std::size_t column = 0;
-    for (std::string_view cell; column < row.size() && cells.next(cell); ++column) {
-        parseCell(cell, column);
-        if (search != nullptr) {
-            search->look(column, cell, row[column], lines.number());
-        }
-    }
-    std::string_view surplus;
-    if (column < row.size() || cells.next(surplus)) {
-        refuse(
-            fmt::format("{} column(s), but {} in the first line; correct it, or put # before lines "
-                        "that are not data",
-                        countCells(line, layout.separator), row.size()));
-    }
-    return true;
-}
-
-void TextReader::parseCell(std::string_view cell, std::size_t column) {
-    switch (readNumber(cell, layout.decimalComma(), row[column])) {
-        case NumberKind::finite:
-            break;
-        case NumberKind::nonfinite:
-            if (!allowNonfinite) {
-                refuseCell(column, lines.number(),
-                           fmt::format("{} is not a finite number; use --allow-nonfinite to "
-                                       "let it through",
-                                       row[column]));
-            }
-            break;
-        case NumberKind::tooLarge:
-            refuseCell(column, lines.number(),
-                       fmt::format("{} is too large for a double; scale the column",
-                                   printable(cell, shownLength)));
-        case NumberKind::notANumber:
-            refuseCell(column, lines.number(),
-                       cell.empty()
-                           ? "the cell is empty; put a number there"
-                           : fmt::format("\"{}\" is not a number; correct it, or put # before "
-                                         "lines that are not data",
-                                         printable(cell, shownLength)));
+    std::string_view before;
+    for (std::size_t i = 0; i < layout.linesBefore; ++i) {
+        lines.next(before);
     }
 }
 
@@ -246,7 +264,7 @@ std::int64_t TextReader::read(double* interleaved, std::int64_t count) {
         count = std::min(count, facts.samples - position);
     }
     for (std::int64_t i = 0; i < count; ++i) {
-        if (!nextRow()) {
+        if (!nextWholeRow()) {
             if (pipe) {
                 return endOfPipe(i);
             }

@@ -1,6 +1,6 @@
 #include "workbench/files/text/TextWriter.h"
 
-#include "workbench/files/text/NumberText.h"
+#include "workbench/files/text/CellText.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
@@ -13,14 +13,12 @@
 
 static constexpr std::size_t blockLength = std::size_t{1} << 16;
 
-// A name as a header cell: in quotes where it could be taken for several cells, a number, a comment
-// or a byte-order mark.
+// A name as a header cell: in quotes where it could be taken for several cells, data, a comment, a
+// byte-order mark or a line about the separator.
 static std::string headerCell(const std::string& name) {
     std::string cell = printable(name);
-    double ignored = 0.0;
-    if (!cell.empty() && cell.find_first_of("\t;, \"#") == std::string::npos &&
-        !cell.starts_with("\xef\xbb\xbf") &&
-        readNumber(cell, true, ignored) == NumberKind::notANumber) {
+    if (cell.find_first_of("\t;, \"#%") == std::string::npos && !cell.starts_with("\xef\xbb\xbf") &&
+        !cell.starts_with("sep=") && !isDatum(cell, {})) {
         return cell;
     }
     for (std::size_t i = 0; (i = cell.find('"', i)) != std::string::npos; i += 2) {
