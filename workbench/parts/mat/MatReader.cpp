@@ -26,7 +26,8 @@ struct OtherClass {
 
 static const OtherClass& otherClass(matio_classes id) {
     static constexpr std::array rows = {
-        OtherClass{MAT_C_EMPTY, "empty", "is empty; choose another variable"},
+        OtherClass{MAT_C_EMPTY, "unknown",
+                   "is of a class that is not known; save it as a matrix of numbers"},
         OtherClass{MAT_C_CHAR, "text", "is text, not a signal; choose a matrix of numbers"},
         OtherClass{MAT_C_CELL, "cell array",
                    "is a cell array, not a signal; save what is in a cell as a matrix"},
