@@ -5,6 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
 
 // An input is a file of one of the formats that are read by a library; its first bytes decide
 // which. Library and reader run in this process: what breaks down here breaks a part down.
@@ -27,6 +30,29 @@ static bool isMat(std::string_view bytes) {
 static constexpr std::array laboratories = {Laboratory{&matPart, isMat}};
 static constexpr std::int64_t mostValues = 1 << 16;  // that are read and written again
 static constexpr std::size_t mostParts = 8;          // of a file
+
+namespace {
+
+// Bytes as a file with a name, which HDF5 asks for, as long as the object lasts.
+class NamedFile {
+public:
+    explicit NamedFile(std::string_view bytes)
+        : file(std::filesystem::temp_directory_path() /
+               ("fendra-fuzz-" + std::to_string(getpid()) + "-" + std::to_string(count++))) {
+        std::ofstream(file, std::ios::binary) << bytes;
+    }
+    NamedFile(const NamedFile&) = delete;
+    NamedFile& operator=(const NamedFile&) = delete;
+    ~NamedFile() { std::filesystem::remove(file); }
+
+    std::string path() const { return file.string(); }
+
+private:
+    static inline int count = 0;
+    std::filesystem::path file;
+};
+
+}  // namespace
 
 static std::unique_ptr<SignalReader> open(const Part& part, const std::string& path,
                                           const std::string& name) {
@@ -82,7 +108,7 @@ private:
 
 static void checkRoundTrip(const Part& part, const SignalInfo& info,
                            const std::vector<double>& samples) {
-    const MemoryFile file("");
+    const NamedFile file("");
     SampleReader reader(info, samples);
     SignalTarget target;
     target.encoding = Encoding::float64;
@@ -127,7 +153,7 @@ void fuzzOne(Bytes input) {
     const std::string_view bytes = InputReader(input).text(input.size());
     for (const Laboratory& laboratory : laboratories) {
         if (laboratory.recognises(bytes)) {
-            const MemoryFile file(bytes);
+            const NamedFile file(bytes);
             check(*laboratory.part, file.path());
             return;
         }

@@ -105,6 +105,8 @@ static void write(const Part& part, const std::string& name, const std::string& 
 static void run(const Part& part, const std::vector<std::string>& words) {
     const std::string output = takeStandardOutput();
     limitWork();
+    // HDF5 would ask for a lock, which fendra has on files that it writes.
+    setOwnVariable("HDF5_USE_FILE_LOCKING", "FALSE");
     if (words[0] == "list") {
         list(part, words[1], output);
     } else if (words[0] == "write") {

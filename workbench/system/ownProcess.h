@@ -9,5 +9,8 @@
 // down, and ends with the program that runs it.
 void limitProcess(double bytes, double seconds);
 
+// Sets a variable of its environment.
+void setOwnVariable(const char* name, const char* value);
+
 // The path under which its standard output can be opened. What is printed from now on is lost.
 std::string takeStandardOutput();

@@ -1,6 +1,7 @@
 #include "workbench/files/parts/PartProgram.h"
 
 #include "workbench/files/disk/FileStream.h"
+#include "workbench/files/disk/PartialFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/signals/Transfer.h"
@@ -67,6 +68,35 @@ static void run(const PartProgram& program, std::vector<std::string> words, std:
     }
 }
 
+// A copy that has a name, in the folder for temporary files.
+static std::unique_ptr<PartialFile> namedCopy(std::FILE* file) {
+    std::error_code ignored;
+    auto copy = std::make_unique<PartialFile>(std::filesystem::temp_directory_path(ignored) /
+                                              "fendra-input");
+    std::vector<char> block(std::size_t{1} << 16);
+    std::rewind(file);
+    bool isWritten = copy->file != nullptr;
+    while (const std::size_t length =
+               isWritten ? std::fread(block.data(), 1, block.size(), file) : 0) {
+        isWritten = std::fwrite(block.data(), 1, length, copy->file.get()) == length;
+    }
+    if (!isWritten || std::fflush(copy->file.get()) != 0) {
+        throw Failure(
+            fmt::format("cannot write a temporary file: {}; make room for it, or name another "
+                        "folder in TMPDIR",
+                        errorText()));
+    }
+    return copy;
+}
+
+// Runs it on a file of the format. Libraries may open a file by its name alone: one that has none,
+// what came through a pipe, is copied.
+static void runOnFile(const PartProgram& program, const std::vector<std::string>& words,
+                      std::FILE* file, std::FILE* output, const std::string& about) {
+    const std::unique_ptr<PartialFile> copy = hasName(file) ? nullptr : namedCopy(file);
+    run(program, words, copy != nullptr ? copy->file.get() : file, output, about);
+}
+
 static std::string contentsOf(std::FILE* file) {
     std::string text;
     std::rewind(file);
@@ -85,7 +115,7 @@ std::string PartProgram::version(const std::string& about) const {
 
 std::vector<FilePart> PartProgram::parts(std::FILE* file, const SourceName& source) const {
     const FileHandle output = openTemporary();
-    run(*this, {"list", source.shown}, file, output.get(), source.shown);
+    runOnFile(*this, {"list", source.shown}, file, output.get(), source.shown);
     std::vector<std::string> texts(1);
     for (const char letter : contentsOf(output.get())) {
         if (letter == '\0') {
@@ -114,7 +144,7 @@ std::unique_ptr<SignalReader> PartProgram::open(std::FILE* file, const SourceNam
         words.insert(words.end(), {"--axis", options.axis});
     }
     FileHandle output = openTemporary();
-    run(*this, words, file, output.get(), source.shown);
+    runOnFile(*this, words, file, output.get(), source.shown);
     return std::make_unique<TransferReader>(std::move(output), source);
 }
 

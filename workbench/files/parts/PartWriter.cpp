@@ -1,13 +1,16 @@
 #include "workbench/files/parts/PartWriter.h"
 
 #include "workbench/files/disk/FileStream.h"
+#include "workbench/files/disk/PartialFile.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/signals/Transfer.h"
 
 #include <fmt/format.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
+#include <system_error>
 
 PartWriter::PartWriter(const PartProgram& program, const SignalTarget& signalTarget,
                        const ResultInfo& info)
@@ -61,9 +64,13 @@ void PartWriter::finish(const std::vector<std::string>& closingNotes) {
     if (output.seekable()) {
         part.write(spool.get(), output.stream(), target.name);
     } else {
-        const FileHandle file = openTemporary();
-        part.write(spool.get(), file.get(), target.name);
-        output.copy(file.get());
+        std::error_code ignored;  // a library may open a file by its name alone
+        const PartialFile file(std::filesystem::temp_directory_path(ignored) / "fendra-output");
+        if (file.file == nullptr) {
+            output.fail();
+        }
+        part.write(spool.get(), file.file.get(), target.name);
+        output.copy(file.file.get());
     }
     output.commit();
 }

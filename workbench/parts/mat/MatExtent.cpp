@@ -1,6 +1,7 @@
 #include "workbench/parts/mat/MatExtent.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/parts/mat/ElementBytes.h"
 #include "workbench/system/FileHandle.h"
 
@@ -195,6 +196,6 @@ void requireNumbers(const std::string& path, const std::string& variable,
         throw Failure(
             fmt::format("{}: {} is damaged: its values are not as many as its dimensions "
                         "say; copy the file again",
-                        source.shown, variable));
+                        source.shown, printable(variable, 100)));
     }
 }

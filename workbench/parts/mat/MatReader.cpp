@@ -94,8 +94,9 @@ static VariableHandle wholeVariable(const MatFile& file, const std::string& path
                                     const std::string& name, const SourceName& source) {
     VariableHandle variable = file.named(name.c_str());
     const std::string refusal =
-        variable == nullptr ? fmt::format("{}: there is no {} in the file", source.shown, name)
-                            : signalRefusal(*variable, source.shown);
+        variable == nullptr
+            ? fmt::format("{}: there is no {} in the file", source.shown, printable(name, 100))
+            : signalRefusal(*variable, source.shown);
     if (!refusal.empty()) {
         throw Failure(refusal);
     }
@@ -107,7 +108,7 @@ static VariableHandle wholeVariable(const MatFile& file, const std::string& path
         throw Failure(
             fmt::format("{}: {} has {} values, for which the file is too short; copy it "
                         "again",
-                        source.shown, printable(name), shapeOf(*variable)));
+                        source.shown, printable(name, 100), shapeOf(*variable)));
     }
     return variable;
 }

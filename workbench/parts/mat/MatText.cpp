@@ -55,13 +55,18 @@ static std::vector<std::string> rowsOf(const std::u16string& letters, std::size_
 }
 
 std::vector<std::string> rowsOf(const matvar_t& letters) {
+    constexpr std::size_t mostBytes = 4;  // of a letter
     if (letters.class_type != MAT_C_CHAR || letters.rank != 2 || letters.data == nullptr) {
+        return {};
+    }
+    // Without letters there may be any number of rows.
+    const std::size_t rows = letters.dims[0], count = rows * letters.dims[1];
+    if (count == 0 || letters.nbytes / mostBytes > count) {
         return {};
     }
     try {
         const std::u16string all = allLettersOf(letters);
-        const bool isComplete = all.size() == letters.dims[0] * letters.dims[1];
-        return isComplete ? rowsOf(all, letters.dims[0]) : std::vector<std::string>();
+        return all.size() == count ? rowsOf(all, rows) : std::vector<std::string>();
     } catch (const std::filesystem::filesystem_error&) {  // it is not Unicode
         return {};
     }

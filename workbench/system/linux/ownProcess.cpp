@@ -1,6 +1,7 @@
 #include "workbench/system/ownProcess.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <sys/prctl.h>
@@ -28,6 +29,10 @@ void limitProcess(double bytes, double seconds) {
     limit(RLIMIT_CPU, seconds);
     limit(RLIMIT_CORE, 0.0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+void setOwnVariable(const char* name, const char* value) {
+    setenv(name, value, 1);
 }
 
 std::string takeStandardOutput() {

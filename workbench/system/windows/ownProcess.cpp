@@ -3,6 +3,8 @@
 // The programs that are run on files are those of Linux.
 void limitProcess(double /*bytes*/, double /*seconds*/) {}
 
+void setOwnVariable(const char* /*name*/, const char* /*value*/) {}
+
 std::string takeStandardOutput() {
     return "CONOUT$";
 }
