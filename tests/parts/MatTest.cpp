@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 extern const Part matPart;
 
@@ -31,7 +33,7 @@ namespace {
 // Samples in memory, as a part gets them.
 class Samples final : public SignalReader {
 public:
-    explicit Samples(const std::vector<double>& given, int channels = 1) : samples(given) {
+    Samples(std::vector<double> given, int channels) : samples(std::move(given)) {
         facts.channels = channels;
         facts.samples = std::ssize(samples) / channels;
     }
@@ -60,27 +62,29 @@ static void write(const std::string& path, const std::vector<double>& samples, i
     matPart.write(path, reader, target, info);
 }
 
-// The library takes what is missing for zeros: a file that is cut off anywhere is refused, or has
-// the same samples.
+// How many of the files that begin as one, and are shorter, are refused; the others have its
+// samples.
+static int refusedBeginnings(const std::string& path, const std::string& variable) {
+    const TemporaryFolder folder;
+    const std::string bytes = contentsOf(path), cut = folder.path("cut.mat");
+    const std::vector<double> samples = valuesOf(path, variable);
+    int refused = 0;
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+        put(cut, bytes.substr(0, length));
+        const std::string refusal =
+            failureOf([&] { EXPECT_TRUE(sameBits(valuesOf(cut, variable), samples)) << length; });
+        refused += refusal.empty() ? 0 : 1;
+    }
+    return refused;
+}
+
+// The library takes what is missing for zeros. At least the headers are needed.
 TEST(Mat, CutOffAnywhereHasNoOtherSamples) {
     const TemporaryFolder folder;
-    const std::string plain = folder.path("plain.mat"), cut = folder.path("cut.mat");
-    const std::vector<double> plainSamples = {1.5, -2, 3, 4, 5, 6};
-    write(plain, plainSamples, 2);
-    int refused = 0;
-    for (const auto& [path, variable] :
-         {std::pair{std::string("kinds.mat"), "x"}, {plain, "signal"}}) {
-        const std::string bytes = contentsOf(path);
-        const std::vector<double> samples = valuesOf(path, variable);
-        for (std::size_t length = 0; length < bytes.size(); ++length) {
-            put(cut, bytes.substr(0, length));
-            const std::string refusal = failureOf([&, name = variable] {
-                EXPECT_TRUE(sameBits(valuesOf(cut, name), samples)) << path << " " << length;
-            });
-            refused += refusal.empty() ? 0 : 1;
-        }
-    }
-    EXPECT_GT(refused, 2 * 128);  // the headers at least
+    const std::string plain = folder.path("plain.mat");
+    write(plain, {1.5, -2, 3, 4, 5, 6}, 2);
+    EXPECT_GE(refusedBeginnings(plain, "signal"), 128 + 48);
+    EXPECT_GE(refusedBeginnings("kinds.mat", "x"), 128);
 }
 
 // A byte that changes in what is packed is noticed by the checksum.

@@ -66,7 +66,8 @@ std::vector<std::string> rowsOf(const matvar_t& letters) {
     }
     try {
         const std::u16string all = allLettersOf(letters);
-        return all.size() == count ? rowsOf(all, rows) : std::vector<std::string>();
+        return all.size() == count && rows <= count ? rowsOf(all, rows)
+                                                    : std::vector<std::string>();
     } catch (const std::filesystem::filesystem_error&) {  // it is not Unicode
         return {};
     }
