@@ -11,12 +11,12 @@
 #include <filesystem>
 #include <limits>
 #include <system_error>
+#include <utility>
 
-PartWriter::PartWriter(const PartProgram& program, const SignalTarget& signalTarget,
-                       const ResultInfo& info)
+PartWriter::PartWriter(const PartProgram& program, SignalTarget signalTarget, ResultInfo info)
     : part(program),
-      target(signalTarget),
-      result(info),
+      target(std::move(signalTarget)),
+      result(std::move(info)),
       output(target.name, target.replace),
       spool(openTemporary()) {
     if (EncodingRow::of(target.encoding).integer || target.dither) {

@@ -13,8 +13,7 @@ class PartWriter final : public SignalWriter {
 public:
     // Failure if the target has an encoding of integers or cannot be written, or if there is no
     // part.
-    PartWriter(const PartProgram& program, const SignalTarget& signalTarget,
-               const ResultInfo& info);
+    PartWriter(const PartProgram& program, SignalTarget signalTarget, ResultInfo info);
 
     void write(const double* interleaved, std::int64_t count) override;
     void finish(const std::vector<std::string>& closingNotes) override;
