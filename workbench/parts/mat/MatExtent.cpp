@@ -137,7 +137,7 @@ std::optional<std::string> Variables::field(ElementBytes& bytes) const {
     if (!head || head->bytes || head->size > longest) {
         return head ? head->bytes : std::nullopt;
     }
-    std::string text((head->size + 7) / 8 * 8, '\0');  // whole words of 64 bits
+    std::string text((std::size_t{head->size} + 7) / 8 * 8, '\0');  // whole words of 64 bits
     if (!bytes.take(text.data(), text.size())) {
         return std::nullopt;
     }
