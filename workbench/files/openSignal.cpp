@@ -7,6 +7,7 @@
 #include "workbench/files/text/TextReader.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
+#include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
 
@@ -18,6 +19,7 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 static constexpr std::size_t headLength = 256;  // by which a format is recognised
 
@@ -31,12 +33,11 @@ static const Format* recognised(std::string_view head) {
     return format == formats.end() ? nullptr : *format;
 }
 
-static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName& source,
-                                              const ReadOptions& options) {
+// The format of a file, which is at its start before and after. Failure if it is of none.
+static const Format& formatOf(std::FILE* file, const SourceName& source) {
     std::array<char, headLength> bytes = {};
-    const std::string_view head(bytes.data(),
-                                std::fread(bytes.data(), 1, bytes.size(), file.get()));
-    if (std::ferror(file.get()) != 0 || !seekFile(file.get(), 0, SEEK_SET)) {
+    const std::string_view head(bytes.data(), std::fread(bytes.data(), 1, bytes.size(), file));
+    if (std::ferror(file) != 0 || !seekFile(file, 0, SEEK_SET)) {
         throw Failure(fmt::format("cannot read {}: {}; copy it to another place first",
                                   source.shown, errorText()));
     }
@@ -48,21 +49,27 @@ static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName&
         throw Failure(fmt::format("{} is neither {}; save it as one of these", source.shown,
                                   Format::names("nor")));
     }
+    return *format;
+}
+
+static std::unique_ptr<SignalReader> openFile(FileHandle file, const SourceName& source,
+                                              const ReadOptions& options) {
+    const Format& format = formatOf(file.get(), source);
     ReadOptions ofPart = options;
-    if (format->parts != nullptr) {
+    if (format.parts != nullptr) {
         const SourceName whole(SourcePart(source.path).file);
-        ofPart.part = chosenPart(format->parts(file.get(), whole), options.part, whole).name;
+        ofPart.part = chosenPart(format.parts(file.get(), whole), options.part, whole).name;
         std::rewind(file.get());
-    } else if (!options.part.empty() && format->kind != Format::Kind::text) {
+    } else if (!options.part.empty() && format.kind != Format::Kind::text) {
         throw Failure(fmt::format("{}: {} has no names for its channels; leave out \":{}\"",
-                                  source.shown, format->name, printable(options.part)));
+                                  source.shown, format.name, printable(options.part)));
     }
     std::string digest;
     if (options.digest) {
         digest = digestOfRest(file.get(), source.shown);
         std::rewind(file.get());
     }
-    std::unique_ptr<SignalReader> reader = format->open(std::move(file), source, ofPart);
+    std::unique_ptr<SignalReader> reader = format.open(std::move(file), source, ofPart);
     reader->setDigest(digest);
     return reader;
 }
@@ -78,6 +85,16 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
     const SourcePart word(source.path);
     return openFile(openInput(word.part.empty() ? source : SourceName(word.file)), source,
                     withPart(options, word));
+}
+
+std::vector<FilePart> partsOf(const SourceName& source) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(pathOf(source.path), ignored)) {
+        return {};
+    }
+    const FileHandle file = openInput(source);
+    const Format& format = formatOf(file.get(), source);
+    return format.parts == nullptr ? std::vector<FilePart>() : format.parts(file.get(), source);
 }
 
 static bool isText(std::string_view head) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "workbench/signals/FilePart.h"
 #include "workbench/signals/SignalReader.h"
 #include "workbench/signals/SignalSource.h"
 #include "workbench/signals/SignalWriter.h"
 
 #include <memory>
+#include <vector>
 
 // Opens a signal and reads it once, so that any fault in it is found here.
 //   source    A file, or a signal within one (SourcePart). Standard input and pipes are first
@@ -27,6 +29,10 @@ std::unique_ptr<SignalReader> openSignal(const SourceName& source, const ReadOpt
 // the axis. Until its end info().samples is 0, and read may throw a Failure about each further
 // line.
 std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options);
+
+// The parts of a file of a format that can hold several signals; none of another, of a pipe, and
+// where the name is that of a part. Failure if the file cannot be read, or is of no format.
+std::vector<FilePart> partsOf(const SourceName& source);
 
 // The file of that path as a source: it is opened, with these options, when it is needed.
 SignalSource fileSource(const std::string& path, const ReadOptions& options);
