@@ -195,7 +195,7 @@ void MatReader::requireExact(std::int64_t first, std::int64_t count) const {
     const auto all = static_cast<std::size_t>(count * facts.channels);
     const std::size_t wide = lossy ? all : numbers->firstWide(values.data(), all);
     if (wide < all) {
-        const std::int64_t index = static_cast<std::int64_t>(wide);
+        const auto index = static_cast<std::int64_t>(wide);
         throw Failure(
             fmt::format("{}, sample {}, channel {}: an integer beyond 2^53, which a 64-bit "
                         "float may not hold; use --lossy to let it be rounded",
