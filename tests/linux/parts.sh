@@ -45,7 +45,7 @@ expect "run.mat: the signal arrived incomplete; try again" info run.mat
 part 'if [ $1 = list ]; then printf "x\0float64, 3 x 1\0\0"; else printf "12345678{}\002\000\000\000\000\000\000\000"; fi'
 expect "run.mat: the signal arrived incomplete; try again" info run.mat
 part 'if [ $1 = list ]; then printf "x\0float64, 3 x 1\0\0y\0text\0\0"; fi'
-expect "run.mat: several signals, x (float64, 3 x 1), y (text); name one of them, as in run.mat:y" info run.mat
+expect "run.mat: several signals, x (float64, 3 x 1), y (text); name one of them, as in run.mat:y" convert run.mat out.csv
 part '[ $1 = version ] || { printf partly; echo "$2: the disk is full" >&2; exit 1; }'
 expect "out.mat: the disk is full" convert two.csv out.mat
 
