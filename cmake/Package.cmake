@@ -13,6 +13,8 @@ endif()
 if(TARGET fendra_window)
   list(APPEND packed fendra_window)
 endif()
+get_property(parts GLOBAL PROPERTY FENDRA_PARTS)
+list(APPEND packed ${parts})
 math(EXPR bits "8 * ${CMAKE_SIZEOF_VOID_P}")
 set(folder fendra-${PROJECT_VERSION}-${system}${bits})
 

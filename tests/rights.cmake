@@ -20,7 +20,8 @@ set(rows
   "workbench/files/text TextReader workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/audio audio workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/array NpyReader workbench/messages workbench/system workbench/signals workbench/files/disk"
-  "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio workbench/files/array"
+  "workbench/files/parts PartProgram workbench/messages workbench/system workbench/signals workbench/files/disk"
+  "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio workbench/files/array workbench/files/parts"
   "workbench/methods Setting workbench/messages"
   "workbench/module ModuleRun host platform workbench/messages workbench/system workbench/signals workbench/files/disk workbench/methods"
   "workbench/treatment Deconvolution host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/methods workbench/module"
@@ -30,6 +31,8 @@ set(rows
   "workbench/desktop windowExports host platform workbench/messages workbench/system workbench/methods"
   "workbench/commands Command host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/desktop"
   "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk"
+  "workbench/parts Part workbench/messages workbench/system workbench/signals"
+  "workbench/parts/mat - workbench/parts workbench/messages workbench/system workbench/signals"
   "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/analysis workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/commands")
 
 foreach(row IN LISTS rows)
@@ -46,7 +49,7 @@ foreach(layer IN LISTS layers)
   if(DEFINED target_${layer})
     set(target ${target_${layer}})
   endif()
-  if(NOT TARGET ${target})  # no Qt, no windows
+  if(NOT TARGET ${target})  # no Qt, no windows; no library, no part
     continue()
   endif()
   set(lines "")

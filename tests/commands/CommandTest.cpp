@@ -19,7 +19,9 @@
 //     ! a line on standard error
 //     + a file that the command creates; any other difference to the fixtures is a failure
 //     = exit status, where it is not 0
-//     ? what it needs, audio or linux: skipped where the variable FENDRA_LACKS names that
+//     ? what it needs, audio or linux: skipped where the variable FENDRA_LACKS names that; or a
+//     part,
+//       as fendra-mat: skipped where that program is not beside this one
 // Lines that begin with # are comments; an empty line ends a case.
 
 namespace fs = std::filesystem;
@@ -125,18 +127,25 @@ class Command : public testing::TestWithParam<Case> {};
 
 }  // namespace
 
+static bool isLacking(const std::string& needs, const fs::path& programs) {
+    if (needs.rfind("fendra-", 0) == 0) {
+        return !fs::exists(programs / needs);
+    }
+    const char* const lacks = std::getenv("FENDRA_LACKS");
+    return lacks != nullptr && !needs.empty() &&
+           std::string(lacks).find(needs) != std::string::npos;
+}
+
 TEST_P(Command, DoesAsTheGoldenFileSays) {
     const Case& golden = GetParam();
-    const char* const lacks = std::getenv("FENDRA_LACKS");
-    if (lacks != nullptr && !golden.needs.empty() &&
-        std::string(lacks).find(golden.needs) != std::string::npos) {
+    const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
+    if (isLacking(golden.needs, programs)) {
         GTEST_SKIP() << "needs " << golden.needs;
     }
     const TemporaryFolder scratch, streams;
     fs::copy("fixtures", scratch.path(""), fs::copy_options::recursive);
     const auto before = everythingIn(scratch.path(""));
 
-    const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
     const std::string output = streams.path("out"), errors = streams.path("err");
     std::ostringstream script;
     script << "cd '" << scratch.path("") << "' && export LC_ALL=C BIN='" << programs.string()

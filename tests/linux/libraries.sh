@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# libraries.sh NM FOLDER: the module in FOLDER exports its eight names, and of module, program and
-# libraries one alone holds the kernels.
+# libraries.sh NM FOLDER: the module in FOLDER exports its eight names; of module, program and libraries
+# one alone holds the kernels; and the program runs without the libraries of its parts and of windows.
 set -uo pipefail
 nm=$1 failed=0
 cd "$2" || exit
@@ -17,4 +17,5 @@ expect exports \
     "$("$nm" -D --defined-only --format=just-symbols fendra.so | sort | xargs)"
 expect kernels libfendra-kernels.so \
     "$("$nm" -AC --defined-only fendra fendra.so libfendra-kernels.so libplatform.so libtavrelin.so | sed -n 's/:.* kernels::instructionSet()$//p' | xargs)"
+expect needed "" "$(ldd fendra | grep -oE 'lib(Qt6|edf|hdf5|matio|mseed|netcdf)[^ ]*' | xargs)"
 exit $failed

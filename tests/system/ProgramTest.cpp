@@ -1,6 +1,7 @@
 #include "workbench/system/Program.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/system/FileHandle.h"
 
 #include <gtest/gtest.h>
 
@@ -26,6 +27,22 @@ TEST(Program, TakesAndGivesAnyNumberOfBytes) {
     const ProgramEnd end = runProgram({"sh", "-c", "tee /dev/stderr"}, bytes);
     EXPECT_TRUE(end.output == bytes);
     EXPECT_TRUE(end.errors == bytes);
+}
+
+// Others may have read from the file before; what it had is not appended to.
+TEST(Program, WorksOnOpenFiles) {
+    const FileHandle input = createUnnamedFile(), output = createUnnamedFile();
+    std::fputs("given", input.get());
+    std::fflush(input.get());
+    const ProgramEnd end =
+        runProgram({"sh", "-c", "cat; echo $1 >&2", "sh", "said"}, input.get(), output.get());
+    std::string got(6, '\0');
+    std::rewind(output.get());
+    got.resize(std::fread(got.data(), 1, got.size(), output.get()));
+    EXPECT_EQ(got, "given");
+    EXPECT_EQ(end.errors, "said\n");
+    EXPECT_TRUE(end.output.empty());
+    EXPECT_FALSE(hasName(input.get()));
 }
 
 TEST(Program, SaysHowItEnded) {

@@ -3,6 +3,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/Fact.h"
 #include "workbench/commands/signalFacts.h"
+#include "workbench/files/libraries.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
@@ -55,6 +56,8 @@ static std::vector<Fact> moduleFacts(const ModuleLibrary& library) {
                                {"languages", "languages", languages},
                                {"bitmap", "bitmap", library.bitmapId()},
                                {"icon", "icon", module->GetIconID()}};
+    facts.push_back({"libraries", "libraries", libraries(),
+                     fmt::format("{}", fmt::join(libraries(), "\n                        "))});
     for (const ModulePorts& ports : portsOf(*module)) {
         const bool named = !ports.settings.empty();
         const std::string name = named ? ports.settings + " " : "";

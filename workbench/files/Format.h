@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+struct PartProgram;
+
 // A format of signal files: a constant in a source of its own in formats/, and a word in
 // CMakeLists.txt. Whatever else is said of formats is made from these rows.
 struct Format {
@@ -45,14 +47,15 @@ struct Format {
     // the file is broken.
     std::vector<FilePart> (*parts)(std::FILE* file, const SourceName& source) = nullptr;
 
+    // By which all of this is done; null: by fendra itself.
+    const PartProgram* program = nullptr;
+
     // In the order in which they are tried on a file.
     static const std::vector<const Format*>& all();
 
-    // All names, with that word before the last: "WAV, W64, RF64, AIFF, FLAC, npy, npz and UTF-8
-    // text".
+    // All names, with that word before the last: "WAV, W64, RF64, ... and UTF-8 text".
     static std::string names(std::string_view lastWord);
 
-    // All endings of what can be written: ".wav .w64 .rf64 .aif .aiff .flac .npy .csv .tsv .txt
-    // .dat".
+    // All endings of what can be written: ".wav .w64 .rf64 ... .txt .dat".
     static std::string allEndings();
 };

@@ -24,6 +24,9 @@ bool isInUse(const std::filesystem::path& path);
 // for such files: TMPDIR, where there is one. Null with errno set.
 FileHandle createUnnamedFile();
 
+// Whether an open file has a name by which others can open it.
+bool hasName(std::FILE* file);
+
 // Removes a file if it can. Touches nothing else: signal handlers may call it.
 void removeFile(const std::filesystem::path::value_type* path);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -14,6 +15,9 @@ struct ProgramEnd {
 // they are: no shell reads them. input: on its standard input.
 // Failure if it cannot be started.
 ProgramEnd runProgram(const std::vector<std::string>& words, const std::string& input);
+
+// The same with open files as its standard input, from its beginning, and output.
+ProgramEnd runProgram(const std::vector<std::string>& words, std::FILE* input, std::FILE* output);
 
 // The file of this program.
 std::filesystem::path programFile();

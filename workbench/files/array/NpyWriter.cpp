@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 static_assert(std::endian::native == std::endian::little,
               "values are written as they are in memory");
@@ -94,14 +93,6 @@ void NpyWriter::write(const double* interleaved, std::int64_t count) {
     samples += count;
 }
 
-void NpyWriter::copySpool() {
-    std::rewind(spool.get());
-    std::vector<char> block(blockLength);
-    while (const std::size_t length = std::fread(block.data(), 1, block.size(), spool.get())) {
-        output.write({block.data(), length});
-    }
-}
-
 void NpyWriter::finish(const std::vector<std::string>& /*closingNotes*/) {
     if (samples == 1 && channels > 1) {
         throw Failure(
@@ -116,7 +107,7 @@ void NpyWriter::finish(const std::vector<std::string>& /*closingNotes*/) {
     }
     put(header());
     if (spool != nullptr) {
-        copySpool();
+        output.copy(spool.get());
     }
     output.commit();
 }

@@ -24,7 +24,6 @@ public:
 private:
     [[nodiscard]] std::string header() const;
     void put(std::string_view given);
-    void copySpool();
 
     bool narrow;  // values of 32 bits
     std::string name;

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -69,6 +70,14 @@ void OutputFile::write(std::string_view bytes) {
     errno = 0;
     if (std::fwrite(bytes.data(), 1, bytes.size(), sink) < bytes.size()) {
         fail();
+    }
+}
+
+void OutputFile::copy(std::FILE* file) {
+    std::vector<char> block(std::size_t{1} << 16);
+    std::rewind(file);
+    while (const std::size_t length = std::fread(block.data(), 1, block.size(), file)) {
+        write({block.data(), length});
     }
 }
 

@@ -29,6 +29,8 @@ public:
     std::FILE* stream() const { return sink; }
 
     void write(std::string_view bytes);
+    // All that a file holds.
+    void copy(std::FILE* file);
 
     // What was written has left the program then.
     void flush();

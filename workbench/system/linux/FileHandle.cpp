@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -35,6 +36,11 @@ FileHandle createUnnamedFile() {
     }
     unlink(name.c_str());
     return FileHandle(fdopen(descriptor, "w+b"));
+}
+
+bool hasName(std::FILE* file) {
+    struct stat facts = {};
+    return fstat(fileno(file), &facts) == 0 && facts.st_nlink > 0;
 }
 
 void removeFile(const char* path) {

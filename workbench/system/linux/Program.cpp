@@ -43,7 +43,7 @@ static std::string contentsOf(std::FILE* file) {
 }
 
 static pid_t start(const std::vector<std::string>& words,
-                   const std::array<FileHandle, 3>& streams) {
+                   const std::array<std::FILE*, 3>& streams) {
     std::vector<char*> arguments(words.size() + 1);  // the last one is null
     std::transform(words.begin(), words.end(), arguments.begin(), [](const std::string& word) {
         return const_cast<char*>(word.c_str());  // the call does not write to them
@@ -51,8 +51,8 @@ static pid_t start(const std::vector<std::string>& words,
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     for (int i = 0; i < 3; ++i) {
-        posix_spawn_file_actions_adddup2(&actions,
-                                         fileno(streams.at(static_cast<std::size_t>(i)).get()), i);
+        posix_spawn_file_actions_adddup2(&actions, fileno(streams.at(static_cast<std::size_t>(i))),
+                                         i);
     }
     pid_t process = 0;
     const int error =
@@ -64,14 +64,22 @@ static pid_t start(const std::vector<std::string>& words,
     return process;
 }
 
-ProgramEnd runProgram(const std::vector<std::string>& words, const std::string& input) {
-    const std::array<FileHandle, 3> streams = {stream(input), stream(""), stream("")};
-    const pid_t process = start(words, streams);
+ProgramEnd runProgram(const std::vector<std::string>& words, std::FILE* input, std::FILE* output) {
+    const FileHandle errors = stream("");
+    std::rewind(input);
+    const pid_t process = start(words, {input, output, errors.get()});
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
     }
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
-            contentsOf(streams[1].get()), contentsOf(streams[2].get())};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), "",
+            contentsOf(errors.get())};
+}
+
+ProgramEnd runProgram(const std::vector<std::string>& words, const std::string& input) {
+    const FileHandle given = stream(input), output = stream("");
+    ProgramEnd end = runProgram(words, given.get(), output.get());
+    end.output = contentsOf(output.get());
+    return end;
 }
 
 std::filesystem::path programFile() {

@@ -78,6 +78,10 @@ FileHandle createUnnamedFile() {
     return createShared(folder / name, FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE);
 }
 
+bool hasName(std::FILE* /*file*/) {
+    return true;  // as long as it is open
+}
+
 void removeFile(const wchar_t* path) {
     DeleteFileW(path);
 }

@@ -6,9 +6,14 @@
 
 #include <windows.h>
 
-// The programs that are run are those of Slurm, which is for Linux.
+// The programs that are run are those of Slurm, and parts by libraries: both are for Linux.
 ProgramEnd runProgram(const std::vector<std::string>& words, const std::string& /*input*/) {
     throw Failure(fmt::format("cannot run {}: there is none for Windows", words[0]));
+}
+
+ProgramEnd runProgram(const std::vector<std::string>& words, std::FILE* /*input*/,
+                      std::FILE* /*output*/) {
+    return runProgram(words, "");
 }
 
 std::filesystem::path programFile() {
