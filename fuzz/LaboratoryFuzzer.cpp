@@ -12,7 +12,7 @@
 // An input is a file of one of the formats that are read by a library; its first bytes decide
 // which. Library and reader run in this process: what breaks down here breaks a part down.
 
-extern const Part matPart;
+extern const Part edfPart, matPart, mseedPart;
 
 namespace {
 
@@ -27,7 +27,17 @@ static bool isMat(std::string_view bytes) {
     return bytes.size() >= 128 && (bytes.substr(126, 2) == "IM" || bytes.substr(126, 2) == "MI");
 }
 
-static constexpr std::array laboratories = {Laboratory{&matPart, isMat}};
+static bool isEdf(std::string_view bytes) {
+    return bytes.starts_with("0       ") || bytes.starts_with("\377BIOSEMI");
+}
+
+// By the quality of the data, which stands before a blank.
+static bool isMseed(std::string_view bytes) {
+    return bytes.size() >= 48 && std::string_view("DRQM").find(bytes[6]) != std::string_view::npos;
+}
+
+static constexpr std::array laboratories = {
+    Laboratory{&matPart, isMat}, Laboratory{&edfPart, isEdf}, Laboratory{&mseedPart, isMseed}};
 static constexpr std::int64_t mostValues = 1 << 16;  // that are read and written again
 static constexpr std::size_t mostParts = 8;          // of a file
 

@@ -33,6 +33,8 @@ set(rows
   "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk"
   "workbench/parts Part workbench/messages workbench/system workbench/signals"
   "workbench/parts/mat - workbench/parts workbench/messages workbench/system workbench/signals"
+  "workbench/parts/edf EdfReader workbench/parts workbench/messages workbench/system workbench/signals"
+  "workbench/parts/mseed MseedReader workbench/parts workbench/messages workbench/system workbench/signals"
   "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/analysis workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/commands")
 
 foreach(row IN LISTS rows)
