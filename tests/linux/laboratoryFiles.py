@@ -94,26 +94,32 @@ with netcdf_file("stations.nc", "w", version=2) as file:
     level.add_offset = 100.0
     file.createVariable("name", "c", ("letters",))[:] = list("west")
 
-# Every type, order of bytes, shape and way of storing, beside what they are as doubles.
+# More measurements than a message lists.
+with h5py.File("many.sofa", "w") as file:
+    file.attrs["Conventions"] = "SOFA"
+    file.attrs["DataType"] = "FIR"
+    file["Data.IR"] = random.normal(size=(710, 2, 512))
+    file["Data.SamplingRate"] = np.full(710, 44100.0)
+    file["Data.Delay"] = np.arange(1420.0).reshape(710, 2)
+
+# Every type in either order of bytes, and every way of storing every shape.
 kinds = ["i1", "i2", "i4", "i8", "u1", "u2", "u4", "u8", "f2", "f4", "f8"]
 ways = {
     "contiguous": {},
     "chunked": {"chunks": True},
     "deflated": {"chunks": True, "compression": "gzip", "shuffle": True, "fletcher32": True},
-    "packed": {"chunks": True, "compression": "lzf"},
+    "packed": {"chunks": True, "compression": "szip"},
 }
+shapes = [(70001,), (1, 1000), (20000, 3), (999, 1)]
+cases = [(order + kind, "contiguous", shapes[2]) for kind in kinds for order in "<>"]
+cases += [("<f8", way, shape) for way in ways for shape in shapes]
 with h5py.File("types.h5", "w") as file:
-    for kind in kinds:
-        for order in "<>":
-            for way, options in ways.items():
-                for shape in [(70001,), (1, 1000), (20000, 3), (999, 1)]:
-                    raw = random.normal(size=shape) * 100
-                    if kind[0] != "f":
-                        raw = random.integers(0 if kind[0] == "u" else -100, 100, shape)
-                    path = f"{kind}/{'little' if order == '<' else 'big'}/{way}/{shape[0]}"
-                    file.create_dataset(path, data=raw.astype(order + kind), **options)
-    with np.errstate(all="ignore"):
-        halves = np.arange(65536, dtype=np.uint16).view(np.float16)
+    for number, (kind, way, shape) in enumerate(cases):
+        low = 0 if kind[1] == "u" else -100
+        raw = random.normal(size=shape) if kind[1] == "f" else random.integers(low, 100, shape)
+        file.create_dataset(f"{kind[1:]}/{number}", data=raw.astype(kind), **ways[way])
+    halves = np.arange(65536, dtype=np.uint16).view(np.float16)
+    file.create_dataset("foreign", data=random.normal(size=100), chunks=True, compression="lzf")
     file["halves"] = halves[np.isfinite(halves)]
 
 for version in [1, 2]:
