@@ -12,7 +12,7 @@
 // An input is a file of one of the formats that are read by a library; its first bytes decide
 // which. Library and reader run in this process: what breaks down here breaks a part down.
 
-extern const Part matPart;
+extern const Part hdf5Part, matPart, netcdfPart;
 
 namespace {
 
@@ -27,7 +27,16 @@ static bool isMat(std::string_view bytes) {
     return bytes.size() >= 128 && (bytes.substr(126, 2) == "IM" || bytes.substr(126, 2) == "MI");
 }
 
-static constexpr std::array laboratories = {Laboratory{&matPart, isMat}};
+static bool isHdf5(std::string_view bytes) {
+    return bytes.starts_with("\x89HDF");
+}
+
+static bool isNetcdf(std::string_view bytes) {
+    return bytes.starts_with("CDF");
+}
+
+static constexpr std::array laboratories = {
+    Laboratory{&matPart, isMat}, Laboratory{&hdf5Part, isHdf5}, Laboratory{&netcdfPart, isNetcdf}};
 static constexpr std::int64_t mostValues = 1 << 16;  // that are read and written again
 static constexpr std::size_t mostParts = 8;          // of a file
 

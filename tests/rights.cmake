@@ -33,7 +33,7 @@ set(rows
   "workbench/window text host platform workbench/messages workbench/system workbench/methods workbench/desktop workbench/signals workbench/files/disk"
   "workbench/parts Part workbench/messages workbench/system workbench/signals"
   "workbench/parts/variables SampleRows workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text"
-  "workbench/parts/hdf5 - workbench/parts workbench/parts/variables workbench/messages workbench/system workbench/signals"
+  "workbench/parts/hdf5 - workbench/parts workbench/parts/variables workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text"
   "workbench/parts/netcdf - workbench/parts workbench/parts/variables workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text"
   "workbench/parts/mat - workbench/parts workbench/messages workbench/system workbench/signals"
   "workbench - host platform workbench/messages workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/analysis workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/commands")

@@ -48,6 +48,12 @@ class Walk {
 public:
     std::vector<Hdf5File::Object> found;
 
+    void root(hid_t file) { object(file, "/", "", 0); }
+
+private:
+    static constexpr int deepest = 100;
+    static constexpr std::size_t most = 1000000;
+
     void group(hid_t parent, const std::string& path, int depth) {
         if (depth > deepest || found.size() > most) {
             throw Hdf5Error("more groups than can be listed");
@@ -61,10 +67,6 @@ public:
             }
         }
     }
-
-private:
-    static constexpr int deepest = 100;
-    static constexpr std::size_t most = 1000000;
 
     static herr_t keep(hid_t /*group*/, const char* name, const H5L_info_t* info, void* links) {
         try {
@@ -103,8 +105,7 @@ private:
 std::vector<Hdf5File::Object> Hdf5File::objects() const {
     try {
         Walk walk;
-        const Hdf5Handle root(H5Gopen2(file.get(), "/", H5P_DEFAULT), H5Gclose);
-        walk.group(root.get(), "", 0);
+        walk.root(file.get());
         return std::move(walk.found);
     } catch (const Hdf5Error& error) {
         refuse(error);

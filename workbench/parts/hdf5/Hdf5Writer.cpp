@@ -1,5 +1,6 @@
 #include "workbench/parts/hdf5/Hdf5Writer.h"
 
+#include "workbench/files/text/UnitText.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/parts/hdf5/Hdf5Handle.h"
 
@@ -61,13 +62,15 @@ static void setTexts(hid_t dataset, const char* name, const std::vector<std::str
     }
 }
 
-// "voltage (mV)" in its two parts.
+// "voltage (mV)" in its two parts, where these give it back.
 static std::pair<std::string, std::string> parted(const std::string& name) {
     const std::size_t open = name.rfind(" (");
-    if (open == std::string::npos || open == 0 || name.back() != ')' || open + 3 >= name.size()) {
+    if (open == std::string::npos || name.back() != ')') {
         return {name, ""};
     }
-    return {name.substr(0, open), name.substr(open + 2, name.size() - open - 3)};
+    const std::string first = name.substr(0, open);
+    const std::string unit = name.substr(open + 2, name.size() - open - 3);
+    return withUnit(first, unit) == name ? std::pair(first, unit) : std::pair(name, std::string());
 }
 
 static void setNames(hid_t dataset, const std::vector<std::string>& columns) {

@@ -10,8 +10,8 @@
 static constexpr std::int64_t blockLength = 1 << 15;  // values, unless a row has more
 
 VariableReader::VariableReader(SignalInfo info, std::unique_ptr<SampleRows> variable,
-                               const Packing& itsPacking, const ReadOptions& readOptions)
-    : rows(std::move(variable)), packing(itsPacking), options(readOptions) {
+                               const Packing& itsPacking, ReadOptions readOptions)
+    : rows(std::move(variable)), packing(itsPacking), options(std::move(readOptions)) {
     facts = std::move(info);
 }
 

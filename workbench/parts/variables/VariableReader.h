@@ -14,7 +14,7 @@
 class VariableReader final : public SignalReader {
 public:
     VariableReader(SignalInfo info, std::unique_ptr<SampleRows> variable, const Packing& itsPacking,
-                   const ReadOptions& readOptions);
+                   ReadOptions readOptions);
 
     std::int64_t read(double* interleaved, std::int64_t count) override;
 
