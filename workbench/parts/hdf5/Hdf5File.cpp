@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <new>
 #include <set>
 #include <utility>
@@ -15,7 +16,7 @@ static Hdf5Handle opened(const std::string& path, const std::string& name) {
     H5Lunregister(H5L_TYPE_EXTERNAL);
     try {
         const Hdf5Handle access(H5Pcreate(H5P_FILE_ACCESS), H5Pclose);
-        succeeded(H5Pset_file_locking(access.get(), 0, 1));
+        succeeded(H5Pset_file_locking(access.get(), false, true));
         return {H5Fopen(path.c_str(), H5F_ACC_RDONLY, access.get()), H5Fclose};
     } catch (const Hdf5Error& error) {
         throw Failure(fmt::format("{}: the HDF5 file cannot be opened ({}); copy it again", name,
@@ -39,74 +40,70 @@ void Hdf5File::refuse(const Hdf5Error& error) const {
 namespace {
 
 struct Link {
-    std::string name;
+    std::string path;
     H5L_type_t type;
-};
-
-// Walks through the groups; one that holds itself is walked through once.
-class Walk {
-public:
-    std::vector<Hdf5File::Object> found;
-
-    void root(hid_t file) { object(file, "/", "", 0); }
-
-private:
-    static constexpr int deepest = 100;
-    static constexpr std::size_t most = 1000000;
-
-    void group(hid_t parent, const std::string& path, int depth) {
-        if (depth > deepest || found.size() > most) {
-            throw Hdf5Error("more groups than can be listed");
-        }
-        for (const Link& link : linksOf(parent)) {
-            const std::string child = path + "/" + link.name;
-            if (link.type == H5L_TYPE_HARD) {
-                object(parent, link.name, child, depth);
-            } else if (link.type != H5L_TYPE_SOFT) {
-                found.push_back({child, true});
-            }
-        }
-    }
-
-    static herr_t keep(hid_t /*group*/, const char* name, const H5L_info_t* info, void* links) {
-        try {
-            static_cast<std::vector<Link>*>(links)->push_back({name, info->type});
-            return 0;
-        } catch (const std::bad_alloc&) {
-            return -1;
-        }
-    }
-
-    static std::vector<Link> linksOf(hid_t group) {
-        std::vector<Link> links;
-        succeeded(H5Literate(group, H5_INDEX_NAME, H5_ITER_INC, nullptr, keep, &links));
-        return links;
-    }
-
-    void object(hid_t parent, const std::string& name, const std::string& path, int depth) {
-        const Hdf5Handle object(H5Oopen(parent, name.c_str(), H5P_DEFAULT), H5Oclose);
-        H5O_info_t info = {};
-        succeeded(H5Oget_info2(object.get(), &info, H5O_INFO_BASIC));
-        if (!seen.insert(info.addr).second) {
-            return;
-        }
-        if (info.type == H5O_TYPE_GROUP) {
-            group(object.get(), path, depth + 1);
-        } else if (info.type == H5O_TYPE_DATASET) {
-            found.push_back({path, false});
-        }
-    }
-
-    std::set<haddr_t> seen;
 };
 
 }  // namespace
 
+static herr_t keep(hid_t /*group*/, const char* name, const H5L_info_t* info, void* links) {
+    try {
+        static_cast<std::vector<Link>*>(links)->push_back({name, info->type});
+        return 0;
+    } catch (const std::bad_alloc&) {
+        return -1;
+    }
+}
+
+// What a group holds, by paths, with the first one last.
+static std::vector<Link> linksOf(hid_t group, const std::string& path) {
+    std::vector<Link> links;
+    succeeded(H5Literate(group, H5_INDEX_NAME, H5_ITER_INC, nullptr, keep, &links));
+    std::reverse(links.begin(), links.end());
+    for (Link& link : links) {
+        link.path = path + "/" + link.path;
+    }
+    return links;
+}
+
+// Group by group; one that holds itself is opened once.
+static std::vector<Hdf5File::Object> walkThrough(hid_t file) {
+    constexpr std::size_t most = 1000000;
+    std::vector<Hdf5File::Object> found;
+    std::set<haddr_t> seen;
+    std::vector<Link> left = {{"", H5L_TYPE_HARD}};
+    while (!left.empty()) {
+        const Link link = std::move(left.back());
+        left.pop_back();
+        if (found.size() + left.size() > most) {
+            throw Hdf5Error("more objects than can be listed");
+        }
+        if (link.type != H5L_TYPE_HARD) {
+            if (link.type != H5L_TYPE_SOFT) {
+                found.push_back({link.path, true});
+            }
+            continue;
+        }
+        const char* const path = link.path.empty() ? "/" : link.path.c_str();
+        const Hdf5Handle object(H5Oopen(file, path, H5P_DEFAULT), H5Oclose);
+        H5O_info_t info = {};
+        succeeded(H5Oget_info2(object.get(), &info, H5O_INFO_BASIC));
+        if (!seen.insert(info.addr).second) {
+            continue;
+        }
+        if (info.type == H5O_TYPE_GROUP) {
+            const std::vector<Link> links = linksOf(object.get(), link.path);
+            left.insert(left.end(), links.begin(), links.end());
+        } else if (info.type == H5O_TYPE_DATASET) {
+            found.push_back({link.path, false});
+        }
+    }
+    return found;
+}
+
 std::vector<Hdf5File::Object> Hdf5File::objects() const {
     try {
-        Walk walk;
-        walk.root(file.get());
-        return std::move(walk.found);
+        return walkThrough(file.get());
     } catch (const Hdf5Error& error) {
         refuse(error);
     }

@@ -16,7 +16,8 @@ static herr_t takeFirst(unsigned /*position*/, const H5E_error2_t* error, void* 
 Hdf5Error Hdf5Error::latest() {
     std::string reason;
     H5Ewalk2(H5E_DEFAULT, H5E_WALK_UPWARD, takeFirst, &reason);
-    return Hdf5Error(reason.empty() ? "unknown error" : printable(reason, 200));
+    Hdf5Error error(reason.empty() ? "unknown error" : printable(reason, 200));
+    return error;
 }
 
 Hdf5Handle::Hdf5Handle(hid_t identifier, Close closeIt)

@@ -106,9 +106,9 @@ static void setAttributes(hid_t dataset, const ResultInfo& info) {
 static Hdf5Handle createFile(const std::string& path) {
     const Hdf5Handle access(H5Pcreate(H5P_FILE_ACCESS), H5Pclose);
     succeeded(H5Pset_libver_bounds(access.get(), H5F_LIBVER_V18, H5F_LIBVER_V18));
-    succeeded(H5Pset_file_locking(access.get(), 0, 1));
+    succeeded(H5Pset_file_locking(access.get(), false, true));
     const Hdf5Handle creation(H5Pcreate(H5P_FILE_CREATE), H5Pclose);
-    succeeded(H5Pset_obj_track_times(creation.get(), 0));
+    succeeded(H5Pset_obj_track_times(creation.get(), false));
     return {H5Fcreate(path.c_str(), H5F_ACC_TRUNC, creation.get(), access.get()), H5Fclose};
 }
 
@@ -117,7 +117,7 @@ static Hdf5Handle createDataset(hid_t file, hid_t type, const SignalInfo& info) 
                                           static_cast<hsize_t>(info.channels)};
     const Hdf5Handle space(H5Screate_simple(2, shape.data(), nullptr), H5Sclose);
     const Hdf5Handle creation(H5Pcreate(H5P_DATASET_CREATE), H5Pclose);
-    succeeded(H5Pset_obj_track_times(creation.get(), 0));
+    succeeded(H5Pset_obj_track_times(creation.get(), false));
     succeeded(H5Pset_fill_time(creation.get(), H5D_FILL_TIME_NEVER));
     return {H5Dcreate2(file, "signal", type, space.get(), H5P_DEFAULT, creation.get(), H5P_DEFAULT),
             H5Dclose};
