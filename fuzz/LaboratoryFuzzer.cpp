@@ -14,11 +14,6 @@
 
 extern const Part hdf5Part, matPart, netcdfPart;
 
-// What a library loses on a broken file ends with the part, which reads a single one.
-extern "C" const char* __lsan_default_suppressions() {  // NOLINT(bugprone-reserved-identifier)
-    return "leak:libhdf5\nleak:libnetcdf\n";
-}
-
 namespace {
 
 struct Laboratory {
