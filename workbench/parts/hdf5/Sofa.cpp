@@ -71,12 +71,13 @@ std::vector<FilePart> measurementsOf(const Hdf5File& file, const SourceName& sou
 }
 
 // The numbers of a small dataset, in the order of C; empty if there is none of that name.
-static std::vector<double> numbersOf(const Hdf5File& file, const char* name) {
+static std::vector<double> numbersOf(const Hdf5File& file, const char* name,
+                                     const std::string& shown) {
     constexpr std::size_t most = 1 << 20;
     if (H5Lexists(file.id(), name, H5P_DEFAULT) <= 0) {
         return {};
     }
-    const Hdf5Dataset dataset(file, name, name);
+    const Hdf5Dataset dataset(file, name, fmt::format("{}: {}", shown, name));
     std::size_t count = 1;
     for (const std::uint64_t length : dataset.shape()) {
         count = length > most / count ? most + 1 : count * static_cast<std::size_t>(length);
@@ -90,7 +91,7 @@ static std::vector<double> numbersOf(const Hdf5File& file, const char* name) {
 }
 
 static double rateOf(const Hdf5File& file, std::size_t measurement, const std::string& name) {
-    std::vector<double> rates = numbersOf(file, "Data.SamplingRate");
+    std::vector<double> rates = numbersOf(file, "Data.SamplingRate", name);
     const double rate =
         rates.empty() ? 0.0
                       : rates[rates.size() == 1 ? 0 : std::min(measurement, rates.size() - 1)];
@@ -101,8 +102,9 @@ static double rateOf(const Hdf5File& file, std::size_t measurement, const std::s
 }
 
 // Delays of all measurements or of each, by receivers.
-static bool hasDelay(const Hdf5File& file, std::size_t measurement, std::size_t receivers) {
-    const std::vector<double> delays = numbersOf(file, "Data.Delay");
+static bool hasDelay(const Hdf5File& file, std::size_t measurement, std::size_t receivers,
+                     const std::string& name) {
+    const std::vector<double> delays = numbersOf(file, "Data.Delay", name);
     const std::size_t begin =
         delays.size() >= (measurement + 1) * receivers ? measurement * receivers : 0;
     const std::size_t end = std::min(begin + receivers, delays.size());
@@ -121,7 +123,7 @@ static SignalInfo factsOf(const Hdf5File& file, const Hdf5Dataset& responses,
     for (int i = 1; i <= info.channels; ++i) {
         info.names.push_back(fmt::format("receiver_{}", i));
     }
-    if (hasDelay(file, measurement, static_cast<std::size_t>(info.channels))) {
+    if (hasDelay(file, measurement, static_cast<std::size_t>(info.channels), source.shown)) {
         info.remarks.push_back(fmt::format(
             "{}: the delays in Data.Delay are not in the samples, and are left out", source.shown));
     }
