@@ -118,11 +118,10 @@ std::vector<std::string> NetcdfAttributes::texts(const std::string& attribute) c
     return {text};
 }
 
-NetcdfRows::NetcdfRows(std::shared_ptr<const NetcdfFile> ofFile,
-                       const NetcdfFile::Variable& itsVariable, VariableShape itsShape,
-                       std::string displayName)
+NetcdfRows::NetcdfRows(std::shared_ptr<const NetcdfFile> ofFile, NetcdfFile::Variable itsVariable,
+                       VariableShape itsShape, std::string displayName)
     : file(std::move(ofFile)),
-      variable(itsVariable),
+      variable(std::move(itsVariable)),
       shape(std::move(itsShape)),
       name(std::move(displayName)) {}
 

@@ -70,7 +70,7 @@ private:
 // A variable by rows.
 class NetcdfRows final : public SampleRows {
 public:
-    NetcdfRows(std::shared_ptr<const NetcdfFile> ofFile, const NetcdfFile::Variable& itsVariable,
+    NetcdfRows(std::shared_ptr<const NetcdfFile> ofFile, NetcdfFile::Variable itsVariable,
                VariableShape itsShape, std::string displayName);
 
     std::size_t read(std::int64_t first, std::int64_t count, double* to) override;
