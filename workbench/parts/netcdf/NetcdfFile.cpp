@@ -12,8 +12,6 @@
 #include <type_traits>
 #include <utility>
 
-static_assert(NC_GLOBAL == -1, "as the attributes of the file are asked for");
-
 static void check(int state, const std::string& name) {
     if (state != NC_NOERR) {
         throw Failure(fmt::format("{}: the NetCDF file cannot be read ({}); copy it again", name,
@@ -81,6 +79,8 @@ bool NetcdfFile::Variable::isNarrow() const {
     return type == NC_FLOAT;
 }
 
+NetcdfAttributes::NetcdfAttributes(const NetcdfFile& ofFile) : file(ofFile), owner(NC_GLOBAL) {}
+
 std::vector<std::string> NetcdfAttributes::names() const {
     std::vector<std::string> all;
     std::array<char, NC_MAX_NAME + 1> text = {};
@@ -90,28 +90,26 @@ std::vector<std::string> NetcdfAttributes::names() const {
     return all;
 }
 
-std::vector<double> NetcdfAttributes::numbers(const std::string& attribute) const {
+std::vector<double> NetcdfAttributes::numbers(const std::string& name) const {
     int type = 0;
     std::size_t count = 0;
-    if (nc_inq_att(file.id(), owner, attribute.c_str(), &type, &count) != NC_NOERR ||
-        type == NC_CHAR) {
+    if (nc_inq_att(file.id(), owner, name.c_str(), &type, &count) != NC_NOERR || type == NC_CHAR) {
         return {};
     }
     std::vector<double> values(count);
-    return nc_get_att_double(file.id(), owner, attribute.c_str(), values.data()) == NC_NOERR
+    return nc_get_att_double(file.id(), owner, name.c_str(), values.data()) == NC_NOERR
                ? values
                : std::vector<double>();
 }
 
-std::vector<std::string> NetcdfAttributes::texts(const std::string& attribute) const {
+std::vector<std::string> NetcdfAttributes::texts(const std::string& name) const {
     int type = 0;
     std::size_t length = 0;
-    if (nc_inq_att(file.id(), owner, attribute.c_str(), &type, &length) != NC_NOERR ||
-        type != NC_CHAR) {
+    if (nc_inq_att(file.id(), owner, name.c_str(), &type, &length) != NC_NOERR || type != NC_CHAR) {
         return {};
     }
     std::string text(length, '\0');
-    if (nc_get_att_text(file.id(), owner, attribute.c_str(), text.data()) != NC_NOERR) {
+    if (nc_get_att_text(file.id(), owner, name.c_str(), text.data()) != NC_NOERR) {
         return {};
     }
     text.resize(std::min(text.find('\0'), text.size()));

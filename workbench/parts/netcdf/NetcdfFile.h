@@ -39,7 +39,7 @@ public:
     };
     [[nodiscard]] const std::vector<Variable>& variables() const { return all; }
     // Null if there is none of that name.
-    [[nodiscard]] const Variable* named(const std::string& name) const;
+    [[nodiscard]] const Variable* named(const std::string& variable) const;
 
 private:
     [[nodiscard]] Variable variableOf(int number) const;
@@ -52,7 +52,7 @@ private:
 // The attributes of a variable, or of the file. The file outlives it.
 class NetcdfAttributes final : public Attributes {
 public:
-    explicit NetcdfAttributes(const NetcdfFile& ofFile) : file(ofFile), owner(ofFileItself) {}
+    explicit NetcdfAttributes(const NetcdfFile& ofFile);
     NetcdfAttributes(const NetcdfFile& ofFile, const NetcdfFile::Variable& variable)
         : file(ofFile), owner(variable.id) {}
 
@@ -61,8 +61,6 @@ public:
     [[nodiscard]] std::vector<std::string> texts(const std::string& name) const override;
 
 private:
-    static constexpr int ofFileItself = -1;
-
     const NetcdfFile& file;
     int owner;
 };
