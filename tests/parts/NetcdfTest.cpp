@@ -188,6 +188,10 @@ TEST(Netcdf, ChromatogramsHaveTheRateThatIsMeant) {
         EXPECT_EQ(reader->info().remarks.empty(), rate > 0);
         EXPECT_FALSE(reader->info().axis);
     }
+}
+
+TEST(Netcdf, ChromatogramsBeginAfterTheirDelay) {
+    const TemporaryFolder folder;
     const SignalInfo late = opened(folder, {0.5F, 1.5F, "min"})->info();
     ASSERT_TRUE(late.axis);
     EXPECT_EQ(late.axis->start, 90);
