@@ -12,7 +12,7 @@
 // An input is a file of one of the formats that are read by a library; its first bytes decide
 // which. Library and reader run in this process: what breaks down here breaks a part down.
 
-extern const Part edfPart, matPart, mseedPart;
+extern const Part edfPart, hdf5Part, matPart, mseedPart, netcdfPart;
 
 namespace {
 
@@ -36,8 +36,17 @@ static bool isMseed(std::string_view bytes) {
     return bytes.size() >= 48 && std::string_view("DRQM").find(bytes[6]) != std::string_view::npos;
 }
 
+static bool isHdf5(std::string_view bytes) {
+    return bytes.starts_with("\x89HDF");
+}
+
+static bool isNetcdf(std::string_view bytes) {
+    return bytes.starts_with("CDF");
+}
+
 static constexpr std::array laboratories = {
-    Laboratory{&matPart, isMat}, Laboratory{&edfPart, isEdf}, Laboratory{&mseedPart, isMseed}};
+    Laboratory{&matPart, isMat}, Laboratory{&edfPart, isEdf}, Laboratory{&mseedPart, isMseed},
+    Laboratory{&hdf5Part, isHdf5}, Laboratory{&netcdfPart, isNetcdf}};
 static constexpr std::int64_t mostValues = 1 << 16;  // that are read and written again
 static constexpr std::size_t mostParts = 8;          // of a file
 

@@ -31,8 +31,9 @@ public:
     }
 
     // The bytes of a file; none if there is no such file.
-    std::string read(const std::string& name) const {
-        std::ifstream file(path(name), std::ios::binary);
+    std::string read(const std::string& name) const { return contents(path(name)); }
+    static std::string contents(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 

@@ -30,7 +30,7 @@ struct Format {
     };
     Places places;
 
-    // Whether a file with these first bytes, at most 256, is of this format.
+    // Whether a file with these first bytes, at most 2056, is of this format.
     bool (*recognises)(std::string_view head);
 
     // What openSignal and createSignal do for the format, which is not written if create is null.

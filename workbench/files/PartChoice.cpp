@@ -12,10 +12,11 @@ static std::string shown(const FilePart& part) {
     return printable(part.name, 100);
 }
 
+static constexpr std::size_t mostListed = 20;
+
 // The first of many.
 static std::string listOf(std::vector<std::string> items) {
-    constexpr std::size_t most = 20;
-    const std::size_t more = items.size() - std::min(items.size(), most);
+    const std::size_t more = items.size() - std::min(items.size(), mostListed);
     items.resize(items.size() - more);
     return fmt::format("{}{}", fmt::join(items, ", "),
                        more == 0 ? "" : fmt::format(" and {} more", more));
@@ -58,8 +59,10 @@ static const FilePart& onlyPart(const std::vector<FilePart>& parts, const Source
     for (const FilePart* part : signals) {
         names.push_back(fmt::format("{} ({})", shown(*part), part->what));
     }
-    throw Failure(fmt::format("{}: several signals, {}; name one of them, as in {}:{}", file.shown,
-                              listOf(names), file.shown, shown(*signals.back())));
+    const std::string number =
+        names.size() > mostListed ? fmt::format("{}", names.size()) : "several";
+    throw Failure(fmt::format("{}: {} signals, {}; name one of them, as in {}:{}", file.shown,
+                              number, listOf(names), file.shown, shown(*signals.back())));
 }
 
 const FilePart& chosenPart(const std::vector<FilePart>& parts, const std::string& name,

@@ -7,6 +7,7 @@
 #include <utility>
 
 static bool recognises(std::string_view head) {
+    head = head.substr(0, 256);
     return std::none_of(head.begin(), head.end(), [](char letter) {
         const auto code = static_cast<unsigned char>(letter);
         return code < ' ' && letter != '\t' && letter != '\n' && letter != '\r';
