@@ -25,10 +25,13 @@ struct Format {
     // What it has a place for beside the samples. Names of channels hold their units.
     struct Places {
         bool rate = false, axis = false, names = false, notes = false;
+        bool onlyRisingTime = false;  // the axis is such a one
+        // Whether the place of names has room for this one; null: for any.
+        bool (*holdsName)(const std::string& name) = nullptr;
     };
     Places places;
 
-    // Whether a file with these first bytes, at most 256, is of this format.
+    // Whether a file with these first bytes, at most 512, is of this format.
     bool (*recognises)(std::string_view head);
 
     // What openSignal and createSignal do for the format, which is not written if create is null.

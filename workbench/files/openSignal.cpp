@@ -21,7 +21,7 @@
 #include <utility>
 #include <vector>
 
-static constexpr std::size_t headLength = 256;  // by which a format is recognised
+static constexpr std::size_t headLength = 512;  // by which a format is recognised
 
 // By so many lines no column of noise rises or falls all along: none of them is the axis then.
 static constexpr int linesOfColumns = 64;
