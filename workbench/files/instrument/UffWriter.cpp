@@ -8,6 +8,8 @@
 #include <fmt/format.h>
 
 #include <bit>
+#include <cmath>
+#include <optional>
 #include <string_view>
 
 static_assert(std::endian::native == std::endian::little,
@@ -58,19 +60,11 @@ UffWriter::UffWriter(const SignalTarget& target, const ResultInfo& result)
     } else if (info.axis) {
         abscissaName = printable(info.axis->name);
     }
-    const auto isHeld = [&] {
-        const NameAndUnit words = splitUnit(abscissaName);
-        const auto read =
-            UffAbscissa{start, step, abscissaType, words.name, words.unit}.axis().value_or(
-                EvenAxis{{"", axis.start, axis.step}, info.rate});
-        return read.rate == info.rate && read.axis.start == axis.start &&
-               (info.rate > 0.0 || read.axis.step == axis.step);
-    };
     // Without a blank between them, other readers may take two numbers as one.
     for (const std::size_t width : {UffAbscissa::width - 1, UffAbscissa::width}) {
         start = numberOf(axis.start, width);
         step = numberOf(axis.step, width);
-        if (isHeld()) {
+        if (holds(axis)) {
             return;
         }
     }
@@ -80,6 +74,22 @@ UffWriter::UffWriter(const SignalTarget& target, const ResultInfo& result)
                         "use --lossy to let them be rounded, or write text, as with -o FILE.csv",
                         name, UffAbscissa::width, axis.step, axis.start));
     }
+}
+
+// Whether the abscissa, as it is read again, is the axis: any step will do that its own digits
+// leave.
+bool UffWriter::holds(const SignalAxis& axis) const {
+    const NameAndUnit words = splitUnit(abscissaName);
+    const std::optional<EvenAxis> even =
+        UffAbscissa{start, step, abscissaType, words.name, words.unit}.axis();
+    if (!even) {
+        return axis.start == 0.0 && axis.step == 1.0;
+    }
+    const double size = std::abs(even->axis.step);
+    const bool fits = size >= axis.lowestStep && size <= axis.highestStep;
+    const bool same = info.rate > 0.0 ? even->rate == info.rate : even->axis.step == axis.step;
+    return even->axis.start == axis.start && (even->rate > 0.0) == (info.rate > 0.0) &&
+           (same || fits);
 }
 
 bool UffWriter::holdsName(const std::string& name) {

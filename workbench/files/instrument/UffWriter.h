@@ -25,6 +25,7 @@ public:
     void finish(const std::vector<std::string>& closingNotes) override;
 
 private:
+    [[nodiscard]] bool holds(const SignalAxis& axis) const;
     [[nodiscard]] std::string head(std::size_t channel,
                                    const std::vector<std::string>& notes) const;
 
