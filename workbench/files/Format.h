@@ -27,6 +27,9 @@ struct Format {
     // What it has a place for beside the samples. Names of channels hold their units.
     struct Places {
         bool rate = false, axis = false, names = false, notes = false;
+        bool onlyRisingTime = false;  // the axis is such a one
+        // Whether the place of names has room for this one; null: for any.
+        bool (*holdsName)(const std::string& name) = nullptr;
     };
     Places places;
 

@@ -49,12 +49,21 @@ static std::string describe(const SignalAxis& axis) {
                        axis.step);
 }
 
+static bool holds(const Format::Places& places, const SignalAxis& axis) {
+    return places.axis && (!places.onlyRisingTime || (axis.time && axis.step > 0.0));
+}
+
 // Names that a text gives to channels without any say nothing.
-static bool hasNames(const ResultInfo& info) {
+static bool losesNames(const Format::Places& places, const ResultInfo& info) {
+    const auto isHeld = [&places](const std::string& name) {
+        return places.names && (places.holdsName == nullptr || places.holdsName(name));
+    };
     int channel = 0;
     return std::any_of(
         info.columnNames.begin(), info.columnNames.end(), [&](const std::string& name) {
-            return name != (info.channels == 1 ? "signal" : fmt::format("signal_{}", ++channel));
+            const bool own =
+                name != (info.channels == 1 ? "signal" : fmt::format("signal_{}", ++channel));
+            return own && !isHeld(name);
         });
 }
 
@@ -66,10 +75,10 @@ std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
     }
     const bool fromZero = info.axis && info.axis->time && info.axis->start == 0.0 &&
                           info.axis->step > 0.0;  // as a rate alone has it
-    if (!format.places.axis && info.axis && !fromZero) {
+    if (info.axis && !fromZero && !holds(format.places, *info.axis)) {
         lost.push_back(describe(*info.axis));
     }
-    if (!format.places.names && hasNames(info)) {
+    if (losesNames(format.places, info)) {
         lost.emplace_back("the names of the channels");
     }
     const std::string last = lost.empty() ? "" : lost.back();
@@ -80,7 +89,8 @@ std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info) {
     const Format& format = formatFor(target.name);
     const bool measurement = format.kind == Format::Kind::measurement;
-    if (measurement && !format.places.axis && info.axis && !info.axis->time && !target.lossy) {
+    if (measurement && info.axis && !info.axis->time && !holds(format.places, *info.axis) &&
+        !target.lossy) {
         throw Failure(
             fmt::format("{} has no place for {}; use --lossy to lose it, or write text, as with "
                         "-o FILE.csv",

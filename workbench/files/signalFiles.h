@@ -56,6 +56,8 @@ std::string withoutPlace(const SignalTarget& target, const ResultInfo& info);
 //             line, then the samples, each number in the fewest digits that read back to it. A rate
 //             gives a first column t_s in seconds, an axis without a rate a column of its own name.
 //   Array     is of 64-bit floats, samples by channels, without rate, axis and names.
+//   UFF       is of 64-bit floats, a dataset 58b for each channel, with axis, names and units.
+//   SAC       is of 32-bit floats, of one channel with a rate; other samples need a lossy target.
 //   Failure   a format that cannot hold the signal; one without a place for an axis that is not a
 //             time, unless the target is lossy; an existing file, no right to write.
 std::unique_ptr<SignalWriter> createSignal(const SignalTarget& target, const ResultInfo& info);

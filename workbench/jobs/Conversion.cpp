@@ -43,8 +43,7 @@ static void requireExact(const Conversion& conversion, const EncodingRow& encodi
         const std::int64_t index = changed - samples;
         throw Failure(fmt::format(
             "{}, sample {}, channel {}: {} would become {} as {}; use --lossy to let samples "
-            "change, "
-            "or another encoding",
+            "change, or another encoding or format",
             conversion.target.name.shown, first + index / info.channels + 1,
             index % info.channels + 1, *changed, encoding.stored(*changed), encoding.word));
     }

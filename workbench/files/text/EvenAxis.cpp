@@ -52,15 +52,19 @@ EvenAxis evenAxis(const std::string& columnName, const ColumnName& name, const E
     if (steps.exact()) {  // as it would be written
         axis.step = std::copysign(roundest(lowest, highest, std::abs(axis.step)).value, axis.step);
     }
-    if (!name.unit) {
+    return evenAxis(axis, name.unit, steps.exact());
+}
+
+EvenAxis evenAxis(const SignalAxis& axis, const std::optional<TimeUnit>& unit, bool exact) {
+    if (!unit) {
         return {axis, 0.0};
     }
     SignalAxis seconds = axis;
     for (double* const value :
          {&seconds.start, &seconds.step, &seconds.lowestStep, &seconds.highestStep}) {
-        *value = *value * name.unit->seconds / name.unit->parts;
+        *value = *value * unit->seconds / unit->parts;
     }
-    const double rate = rateOf(seconds, steps.exact());
+    const double rate = rateOf(seconds, exact);
     if (!std::isfinite(rate) || !std::isfinite(1.0 / rate) || !std::isfinite(seconds.start)) {
         return {axis, 0.0};
     }

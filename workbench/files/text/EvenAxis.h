@@ -4,6 +4,7 @@
 #include "workbench/files/text/EvenSteps.h"
 #include "workbench/signals/SignalAxis.h"
 
+#include <optional>
 #include <string>
 
 // An axis, and the rate that it gives.
@@ -21,3 +22,7 @@ struct EvenAxis {
 //                                    well (360 Hz for 0.0027777778 s), or a whole number of Hz that
 //                                    is as near as 1e-9
 EvenAxis evenAxis(const std::string& columnName, const ColumnName& name, const EvenSteps& steps);
+
+// The same for an axis whose step is known, in that unit; empty: it is not a time. exact: the step
+// is written without rounding.
+EvenAxis evenAxis(const SignalAxis& axis, const std::optional<TimeUnit>& unit, bool exact);

@@ -1,0 +1,163 @@
+#include "workbench/files/instrument/UffReader.h"
+
+#include "workbench/files/instrument/fields.h"
+#include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+static constexpr const char* allName = "all";
+static constexpr std::int64_t blockLength = 1 << 15;  // values, unless a sample has more
+
+static bool sameAxis(const UffDataset& left, const UffDataset& right) {
+    const bool both = left.axis.has_value() && right.axis.has_value();
+    return left.count == right.count && left.rate == right.rate &&
+           left.axis.has_value() == right.axis.has_value() &&
+           (!both ||
+            (left.axis->name == right.axis->name && left.axis->start == right.axis->start &&
+             left.axis->step == right.axis->step));
+}
+
+static bool areChannels(const std::vector<UffDataset>& datasets) {
+    return datasets.size() > 1 && datasets.size() <= std::numeric_limits<int>::max() &&
+           std::all_of(datasets.begin(), datasets.end(), [&](const UffDataset& each) {
+               return each.refusal.empty() && sameAxis(each, datasets.front());
+           });
+}
+
+static std::string typeName(const UffDataset& dataset) {
+    return dataset.binary ? fmt::format("float{}", 8 * dataset.bytes) : "text";
+}
+
+std::vector<FilePart> UffReader::parts(std::FILE* file, const SourceName& source) {
+    const std::vector<UffDataset> datasets = UffDataset::allOf(file, source.shown);
+    std::vector<FilePart> parts;
+    for (const UffDataset& dataset : datasets) {
+        FilePart& part = parts.emplace_back();
+        part.name = fmt::format("{}", parts.size());
+        part.what = fmt::format("{}{}{}, {}", printable(dataset.name, 60),
+                                dataset.name.empty() ? "" : ", ", typeName(dataset), dataset.count);
+        if (!dataset.refusal.empty()) {
+            part.refusal = fmt::format("{}:{} {}", source.shown, part.name, dataset.refusal);
+        }
+    }
+    if (areChannels(datasets)) {
+        parts.push_back({allName,
+                         fmt::format("{}, {} x {}", typeName(datasets.front()),
+                                     datasets.front().count, datasets.size()),
+                         ""});
+    }
+    return parts;
+}
+
+// The file may have changed since its parts were listed.
+static std::vector<UffDataset> chosen(std::FILE* file, const SourceName& source,
+                                      const std::string& part) {
+    std::vector<UffDataset> datasets = UffDataset::allOf(file, source.shown);
+    if (part == allName && areChannels(datasets)) {
+        return datasets;
+    }
+    const auto index = static_cast<std::size_t>(wholeNumber(part).value_or(0) - 1);
+    if (index >= datasets.size() || !datasets[index].refusal.empty()) {
+        throw Failure(fmt::format("{} has changed meanwhile; try again", source.shown));
+    }
+    return {datasets[index]};
+}
+
+UffReader::UffReader(FileHandle opened, const SourceName& source, const ReadOptions& options)
+    : file(std::move(opened)), channels(chosen(file.get(), source, options.part)) {
+    facts.source = source;
+    setFacts();
+    rewind();
+    const bool text = std::any_of(channels.begin(), channels.end(),
+                                  [](const UffDataset& each) { return !each.binary; });
+    if (text || !options.allowNonfinite) {
+        while (position < facts.samples) {
+            fill();
+            if (!options.allowNonfinite) {
+                check();
+            }
+            position = blockEnd;
+        }
+    }
+    rewind();
+}
+
+void UffReader::setFacts() {
+    const UffDataset& first = channels.front();
+    facts.format = first.binary ? fmt::format("UFF 58b, {}-bit float", 8 * first.bytes)
+                                : std::string("UFF 58, text");
+    facts.channels = static_cast<int>(channels.size());
+    facts.samples = first.count;
+    facts.rate = first.rate;
+    facts.axis = first.axis;
+    const bool named = std::any_of(channels.begin(), channels.end(),
+                                   [](const UffDataset& each) { return !each.name.empty(); });
+    for (const UffDataset& each : channels) {
+        if (named) {
+            facts.names.push_back(each.name.empty()
+                                      ? fmt::format("signal_{}", facts.names.size() + 1)
+                                      : printable(each.name));
+        }
+    }
+}
+
+// Puts the first sample next.
+void UffReader::rewind() {
+    constexpr std::size_t all = std::size_t{1} << 22, least = 512;  // bytes of text in memory
+    const std::size_t share = std::clamp(all / channels.size(), least, LineCursor::defaultBlock);
+    values.clear();
+    for (const UffDataset& each : channels) {
+        values.emplace_back(file.get(), each, facts.source.shown, share);
+    }
+    position = blockBegin = blockEnd = 0;
+}
+
+void UffReader::check() {
+    const auto odd =
+        std::find_if(block.begin(), block.end(), [](double v) { return !std::isfinite(v); });
+    if (odd != block.end()) {
+        const std::int64_t index = odd - block.begin();
+        throw Failure(
+            fmt::format("{}, sample {}, channel {}: {} is not a finite number; use "
+                        "--allow-nonfinite to let it through",
+                        facts.source.shown, blockBegin + index / facts.channels + 1,
+                        index % facts.channels + 1, *odd));
+    }
+}
+
+void UffReader::fill() {
+    const auto width = channels.size();
+    const std::int64_t length =
+        std::min(std::max<std::int64_t>(1, blockLength / facts.channels), facts.samples - position);
+    column.resize(static_cast<std::size_t>(length));
+    block.resize(column.size() * width);
+    for (std::size_t c = 0; c < width; ++c) {
+        values[c].read(column.data(), column.size());
+        for (std::size_t i = 0; i < column.size(); ++i) {
+            block[i * width + c] = column[i];
+        }
+    }
+    blockBegin = position;
+    blockEnd = position + length;
+}
+
+std::int64_t UffReader::read(double* interleaved, std::int64_t count) {
+    std::int64_t got = 0;
+    while (got < count && position < facts.samples) {
+        if (position == blockEnd) {
+            fill();
+        }
+        const std::int64_t taken = std::min(count - got, blockEnd - position);
+        std::copy_n(block.data() + (position - blockBegin) * facts.channels, taken * facts.channels,
+                    interleaved + got * facts.channels);
+        position += taken;
+        got += taken;
+    }
+    return got;
+}
