@@ -7,9 +7,6 @@
 #include <memory>
 #include <string_view>
 
-// Audio files. Where the library for them is not available, opening and creating one is a Failure
-// that says so.
-
 // A kind of audio file.
 struct AudioContainer {
     std::string_view name;           // the library's usual ending of a file name, in capitals
