@@ -22,9 +22,11 @@ struct Format {
     enum class Kind { sound, measurement, text };
     Kind kind;
 
-    // What it has a place for beside the samples. Names of channels hold their units.
+    // What it has a place for beside the samples. Names of channels hold their units; of the labels
+    // of a sound, tags are named here.
     struct Places {
-        bool rate = false, axis = false, names = false, notes = false;
+        bool rate = false, axis = false, names = false, notes = false, speakers = false;
+        std::vector<std::string> tags = {};
     };
     Places places;
 
