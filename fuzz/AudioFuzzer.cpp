@@ -20,6 +20,7 @@ static void checkRoundTrip(const SignalInfo& info, const std::vector<double>& sa
     result.channels = info.channels;
     result.samples = info.samples;
     result.rate = info.rate;
+    result.labels = info.labels;
     const auto reader = writtenAndOpened(".wav", samples, result, {.allowNonfinite = true});
     require(reader->info().channels == info.channels && reader->info().rate == info.rate,
             "what was written has the same facts");

@@ -18,7 +18,7 @@ set(rows
   "workbench/signals SignalReader workbench/messages workbench/system"
   "workbench/files/disk OutputFile workbench/messages workbench/system workbench/signals"
   "workbench/files/text TextReader workbench/messages workbench/system workbench/signals workbench/files/disk"
-  "workbench/files/audio audio workbench/messages workbench/system workbench/signals workbench/files/disk"
+  "workbench/files/audio audio platform workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/array NpyReader workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/parts PartProgram workbench/messages workbench/system workbench/signals workbench/files/disk"
   "workbench/files/instrument UffReader workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/array"

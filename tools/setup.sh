@@ -8,7 +8,8 @@ clangPackages=(clang-14 libclang-rt-14-dev)
 lintPackages=(clang-14 clang-tidy-14)
 # What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
 linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386 zlib1g-dev:i386)
-windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest libz-mingw-w64-dev wine64)
+windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest libz-mingw-w64-dev dpkg-dev wine64)
+windowsSources=(libsndfile flac)
 packagePackages=(git zip)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
     python3-scipy)
@@ -109,6 +110,9 @@ configure() {
     if [ -e "$cache" ] && ! [ "$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache")" -ef . ]; then
         say "build/$1 was made for another folder, and is made anew"
         rm -rf "build/$1"
+    fi
+    if [[ $1 = windows* ]]; then
+        quietly "sources of ${windowsSources[*]}" build/log/sources tools/sources "${windowsSources[@]}"
     fi
     quietly "$1" "build/log/$1" cmake --preset "$1"
 }

@@ -2,5 +2,7 @@
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
 # The compiler trusts the stack to be aligned for wide vectors, which this system does not promise.
-set(CMAKE_CXX_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
+foreach(language C CXX)
+  set(CMAKE_${language}_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
+endforeach()
 set(CMAKE_CROSSCOMPILING_EMULATOR /usr/lib/wine/wine64)

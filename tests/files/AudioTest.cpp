@@ -174,6 +174,24 @@ TEST(Dither, StopsAtTheEndsOfTheScale) {
     }
 }
 
+// FLAC holds tags of any length; a WAV file that is made of it has to be read again.
+TEST(Audio, LeavesOutTagsThatAWavFileCannotHold) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("s.flac"), longest(2000, 'x');
+    ResultInfo info = resultInfo();
+    info.labels.tags = {{"title", longest}, {"comment", longest + "x"}};
+    writeSignal(path, {0.5}, info);
+    const SignalInfo read = openSignal(SourceName(path), {})->info();
+    ASSERT_EQ(read.labels.tags.size(), 1U);
+    ASSERT_EQ(read.remarks.size(), 1U);
+    EXPECT_EQ(read.remarks[0], path + ": the tag comment is longer than 2000 bytes, and left out");
+    info.labels = read.labels;
+    writeSignal(folder.path("s.wav"), {0.5}, info);
+    const auto again = openSignal(SourceName(folder.path("s.wav")), {});
+    ASSERT_EQ(again->info().labels.tags.size(), 1U);
+    EXPECT_EQ(again->info().labels.tags[0].text, longest);
+}
+
 TEST(Audio, IsWrittenLongerThanFourGigabytes) {
     const TemporaryFolder folder;
     ResultInfo info = resultInfo();

@@ -24,6 +24,11 @@ expect "imports of tavrelin" "fendra-runtime.dll kernel32.dll msvcrt.dll platfor
 expect "imports of platform" "fendra-runtime.dll kernel32.dll msvcrt.dll" "$(imports platform)"
 expect "imports of fendra-kernels" "fendra-runtime.dll kernel32.dll msvcrt.dll" "$(imports fendra-kernels)"
 expect "imports of fendra-runtime" "kernel32.dll msvcrt.dll" "$(imports fendra-runtime)"
+expect "imports of sndfile" "kernel32.dll msvcrt.dll" "$(imports sndfile)"
+# The library of audio can be replaced by another of its kind: it is asked for by the names of its header.
+expect "other exports of sndfile" "" \
+    "$("$objdump" -p "$folder/sndfile.dll" |
+        awk '/Ordinal\/Name Pointer/ {on = 1; next} on && NF == 0 {exit} on {print $NF}' | grep -v '^sf_' | xargs)"
 
 # Each library of 32 bits tells the one unwinder of its frames.
 if "$objdump" -f "$folder/fendra.dll" | grep -q pei-i386; then

@@ -1,6 +1,7 @@
 #include "workbench/commands/signalFacts.h"
 
 #include "workbench/jobs/SignalRange.h"
+#include "workbench/messages/Printable.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -21,6 +22,22 @@ static Json placeJson(const SignalInfo& info, const ChannelRange& range) {
         place["axis"] = *axis;
     }
     return place;
+}
+
+static void addLabels(std::vector<Fact>& facts, const SoundLabels& labels) {
+    Json tags = Json::object();
+    std::vector<std::string> lines;
+    for (const SoundLabels::Tag& tag : labels.tags) {
+        tags[tag.name] = tag.text;
+        lines.push_back(fmt::format("{}: {}", tag.name, printable(tag.text)));
+    }
+    if (!tags.empty()) {
+        facts.push_back({"tags", "tags", tags,
+                         fmt::format("{}", fmt::join(lines, "\n                        "))});
+    }
+    if (!labels.speakers.empty()) {
+        facts.push_back({"speakers", "loudspeakers", labels.speakers});
+    }
 }
 
 // What divides the lines of a text, and what its numbers.
@@ -77,6 +94,7 @@ std::vector<Fact> signalFacts(SignalReader& reader) {
     if (!info.names.empty()) {
         facts.push_back({"names", "names", info.names});
     }
+    addLabels(facts, info.labels);
     addRanges(facts, reader);
     if (info.text) {
         addTextSigns(facts, *info.text);

@@ -24,12 +24,14 @@ struct Format {
     enum class Kind { sound, measurement, text };
     Kind kind;
 
-    // What it has a place for beside the samples. Names of channels hold their units.
+    // What it has a place for beside the samples. Names of channels hold their units; of the labels
+    // of a sound, tags are named here.
     struct Places {
-        bool rate = false, axis = false, names = false, notes = false;
+        bool rate = false, axis = false, names = false, notes = false, speakers = false;
         bool onlyRisingTime = false;  // the axis is such a one
         // Whether the place of names has room for this one; null: for any.
         bool (*holdsName)(const std::string& name) = nullptr;
+        std::vector<std::string> tags = {};
     };
     Places places;
 

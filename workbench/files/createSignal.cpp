@@ -1,4 +1,5 @@
 #include "workbench/files/Format.h"
+#include "workbench/files/audio/audio.h"
 #include "workbench/files/signalFiles.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
@@ -67,6 +68,30 @@ static bool losesNames(const Format::Places& places, const ResultInfo& info) {
         });
 }
 
+// Those of one or two channels mean what the channels mean without them.
+static bool tellMoreThanTheirNumber(const std::vector<std::string>& speakers) {
+    return !speakers.empty() && speakers != std::vector<std::string>{"mono"} &&
+           speakers != std::vector<std::string>{"front center"} &&
+           speakers != std::vector<std::string>{"front left", "front right"};
+}
+
+static void addLostLabels(const Format& format, const SoundLabels& labels,
+                          std::vector<std::string>& lost) {
+    std::vector<std::string> tags;
+    for (const SoundLabels::Tag& tag : labels.tags) {
+        if (std::count(format.places.tags.begin(), format.places.tags.end(), tag.name) == 0) {
+            tags.push_back(tag.name);
+        }
+    }
+    if (!tags.empty()) {
+        lost.push_back(fmt::format("the tags ({})", fmt::join(tags, ", ")));
+    }
+    if (tellMoreThanTheirNumber(labels.speakers) &&
+        !(format.places.speakers && holdsSpeakers(format.name, labels.speakers))) {
+        lost.push_back(fmt::format("the loudspeakers ({})", fmt::join(labels.speakers, ", ")));
+    }
+}
+
 std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
     const Format& format = formatFor(target.name);
     std::vector<std::string> lost;
@@ -81,6 +106,7 @@ std::string withoutPlace(const SignalTarget& target, const ResultInfo& info) {
     if (losesNames(format.places, info)) {
         lost.emplace_back("the names of the channels");
     }
+    addLostLabels(format, info.labels, lost);
     const std::string last = lost.empty() ? "" : lost.back();
     lost.resize(lost.empty() ? 0 : lost.size() - 1);
     return lost.empty() ? last : fmt::format("{} and {}", fmt::join(lost, ", "), last);

@@ -81,7 +81,8 @@ ConversionRecord run(const Conversion& conversion) {
         signal.axis,
         signal.names,
         {conversion.words, fmt::format("{}: {}", signal.source.shown,
-                                       describe(signal.channels, signal.samples, signal.rate))}};
+                                       describe(signal.channels, signal.samples, signal.rate))},
+        signal.labels};
     if (const std::string lost = withoutPlace(target, info); !lost.empty()) {
         record.remarks.push_back(fmt::format("{} has no place for {}", target.name.shown, lost));
     }

@@ -20,7 +20,8 @@ struct ConversionRecord {
     std::vector<std::string> remarks;  // on what was read as what, and what has no place
 };
 
-// Does it, in constant memory. Rate, axis and names go along as far as the format holds them.
+// Does it, in constant memory. Rate, axis, names and labels go along as far as the format holds
+// them.
 //   Failure   as openSignal and createSignal; a sample that the target would not give back as it
 //             is, unless that is lossy; a rate where one is known. Nothing is written then.
 ConversionRecord run(const Conversion& conversion);

@@ -138,7 +138,9 @@ void FoldRun::describe(const SignalInfo& a, const SignalInfo& b) {
 }
 
 // The axis has the step of both signals, unless a rate takes its place. The names are those of the
-// signal whose channels the result has. With a band each channel has three columns.
+// signal whose channels the result has. The labels are the first signal's; the place of a
+// loudspeaker is known where its channels are those of the result. With a band each channel has
+// three columns.
 ResultInfo FoldRun::resultInfo() const {
     const SignalInfo &a = record.inputs[0], &b = record.inputs[1];
     std::optional<SignalAxis> axis = folding->axis();
@@ -153,7 +155,11 @@ ResultInfo FoldRun::resultInfo() const {
                     record.rate,
                     axis,
                     a.channels == record.channels ? a.names : b.names,
-                    record.openingNotes()};
+                    record.openingNotes(),
+                    a.labels};
+    if (a.channels != record.channels) {
+        info.labels.speakers.clear();
+    }
     if (folding->hasBand()) {
         std::vector<std::string> columns;
         for (int c = 0; c < record.channels; ++c) {

@@ -37,3 +37,14 @@ std::string printable(std::string_view text, std::size_t maximum) {
     }
     return shown;
 }
+
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t length = characterLength(text);
+        if (length == 0 && static_cast<unsigned char>(text[0]) >= 0x80) {
+            return false;
+        }
+        text.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return true;
+}

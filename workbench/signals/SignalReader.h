@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/signals/SignalAxis.h"
+#include "workbench/signals/SoundLabels.h"
 #include "workbench/signals/SourceName.h"
 #include "workbench/signals/TextOptions.h"
 
@@ -25,6 +26,7 @@ struct SignalInfo {
         char separator = '\0', decimal = '\0';
     };
     std::optional<TextSigns> text;
+    SoundLabels labels = {};  // of an audio file
     // What was taken as what, where the names of the columns do not say it: one sentence each.
     std::vector<std::string> remarks;
 };

@@ -2,6 +2,7 @@
 
 #include "workbench/signals/Encoding.h"
 #include "workbench/signals/SignalAxis.h"
+#include "workbench/signals/SoundLabels.h"
 #include "workbench/signals/SourceName.h"
 
 #include <cstdint>
@@ -26,6 +27,7 @@ struct ResultInfo {
     std::optional<SignalAxis> axis;        // of a time axis with a rate, start and direction
     std::vector<std::string> columnNames;  // one a channel; else "signal" or "signal_1", ...
     std::vector<std::string> notes;        // comment lines at the head of a text
+    SoundLabels labels = {};               // for an audio file
 };
 
 // A signal being written. The file takes its place on disk with finish; without it nothing is left.

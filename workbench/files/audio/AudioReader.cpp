@@ -1,6 +1,7 @@
 #include "workbench/files/audio/AudioReader.h"
 
 #include "workbench/files/audio/AudioExtent.h"
+#include "workbench/files/audio/AudioLabels.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
@@ -51,12 +52,27 @@ AudioReader::AudioReader(FileHandle audio, const SourceName& source, const ReadO
     facts.format = formatName(header.format);
     facts.channels = header.channels;
     facts.rate = std::max(header.samplerate, 0);
+    takeLabels();
     // Integers are finite, and an extent shows that all are present: none has to be looked at.
     if (extent && isPcm(header.format) && header.frames > 0) {
         facts.samples = header.frames;
     } else {
         scan(header.frames, options.allowNonfinite);
     }
+}
+
+// WAV files hold, and the library finds in them, no longer tags than these.
+void AudioReader::takeLabels() {
+    constexpr std::size_t longest = 2000;
+    facts.labels = readLabels(sound.get(), facts.channels);
+    std::erase_if(facts.labels.tags, [&](const SoundLabels::Tag& tag) {
+        if (tag.text.size() > longest) {
+            facts.remarks.push_back(
+                fmt::format("{}: the tag {} is longer than {} bytes, and left out",
+                            facts.source.shown, tag.name, longest));
+        }
+        return tag.text.size() > longest;
+    });
 }
 
 // Counts the samples and looks at every value; declared may be SF_COUNT_MAX, for not known.

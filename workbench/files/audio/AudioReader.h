@@ -14,6 +14,7 @@ public:
 
 private:
     SF_INFO openFromStart();
+    void takeLabels();
     void scan(std::int64_t declared, bool allowNonfinite);
 
     FileHandle file;

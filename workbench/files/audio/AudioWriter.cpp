@@ -1,5 +1,6 @@
 #include "workbench/files/audio/AudioWriter.h"
 
+#include "workbench/files/audio/AudioLabels.h"
 #include "workbench/files/audio/ChunkReader.h"
 #include "workbench/files/disk/FileStream.h"
 #include "workbench/messages/Failure.h"
@@ -68,6 +69,11 @@ AudioFormat::AudioFormat(const AudioContainer& container, const SignalTarget& ta
                                   name, container.name));
     }
     header = headerOf(isLong ? container.longForm : container.name, row, info.channels, rate);
+    const std::vector<std::string>& speakers = info.labels.speakers;
+    if ((header.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV && !speakers.empty() &&
+        holdsSpeakers("WAV", speakers)) {
+        header.format = SF_FORMAT_WAVEX | codeOf(row);  // WAV that has a channel mask
+    }
     if (sf_format_check(&header) == 0) {
         throw Failure(fmt::format(
             "{}: {} cannot hold {} of {} channel(s); use another encoding, or the ending .wav",
@@ -102,6 +108,7 @@ AudioWriter::AudioWriter(const AudioContainer& container, const SignalTarget& ta
     }
     // The chunk of peaks holds the time of writing. It is left out where the library allows that.
     sf_command(sound.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
+    writeLabels(sound.get(), info.labels);
 }
 
 bool AudioWriter::fits(double value) const {

@@ -5,10 +5,9 @@
 #include "workbench/system/FileHandle.h"
 
 #include <memory>
+#include <string>
 #include <string_view>
-
-// Audio files. Where the library for them is not available, opening and creating one is a Failure
-// that says so.
+#include <vector>
 
 // A kind of audio file.
 struct AudioContainer {
@@ -16,6 +15,14 @@ struct AudioContainer {
     bool shortSizes = false;         // of 32 bits in its header: it holds at most 4 GiB
     std::string_view longForm = {};  // the container that takes its place beyond that; empty: none
 };
+
+// The tags that WAV has a place for, and RF64 as well.
+inline std::vector<std::string> waveTags() {
+    return {"title", "artist", "album", "track", "genre", "date", "comment", "copyright"};
+}
+
+// Whether a container of that name can tell where these loudspeakers stand, one for each channel.
+bool holdsSpeakers(std::string_view container, const std::vector<std::string>& speakers);
 
 // Whether a file with these first bytes has those marks at bytes 0 and 8.
 inline bool hasMark(std::string_view head, std::string_view atStart, std::string_view atEight) {

@@ -11,4 +11,10 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 
 // AIFC holds what plain AIFF cannot, floating point among it.
 extern const Format aiffFormat = {
-    "AIFF", {".aif", ".aiff"}, Format::Kind::sound, {.rate = true}, recognises, openAudio, create};
+    "AIFF",
+    {".aif", ".aiff"},
+    Format::Kind::sound,
+    {.rate = true, .speakers = true, .tags = {"title", "artist", "comment", "copyright"}},
+    recognises,
+    openAudio,
+    create};

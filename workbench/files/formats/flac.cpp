@@ -10,6 +10,13 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 }
 
 // Integers, compressed without loss.
-extern const Format flacFormat = {"FLAC",         {".flac"},      Format::Kind::sound,
-                                  {.rate = true}, recognises,     openAudio,
-                                  create,         Encoding::pcm24};
+extern const Format flacFormat = {"FLAC",
+                                  {".flac"},
+                                  Format::Kind::sound,
+                                  {.rate = true,
+                                   .tags = {"title", "artist", "album", "track", "genre", "date",
+                                            "comment", "copyright", "license"}},
+                                  recognises,
+                                  openAudio,
+                                  create,
+                                  Encoding::pcm24};

@@ -10,5 +10,10 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 }
 
 // WAV with sizes of 64 bits in a chunk of their own (EBU Tech 3306, 2007).
-extern const Format rf64Format = {
-    "RF64", {".rf64"}, Format::Kind::sound, {.rate = true}, recognises, openAudio, create};
+extern const Format rf64Format = {"RF64",
+                                  {".rf64"},
+                                  Format::Kind::sound,
+                                  {.rate = true, .speakers = true, .tags = waveTags()},
+                                  recognises,
+                                  openAudio,
+                                  create};

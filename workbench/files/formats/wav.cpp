@@ -10,5 +10,10 @@ static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const Re
 }
 
 // RIFX is RIFF with the bytes of its numbers the other way round.
-extern const Format wavFormat = {
-    "WAV", {".wav"}, Format::Kind::sound, {.rate = true}, recognises, openAudio, create};
+extern const Format wavFormat = {"WAV",
+                                 {".wav"},
+                                 Format::Kind::sound,
+                                 {.rate = true, .speakers = true, .tags = waveTags()},
+                                 recognises,
+                                 openAudio,
+                                 create};
