@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <cstdio>
 
-static constexpr auto betweenShows = std::chrono::milliseconds(200);
+static constexpr auto betweenPaints = std::chrono::milliseconds(200);
 
 BatchPainter::BatchPainter(bool quiet) : paints(!quiet && Console::isTerminal(stderr)) {}
 
@@ -18,7 +18,7 @@ void BatchPainter::begins(const BatchProgress& /*progress*/) {
 
 void BatchPainter::advances(const BatchProgress& progress) {
     const Clock::time_point now = Clock::now();
-    if (paints && now - last >= betweenShows) {
+    if (paints && now - last >= betweenPaints) {
         fmt::print(stderr, "\r{}\x1b[K", line(progress, now));
         std::fflush(stderr);
         shown = true;

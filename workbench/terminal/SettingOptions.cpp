@@ -33,8 +33,6 @@ SettingOptions::SettingOptions(std::int32_t direction) {
     }
 }
 
-static constexpr const char* fromData = "auto";
-
 // The words that an option takes.
 static std::vector<std::string> wordsOf(const Setting& setting) {
     std::vector<std::string> words = setting.wordList();

@@ -10,7 +10,6 @@
 #include <iterator>
 #include <utility>
 
-static constexpr const char* fromData = "auto";
 static constexpr long long mostOversampling = 64;
 static constexpr const char* noiseGroup = "Noise and uncertainty";
 

@@ -11,6 +11,9 @@
 // What the value of an option may be. Each message says what is wrong with the word and what to
 // give.
 
+// The word for a value that is chosen from the data.
+inline constexpr const char* fromData = "auto";
+
 // One of these words.
 CLI::Validator choice(const std::vector<std::string>& words);
 
