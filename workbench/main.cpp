@@ -84,9 +84,9 @@ int main(int argc, char** argv) {
     try {
         return statusOfOutput(runCommand(Console::words(argc, argv)));
     } catch (const std::bad_alloc&) {
-        return report(memoryExhausted, 1);
+        return report(noMemoryLeft, 1);
     } catch (const std::length_error&) {  // a size beyond what vectors hold
-        return report(memoryExhausted, 1);
+        return report(noMemoryLeft, 1);
     } catch (const std::system_error& error) {  // of printing, beyond the stream's buffer
         return std::ferror(stdout) != 0 ? reportOutput(error.code().value())
                                         : report(error.what(), 1);

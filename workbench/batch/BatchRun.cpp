@@ -127,9 +127,9 @@ void BatchRun::doItem(const BatchItem& item) {
     try {
         doneBefore = !attempt(item, line);
     } catch (const std::bad_alloc&) {
-        line.error = fmt::format("{}, or give fewer --jobs", memoryExhausted);
+        line.error = fmt::format("{}, or give fewer --jobs", noMemoryLeft);
     } catch (const std::length_error&) {  // a size beyond what vectors hold
-        line.error = memoryExhausted;
+        line.error = noMemoryLeft;
     } catch (const std::exception& error) {
         line.error = error.what();
     }

@@ -10,5 +10,5 @@ public:
 };
 
 // What is said where memory does not suffice.
-constexpr const char* memoryExhausted =
+constexpr const char* noMemoryLeft =
     "memory exhausted; convolve with --pad, or cut the signals with --per block --block N";

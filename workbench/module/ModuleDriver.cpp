@@ -94,7 +94,7 @@ void ModuleDriver::step() {
     const int code = module.Process();
     module.Done();
     if (watch.reason == RunFailure::memoryExhausted) {
-        throw Failure(memoryExhausted);
+        throw Failure(noMemoryLeft);
     }
     if (code == ProcessCode::lengthsDiffer) {
         throw Failure("this method needs two signals of equal length");
