@@ -32,7 +32,8 @@ void fuzzOne(Bytes input) {
     const auto strict = open(file, false);
     const auto reader = open(file, true);
     require(reader != nullptr || strict == nullptr, "what is finite is let through as well");
-    if (reader == nullptr || reader->info().samples > mostValues / reader->info().channels) {
+    if (reader == nullptr || reader->info().samples > mostValues / reader->info().channels ||
+        reader->info().format == "text") {  // which may have any rate
         return;
     }
     const std::vector<double> samples = samplesOf(*reader, true);

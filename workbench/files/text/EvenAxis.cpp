@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -31,6 +32,19 @@ static Round roundest(double lowest, double highest, double middle) {
     return {middle, most};
 }
 
+// The step of points that are even just as they stand, as it would be written: a rounder one that
+// their digits allow has to be shorter by two digits, or it is a chance.
+static double writtenStep(const EvenSteps& steps) {
+    const double step = std::abs(steps.step());
+    const double rounding =
+        8.0 * std::numeric_limits<double>::epsilon() * (std::abs(steps.first()) + step);
+    const Round own = roundest(step - rounding, step + rounding, step);
+    const auto [lowest, highest] = steps.range();
+    const Round rounder = roundest(lowest, highest, step);
+    return std::copysign(rounder.digits + 2 <= own.digits ? rounder.value : own.value,
+                         steps.step());
+}
+
 // In seconds: step, lowestStep and highestStep of the axis.
 static double rateOf(const SignalAxis& seconds, bool exact) {
     const double step = std::abs(seconds.step), rate = 1.0 / step;
@@ -49,8 +63,8 @@ static double rateOf(const SignalAxis& seconds, bool exact) {
 EvenAxis evenAxis(const std::string& columnName, const ColumnName& name, const EvenSteps& steps) {
     const auto [lowest, highest] = steps.range();
     SignalAxis axis{columnName, steps.first(), steps.step(), false, lowest, highest};
-    if (steps.exact()) {  // as it would be written
-        axis.step = std::copysign(roundest(lowest, highest, std::abs(axis.step)).value, axis.step);
+    if (steps.exact()) {
+        axis.step = writtenStep(steps);
     }
     return evenAxis(axis, name.unit, steps.exact());
 }
