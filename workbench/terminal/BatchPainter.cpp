@@ -1,14 +1,13 @@
 #include "workbench/terminal/BatchPainter.h"
 
 #include "workbench/system/Console.h"
+#include "workbench/terminal/Progress.h"
 #include "workbench/terminal/duration.h"
 
 #include <fmt/format.h>
 
 #include <cstdint>
 #include <cstdio>
-
-static constexpr auto betweenPaints = std::chrono::milliseconds(200);
 
 BatchPainter::BatchPainter(bool quiet) : paints(!quiet && Console::isTerminal(stderr)) {}
 

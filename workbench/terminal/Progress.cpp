@@ -10,7 +10,6 @@
 
 // Shorter runs show no line, which would only flicker.
 static constexpr auto beforeFirst = std::chrono::milliseconds(500);
-static constexpr auto betweenShows = std::chrono::milliseconds(200);
 static constexpr double worthTelling = 10.0;  // seconds that are told of beforehand
 
 Progress::Progress(std::string what, bool quiet) : name(std::move(what)), silent(quiet) {}
@@ -71,7 +70,7 @@ void Progress::paint() {
         fmt::print(stderr, "\r{}\x1b[K", line());
         std::fflush(stderr);
         shown = true;
-        wait = betweenShows;
+        wait = betweenPaints;
     }
 }
 

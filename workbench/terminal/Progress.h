@@ -8,6 +8,9 @@
 #include <string>
 #include <thread>
 
+// Lines that are painted anew stand at least as long.
+inline constexpr auto betweenPaints = std::chrono::milliseconds(200);
+
 // A line on the terminal that says how far a job has come and how long it will take; nothing where
 // standard error is not a terminal. Once a job has taken a moment the line is painted anew every
 // now and then, whether the job reports or not.
