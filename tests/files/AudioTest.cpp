@@ -92,8 +92,9 @@ static std::map<std::string, std::string> allKindsOfFiles() {
 // Equal results are equal files: no format holds the time of writing.
 TEST(Formats, GiveTheSameBytesInAnotherSecond) {
     const auto files = allKindsOfFiles();
-    EXPECT_EQ(files.size(), 5 * 6 + 3 + 3 + 3 * 2 + 5U)
-        << "WAV, W64, RF64, AIFF twice; FLAC; npy; UFF twice and SAC; texts";
+    // WAV, W64, RF64, AIFF twice; FLAC; npy; UFF twice and SAC; texts. MAT and HDF5 where their
+    // libraries are.
+    EXPECT_GE(files.size(), 5 * 6 + 3 + 3 + 3 * 2 + 5U);
     for (const std::time_t now = std::time(nullptr); std::time(nullptr) == now;) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }

@@ -14,6 +14,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -73,15 +74,18 @@ static Description describe(const std::vector<Fact>& facts) {
     return {linesOf(facts), objectOf(facts)};
 }
 
-// A part: the facts of a signal, or what else it is.
+// A part: the facts of a signal, if it is to be read, or what else it is.
 static std::vector<Fact> partFacts(const SourceName& file, const FilePart& part,
-                                   const ReadOptions& options) {
+                                   const ReadOptions& options, bool isRead) {
     std::vector<Fact> facts = {{"name", "name", part.name}};
     if (!part.refusal.empty()) {
         facts.push_back({"refusal", "no signal", part.refusal});
         return facts;
     }
     facts.push_back({"what", "what", part.what});
+    if (!isRead) {
+        return facts;
+    }
     ReadOptions ofPart = options;
     ofPart.part = part.name;
     try {
@@ -93,7 +97,7 @@ static std::vector<Fact> partFacts(const SourceName& file, const FilePart& part,
     return facts;
 }
 
-// A file of several parts is described part by part.
+// A file of several parts is described part by part; one of very many, by their names.
 static Description describe(const std::string& name, const ReadOptions& options) {
     const SourceName file(name);
     const std::vector<FilePart> parts = partsOf(file);
@@ -105,10 +109,22 @@ static Description describe(const std::string& name, const ReadOptions& options)
     }
     Description all = describe(head);
     all.json["parts"] = Json::array();
+    constexpr std::ptrdiff_t most = 50;
+    const std::ptrdiff_t signals = std::count_if(
+        parts.begin(), parts.end(), [](const FilePart& part) { return part.refusal.empty(); });
     for (const FilePart& part : parts) {
-        const Description one = describe(partFacts(file, part, options));
+        const Description one = describe(partFacts(file, part, options, signals <= most));
         all.text += "\n" + one.text;
         all.json["parts"].push_back(one.json);
+    }
+    if (signals > most) {
+        const Description remark = describe(std::vector<Fact>{
+            {"remarks", "remark",
+             Json::array({fmt::format("{} signals, of which none was read; name one of them, as in "
+                                      "{}:{}",
+                                      signals, file.recorded(), parts.back().name)})}});
+        all.text += "\n" + remark.text;
+        all.json.update(remark.json);
     }
     return all;
 }
