@@ -12,7 +12,7 @@ windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest 
 windowsSources=(libsndfile flac)
 packagePackages=(git zip)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
-    python3-scipy)
+    python3-scipy miller)
 slurmPackages=(slurm-wlm munge)
 
 say() { printf '%s\n' "$*" >&2; }

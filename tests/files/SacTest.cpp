@@ -80,7 +80,8 @@ TEST(Sac, ReadsVersion6And7InEitherOrder) {
             file.bigEndian = bigEndian;
             const Signal read = readSac(folder.write("s.sac", file.bytes()));
             EXPECT_EQ(read.info.format, "SAC " + std::to_string(version) + ", 32-bit float");
-            EXPECT_EQ(read.interleaved, (std::vector<double>{1.5, double{-0.1F}, double{1e-40F}}));
+            EXPECT_EQ(read.interleaved, (std::vector<double>{1.5, static_cast<double>(-0.1F),
+                                                             static_cast<double>(1e-40F)}));
             EXPECT_EQ(read.info.rate, 100.0);
             EXPECT_EQ(read.info.axis->start, -0.1);
             EXPECT_EQ(read.info.names, std::vector<std::string>{"ANMO.BHZ (nm/s)"});
@@ -149,9 +150,9 @@ TEST(Sac, RefusesTruncatedFiles) {
 TEST(Sac, GivesBackWhatWasWritten) {
     const TemporaryFolder folder;
     const std::string path = folder.path("s.sac");
-    std::vector<double> samples = {double{0.1F}, -0.0, 0x1p-149, 0x1.fffffep127};
+    std::vector<double> samples = {static_cast<double>(0.1F), -0.0, 0x1p-149, 0x1.fffffep127};
     for (int i = 4; i < 200001; ++i) {
-        samples.push_back(double{std::sin(static_cast<float>(i))});
+        samples.push_back(static_cast<double>(std::sin(static_cast<float>(i))));
     }
     for (const char* name : {"ANMO.BHZ (nm/s^2)", "near (V)", "a.b.c", "12345678.87654321"}) {
         for (const double rate : {1.0, 360.0, 44100.0, 44117.65, 1e-3, 333.3333333333333}) {

@@ -29,7 +29,7 @@ static std::unique_ptr<SignalReader> open(const std::string& path, const std::st
 
 // Longer than the blocks in which it is written and read, and not a multiple of them.
 TEST(Hdf5, GivesTheSameBitsBack) {
-    std::vector<double> samples = {0.1, -0.0, 0x1p-1074, std::nan("7"), INFINITY, 1.0 / 3};
+    std::vector<double> samples = {0.1, -0.0, 0x1p-1074, std::nan("7"), HUGE_VAL, 1.0 / 3};
     for (int i = 0; i < 120000; ++i) {
         samples.push_back(std::sin(i));
     }

@@ -60,7 +60,7 @@ TEST(Conventions, KnowTheWordsForARate) {
         EXPECT_EQ(info.rate, 360) << name;
     }
     for (const std::vector<double>& wrong :
-         {std::vector<double>{0}, {-1}, {NAN}, {INFINITY}, {1, 2}, {1e-320}}) {
+         {std::vector<double>{0}, {-1}, {std::nan("")}, {HUGE_VAL}, {1, 2}, {1e-320}}) {
         SignalInfo info = infoOf(1);
         Written attributes;
         attributes.values = {{"rate", wrong}, {"heart rate", {60}}};

@@ -16,7 +16,7 @@ static_assert(std::endian::native == std::endian::little,
               "values are written as they are in memory");
 
 static constexpr std::size_t headerLength = 128;  // a multiple of 64, with room for any shape
-static constexpr std::size_t blockLength = std::size_t{1} << 16;
+static constexpr std::size_t blockBytes = std::size_t{1} << 16;
 
 static bool isNarrow(const SignalTarget& target) {
     if (EncodingRow::of(target.encoding).integer || target.dither) {
@@ -86,7 +86,7 @@ void NpyWriter::write(const double* interleaved, std::int64_t count) {
         } else {
             append(bytes, static_cast<float>(value));
         }
-        if (bytes.size() >= blockLength) {
+        if (bytes.size() >= blockBytes) {
             flush();
         }
     }

@@ -25,7 +25,7 @@ std::vector<FilePart> JcampReader::parts(std::FILE* file, const SourceName& sour
 }
 
 // The file may have changed since its parts were listed.
-static JcampBlock chosen(std::FILE* file, const SourceName& source, const std::string& part) {
+static JcampBlock chosenBlock(std::FILE* file, const SourceName& source, const std::string& part) {
     const std::vector<JcampBlock> blocks = JcampBlock::allOf(file, source.shown);
     const auto block = std::find_if(blocks.begin(), blocks.end(), [&part](const JcampBlock& each) {
         return each.title == part && each.refusal.empty();
@@ -37,7 +37,7 @@ static JcampBlock chosen(std::FILE* file, const SourceName& source, const std::s
 }
 
 JcampReader::JcampReader(FileHandle opened, const SourceName& source, const ReadOptions& options)
-    : file(std::move(opened)), block(chosen(file.get(), source, options.part)) {
+    : file(std::move(opened)), block(chosenBlock(file.get(), source, options.part)) {
     facts.source = source;
     facts.format = block.version.empty() ? "JCAMP-DX" : "JCAMP-DX " + block.version;
     facts.channels = 1;

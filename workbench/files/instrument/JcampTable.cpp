@@ -8,20 +8,20 @@
 #include <algorithm>
 #include <cmath>
 
-using Kind = AsdfLine::Item::Kind;
+using ItemKind = AsdfLine::Item::Kind;
 
 JcampTable::JcampTable(std::FILE* file, const JcampBlock& of, const std::string& name)
     : block(of), cursor(file, name, of.table) {}
 
 void JcampTable::refuse(const AsdfLine::Item& item) const {
     const std::string text = printable(item.text, 24);
-    if (item.kind == Kind::end) {
+    if (item.kind == ItemKind::end) {
         cursor.refuse("a number is expected after the x; correct it");
     }
-    if (item.kind == Kind::missing) {
+    if (item.kind == ItemKind::missing) {
         cursor.refuse("? stands for a point that was not measured; put a number there");
     }
-    cursor.refuse(item.kind == Kind::wrong
+    cursor.refuse(item.kind == ItemKind::wrong
                       ? fmt::format("\"{}\" is not a number; correct it", text)
                       : fmt::format("\"{}\" has no number before it; correct it", text));
 }
@@ -42,7 +42,7 @@ bool JcampTable::nextLine() {
 
 AsdfLine::Item JcampTable::number() {
     const AsdfLine::Item item = line.next();
-    if (item.kind != Kind::number) {
+    if (item.kind != ItemKind::number) {
         refuse(item);
     }
     return item;
@@ -86,25 +86,25 @@ bool JcampTable::nextY() {
     while (repeats == 0) {
         const AsdfLine::Item item = line.next();
         switch (item.kind) {
-            case Kind::end:
+            case ItemKind::end:
                 if (!nextLine()) {
                     return false;
                 }
                 beginLine();
                 break;
-            case Kind::number:
+            case ItemKind::number:
                 value = item.value;
                 difference = 0.0;
                 byDifference = false;
                 return true;
-            case Kind::difference:
+            case ItemKind::difference:
                 if (position == 0) {
                     refuse(item);
                 }
                 value += difference = item.value;
                 byDifference = true;
                 return true;
-            case Kind::repeat:
+            case ItemKind::repeat:
                 if (position == 0 || item.value != std::floor(item.value)) {
                     refuse(item);
                 }
@@ -124,13 +124,13 @@ bool JcampTable::nextY() {
 
 bool JcampTable::nextPair(Point& point) {
     AsdfLine::Item item = line.next();
-    while (item.kind == Kind::end) {
+    while (item.kind == ItemKind::end) {
         if (!nextLine()) {
             return false;
         }
         item = line.next();
     }
-    if (item.kind != Kind::number) {
+    if (item.kind != ItemKind::number) {
         refuse(item);
     }
     point.x = item.value;

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <utility>
 
-static constexpr std::int64_t blockLength = 1 << 15;
+static constexpr std::int64_t samplesPerBlock = 1 << 15;
 
 SacReader::SacReader(FileHandle opened, const SourceName& source, const ReadOptions& options)
     : file(std::move(opened)), header(SacHeader::read(file.get(), source.shown)) {
@@ -32,8 +32,8 @@ SacReader::SacReader(FileHandle opened, const SourceName& source, const ReadOpti
 }
 
 void SacReader::check() {
-    std::vector<double> block(static_cast<std::size_t>(blockLength));
-    while (const std::int64_t got = read(block.data(), blockLength)) {
+    std::vector<double> block(static_cast<std::size_t>(samplesPerBlock));
+    while (const std::int64_t got = read(block.data(), samplesPerBlock)) {
         const auto end = block.begin() + static_cast<std::ptrdiff_t>(got);
         const auto odd =
             std::find_if(block.begin(), end, [](double v) { return !std::isfinite(v); });
@@ -61,7 +61,8 @@ void SacReader::readBlock(double* to, std::int64_t count) {
 std::int64_t SacReader::read(double* interleaved, std::int64_t count) {
     std::int64_t got = 0;
     while (got < count && position < header.samples) {
-        const std::int64_t length = std::min({count - got, blockLength, header.samples - position});
+        const std::int64_t length =
+            std::min({count - got, samplesPerBlock, header.samples - position});
         readBlock(interleaved + got, length);
         got += length;
     }

@@ -12,7 +12,7 @@
 #include <utility>
 
 static constexpr const char* allName = "all";
-static constexpr std::int64_t blockLength = 1 << 15;  // values, unless a sample has more
+static constexpr std::int64_t valuesPerBlock = 1 << 15;  // values, unless a sample has more
 
 static bool sameAxis(const UffDataset& left, const UffDataset& right) {
     const bool both = left.axis.has_value() && right.axis.has_value();
@@ -56,8 +56,8 @@ std::vector<FilePart> UffReader::parts(std::FILE* file, const SourceName& source
 }
 
 // The file may have changed since its parts were listed.
-static std::vector<UffDataset> chosen(std::FILE* file, const SourceName& source,
-                                      const std::string& part) {
+static std::vector<UffDataset> chosenDatasets(std::FILE* file, const SourceName& source,
+                                              const std::string& part) {
     std::vector<UffDataset> datasets = UffDataset::allOf(file, source.shown);
     if (part == allName && areChannels(datasets)) {
         return datasets;
@@ -70,7 +70,7 @@ static std::vector<UffDataset> chosen(std::FILE* file, const SourceName& source,
 }
 
 UffReader::UffReader(FileHandle opened, const SourceName& source, const ReadOptions& options)
-    : file(std::move(opened)), channels(chosen(file.get(), source, options.part)) {
+    : file(std::move(opened)), channels(chosenDatasets(file.get(), source, options.part)) {
     facts.source = source;
     setFacts();
     rewind();
@@ -133,8 +133,8 @@ void UffReader::check() {
 
 void UffReader::fill() {
     const auto width = channels.size();
-    const std::int64_t length =
-        std::min(std::max<std::int64_t>(1, blockLength / facts.channels), facts.samples - position);
+    const std::int64_t length = std::min(std::max<std::int64_t>(1, valuesPerBlock / facts.channels),
+                                         facts.samples - position);
     column.resize(static_cast<std::size_t>(length));
     block.resize(column.size() * width);
     for (std::size_t c = 0; c < width; ++c) {

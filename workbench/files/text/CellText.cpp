@@ -8,10 +8,6 @@
 
 static constexpr std::string_view minusSign = "\xe2\x88\x92";
 
-static bool isDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
-
 // Without quotes, and with signs that readNumber knows.
 static std::string plainText(std::string_view cell) {
     std::string text(withoutQuotes(cell));

@@ -6,6 +6,10 @@
 #include <string>
 #include <string_view>
 
+constexpr bool isDigit(char letter) {
+    return letter >= '0' && letter <= '9';
+}
+
 // Reads the cells of a file as numbers that people and instruments write: besides what readNumber
 // takes, in quotes, with an exponent after D, with U+2212 as the minus, with a decimal comma. One
 // decimal sign goes for the whole file, the first that comes or the one that is told: where 400,5

@@ -8,8 +8,6 @@
 #include <algorithm>
 #include <charconv>
 
-static constexpr std::size_t shownLength = 24;
-
 // A name, with the unit from a line of its own or without, goes before a number: a column may be
 // called 2.
 static std::size_t columnNamed(const std::string& word, const TextLayout& layout,

@@ -1,12 +1,10 @@
 #include "workbench/files/text/ColumnDigits.h"
 
+#include "workbench/files/text/CellText.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-
-static bool isDigit(char letter) {
-    return letter >= '0' && letter <= '9';
-}
 
 static bool isExponent(char letter) {
     return letter == 'e' || letter == 'E' || letter == 'd' || letter == 'D';

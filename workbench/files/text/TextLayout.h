@@ -10,6 +10,9 @@
 #include <string_view>
 #include <vector>
 
+// Letters of a cell, a name or a line that messages show.
+constexpr std::size_t shownLength = 24;
+
 // How the lines of a text file are divided, and where its columns begin.
 struct TextLayout {
     char separator = '\0';

@@ -10,8 +10,6 @@
 #include <utility>
 
 static constexpr std::size_t mostColumns = 4096;
-static constexpr std::size_t shownLength = 24;
-
 TextReader::TextReader(FileHandle text, const SourceName& source, const ReadOptions& reading)
     : file(std::move(text)),
       lines(file.get(), source.shown, reading.text),

@@ -8,8 +8,6 @@
 #include <cmath>
 #include <limits>
 
-static constexpr std::size_t shownLength = 24;
-
 // The search, if there is one, has a look at every cell.
 bool TextReader::nextRow(AxisSearch* search) {
     std::string_view line;

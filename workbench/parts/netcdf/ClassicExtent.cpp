@@ -18,23 +18,23 @@ namespace {
 struct Malformed {};
 
 // What the header says of a variable.
-struct Variable {
+struct ClassicVariable {
     std::vector<std::uint64_t> dimensions;
     std::uint64_t type = 0;
     std::uint64_t begin = 0;
 };
 
-constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint64_t mostBytes = std::numeric_limits<std::uint64_t>::max();
 
 }  // namespace
 
 // Clipped to the largest number that there is.
 static std::uint64_t product(std::uint64_t a, std::uint64_t b) {
-    return b != 0 && a > most / b ? most : a * b;
+    return b != 0 && a > mostBytes / b ? mostBytes : a * b;
 }
 
 static std::uint64_t sum(std::uint64_t a, std::uint64_t b) {
-    return a > most - b ? most : a + b;
+    return a > mostBytes - b ? mostBytes : a + b;
 }
 
 static std::uint64_t padded(std::uint64_t bytes) {
@@ -62,12 +62,12 @@ public:
         std::uint64_t end = position, record = 0;
         const auto many = std::count_if(variables.begin(), variables.end(),
                                         [this](const auto& each) { return isRecord(each); });
-        for (const Variable& variable : variables) {
+        for (const ClassicVariable& variable : variables) {
             if (isRecord(variable)) {  // a single one is not padded
                 record = sum(record, many == 1 ? bytesOf(variable) : padded(bytesOf(variable)));
             }
         }
-        for (const Variable& variable : variables) {
+        for (const ClassicVariable& variable : variables) {
             if (!isRecord(variable)) {
                 end = std::max(end, sum(variable.begin, bytesOf(variable)));
             } else if (records > 0) {
@@ -146,7 +146,7 @@ private:
     void readVariables() {
         for (std::uint64_t left = entries(variableTag); left > 0; --left) {
             skipName();
-            Variable variable;
+            ClassicVariable variable;
             for (std::uint64_t more = count(); more > 0; --more) {
                 variable.dimensions.push_back(count());
                 if (variable.dimensions.back() >= dimensions.size()) {
@@ -162,12 +162,12 @@ private:
     }
 
     // Along the dimension of length 0, which is the first then, the variables alternate.
-    [[nodiscard]] bool isRecord(const Variable& variable) const {
+    [[nodiscard]] bool isRecord(const ClassicVariable& variable) const {
         return !variable.dimensions.empty() && dimensions[variable.dimensions[0]] == 0;
     }
 
     // Of a variable, or of a record of it.
-    [[nodiscard]] std::uint64_t bytesOf(const Variable& variable) const {
+    [[nodiscard]] std::uint64_t bytesOf(const ClassicVariable& variable) const {
         std::uint64_t bytes = sizeOf(variable.type);
         for (std::size_t i = isRecord(variable) ? 1 : 0; i < variable.dimensions.size(); ++i) {
             bytes = product(bytes, dimensions[variable.dimensions[i]]);
@@ -180,7 +180,7 @@ private:
     unsigned version = 0;
     std::uint64_t records = 0;
     std::vector<std::uint64_t> dimensions;
-    std::vector<Variable> variables;
+    std::vector<ClassicVariable> variables;
 };
 
 }  // namespace

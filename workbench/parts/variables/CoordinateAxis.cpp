@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-static constexpr std::int64_t blockLength = 1 << 15;
+static constexpr std::int64_t pointsPerBlock = 1 << 15;
 
 // A number in the fewest digits that give it back in its width.
 static std::string_view digitsOf(double value, bool narrow, std::array<char, 32>& room) {
@@ -24,9 +24,9 @@ static std::string_view digitsOf(double value, bool narrow, std::array<char, 32>
 
 template <typename Use>
 static void forEachPoint(SampleRows& points, std::int64_t count, Use use) {
-    std::vector<double> block(static_cast<std::size_t>(std::min(count, blockLength)));
-    for (std::int64_t first = 0; first < count; first += blockLength) {
-        const std::int64_t length = std::min(blockLength, count - first);
+    std::vector<double> block(static_cast<std::size_t>(std::min(count, pointsPerBlock)));
+    for (std::int64_t first = 0; first < count; first += pointsPerBlock) {
+        const std::int64_t length = std::min(pointsPerBlock, count - first);
         points.read(first, length, block.data());
         std::for_each(block.data(), block.data() + length, use);
     }
