@@ -8,9 +8,9 @@
 extern const Part netcdfPart, hdf5Part;
 
 static std::string number(std::uint64_t value, int bytes) {
-    std::string text;
-    for (int i = bytes - 1; i >= 0; --i) {
-        text += static_cast<char>(value >> static_cast<unsigned>(8 * i) & 0xffU);
+    std::string text(static_cast<std::size_t>(bytes), '\0');
+    for (; bytes > 0; value >>= 8U) {
+        text[static_cast<std::size_t>(--bytes)] = static_cast<char>(value & 0xffU);
     }
     return text;
 }
