@@ -31,7 +31,7 @@ static bool areChannels(const std::vector<UffDataset>& datasets) {
 }
 
 static std::string typeName(const UffDataset& dataset) {
-    return dataset.binary ? fmt::format("float{}", 8 * dataset.bytes) : "text";
+    return dataset.binary ? fmt::format("{}-bit float", 8 * dataset.bytes) : "text";
 }
 
 std::vector<FilePart> UffReader::parts(std::FILE* file, const SourceName& source) {

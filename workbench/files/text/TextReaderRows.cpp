@@ -162,7 +162,6 @@ std::string TextReader::faultOf(CellReader::Kind kind, const std::string& cell,
         return fmt::format("\"{}\" is not a time as the first one in its column; correct it", cell);
     }
     return fmt::format(
-        "\"{}\" is not a number; correct it, or put # before lines that are not "
-        "data",
-        cell);
+        "\"{}\" is not a number; correct it, {}or put # before lines that are not data", cell,
+        row.size() > 1 ? "choose other columns with --columns, " : "");
 }
