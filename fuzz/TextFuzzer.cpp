@@ -45,8 +45,8 @@ static void checkRoundTrip(const SignalInfo& info, const std::vector<double>& sa
         result.rate = info.rate;
         result.axis = info.axis;
     }
-    const auto reader =
-        writtenAndOpened(ending, samples, result, {true, withAxis ? "1" : "none", {}, "", {}});
+    const auto reader = writtenAndOpened(ending, samples, result,
+                                         {.allowNonfinite = true, .axis = withAxis ? "1" : "none"});
     require(reader->info().channels == info.channels, "what was written has the same channels");
     require(sameSamples(samplesOf(*reader, true), samples), "and the same samples");
     if (std::all_of(info.names.begin(), info.names.end(), isShowable)) {
@@ -75,7 +75,9 @@ static TextOptions toldBy(std::uint8_t choice) {
 void fuzzOne(Bytes input) {
     InputReader bytes(input);
     const std::uint8_t choice = bytes.byte();
-    ReadOptions options{(choice & 1U) != 0, (choice & 2U) != 0 ? "" : "none", {}, "", {}};
+    ReadOptions options;
+    options.allowNonfinite = (choice & 1U) != 0;
+    options.axis = (choice & 2U) != 0 ? "" : "none";
     if ((choice & 16U) != 0) {
         options.axis = "2";
         options.columns = {"1"};

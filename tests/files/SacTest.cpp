@@ -121,7 +121,7 @@ TEST(Sac, RefusesByName) {
              {[](SacFile& f) { f.floats[0] = 0.0F; }, "is not a spacing of times"},
              {[](SacFile& f) { f.floats.erase(0); }, "is not a spacing of times"},
              {[](SacFile& f) { f.floats[5] = std::nanf(""); }, "is not a spacing of times"},
-             {[](SacFile& f) { f.samples[1] = std::nanf(""); }, "sample 2: nan"},
+             {[](SacFile& f) { f.samples[1] = std::nanf(""); }, "sample 2, channel 1: nan"},
              {[](SacFile& f) { f.integers[76] = 8; }, "is neither"}}) {
         for (const int version : {6, 7}) {
             SacFile file = seismogram(version);

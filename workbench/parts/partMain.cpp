@@ -1,6 +1,7 @@
 #include "workbench/messages/Failure.h"
 #include "workbench/parts/Part.h"
 #include "workbench/signals/Transfer.h"
+#include "workbench/signals/requireFinite.h"
 #include "workbench/system/FileHandle.h"
 #include "workbench/system/ownProcess.h"
 #include "workbench/system/systemMemory.h"
@@ -8,7 +9,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <memory>
@@ -47,20 +47,6 @@ static void list(const Part& part, const std::string& name, const std::string& o
     }
 }
 
-static void requireFinite(const double* samples, const SignalInfo& info, std::int64_t first,
-                          std::int64_t count) {
-    const double* const end = samples + count * info.channels;
-    const double* const odd =
-        std::find_if(samples, end, [](double sample) { return !std::isfinite(sample); });
-    if (odd != end) {
-        const std::int64_t index = odd - samples;
-        throw Failure(fmt::format(
-            "{}, sample {}, channel {}: {} is not a finite number; use --allow-nonfinite to let it "
-            "through",
-            info.source.shown, first + index / info.channels + 1, index % info.channels + 1, *odd));
-    }
-}
-
 static ReadOptions optionsOf(const std::vector<std::string>& words) {
     ReadOptions options;
     options.part = words[0];
@@ -86,7 +72,7 @@ static void read(const Part& part, const std::string& name, const ReadOptions& o
     std::int64_t done = 0;
     while (const std::int64_t got = reader->read(block.data(), most)) {
         if (!options.allowNonfinite) {
-            requireFinite(block.data(), info, done, got);
+            requireFinite(info, done, block.data(), got);
         }
         putSamples(output.get(), block.data(), static_cast<std::size_t>(got * info.channels));
         done += got;

@@ -4,12 +4,12 @@
 #include "workbench/files/audio/AudioLabels.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
+#include "workbench/signals/requireFinite.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <utility>
 
 static std::string formatName(int format) {
@@ -81,17 +81,8 @@ void AudioReader::scan(std::int64_t declared, bool allowNonfinite) {
     const std::int64_t capacity = std::max<std::int64_t>(1, 16384 / channels);
     std::vector<double> block(static_cast<std::size_t>(capacity * channels));
     while (const std::int64_t got = sf_readf_double(sound.get(), block.data(), capacity)) {
-        const double* end = block.data() + got * channels;
-        const double* odd = std::find_if(static_cast<const double*>(block.data()), end,
-                                         [](double v) { return !std::isfinite(v); });
-        if (odd != end && !allowNonfinite) {
-            const std::int64_t index = odd - block.data();
-            throw Failure(
-                fmt::format("{}, sample {}, channel {}: {} is not a finite number; use "
-                            "--allow-nonfinite to let "
-                            "it through",
-                            facts.source.shown, facts.samples + index / channels + 1,
-                            index % channels + 1, *odd));
+        if (!allowNonfinite) {
+            requireFinite(facts, facts.samples, block.data(), got);
         }
         facts.samples += got;
     }

@@ -7,13 +7,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 
 static constexpr const char* allName = "all";
-static constexpr std::int64_t valuesPerBlock = 1 << 15;  // values, unless a sample has more
-
 static bool sameAxis(const UffDataset& left, const UffDataset& right) {
     const bool both = left.axis.has_value() && right.axis.has_value();
     return left.count == right.count && left.rate == right.rate &&
@@ -77,13 +74,7 @@ UffReader::UffReader(FileHandle opened, const SourceName& source, const ReadOpti
     const bool text = std::any_of(channels.begin(), channels.end(),
                                   [](const UffDataset& each) { return !each.binary; });
     if (text || !options.allowNonfinite) {
-        while (position < facts.samples) {
-            fill();
-            if (!options.allowNonfinite) {
-                check();
-            }
-            position = blockEnd;
-        }
+        readThrough(options.allowNonfinite);
     }
     rewind();
 }
@@ -115,49 +106,16 @@ void UffReader::rewind() {
     for (const UffDataset& each : channels) {
         values.emplace_back(file.get(), each, facts.source.shown, share);
     }
-    position = blockBegin = blockEnd = 0;
+    restart();
 }
 
-void UffReader::check() {
-    const auto odd =
-        std::find_if(block.begin(), block.end(), [](double v) { return !std::isfinite(v); });
-    if (odd != block.end()) {
-        const std::int64_t index = odd - block.begin();
-        throw Failure(
-            fmt::format("{}, sample {}, channel {}: {} is not a finite number; use "
-                        "--allow-nonfinite to let it through",
-                        facts.source.shown, blockBegin + index / facts.channels + 1,
-                        index % facts.channels + 1, *odd));
-    }
-}
-
-void UffReader::fill() {
+void UffReader::fill(std::int64_t /*first*/, std::int64_t count, double* to) {
     const auto width = channels.size();
-    const std::int64_t length = std::min(std::max<std::int64_t>(1, valuesPerBlock / facts.channels),
-                                         facts.samples - position);
-    column.resize(static_cast<std::size_t>(length));
-    block.resize(column.size() * width);
+    column.resize(static_cast<std::size_t>(count));
     for (std::size_t c = 0; c < width; ++c) {
         values[c].read(column.data(), column.size());
         for (std::size_t i = 0; i < column.size(); ++i) {
-            block[i * width + c] = column[i];
+            to[i * width + c] = column[i];
         }
     }
-    blockBegin = position;
-    blockEnd = position + length;
-}
-
-std::int64_t UffReader::read(double* interleaved, std::int64_t count) {
-    std::int64_t got = 0;
-    while (got < count && position < facts.samples) {
-        if (position == blockEnd) {
-            fill();
-        }
-        const std::int64_t taken = std::min(count - got, blockEnd - position);
-        std::copy_n(block.data() + (position - blockBegin) * facts.channels, taken * facts.channels,
-                    interleaved + got * facts.channels);
-        position += taken;
-        got += taken;
-    }
-    return got;
 }
