@@ -1,11 +1,12 @@
 #include "workbench/files/Format.h"
 #include "workbench/files/audio/audio.h"
 
-static bool recognises(std::string_view head) {
+static bool isAiff(std::string_view head) {
     return hasMark(head, "FORM", "AIFF") || hasMark(head, "FORM", "AIFC");
 }
 
-static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+static std::unique_ptr<SignalWriter> createAiff(const SignalTarget& target,
+                                                const ResultInfo& info) {
     return createAudio({.name = "AIFF", .shortSizes = true}, target, info);
 }
 
@@ -15,6 +16,6 @@ extern const Format aiffFormat = {
     {".aif", ".aiff"},
     Format::Kind::sound,
     {.rate = true, .speakers = true, .tags = {"title", "artist", "comment", "copyright"}},
-    recognises,
+    isAiff,
     openAudio,
-    create};
+    createAiff};

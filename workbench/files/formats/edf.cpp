@@ -3,11 +3,11 @@
 
 #include <cstddef>
 
-static constexpr PartProgram program = {"fendra-edf", "libedf", "libedf1", "libedf-dev"};
+static constexpr PartProgram edfProgram = {"fendra-edf", "libedf", "libedf1", "libedf-dev"};
 
 // By the version and, for EDF, whose version is a mere 0, by the first 256 bytes: letters alone,
 // with the points of date and time.
-static bool recognises(std::string_view head) {
+static bool isEdf(std::string_view head) {
     constexpr std::size_t length = 256;
     if (head.starts_with("\377BIOSEMI")) {
         return true;
@@ -17,7 +17,13 @@ static bool recognises(std::string_view head) {
            head.substr(0, length).find_first_of("\r\n\t") == std::string_view::npos;
 }
 
-extern const Format edfFormat = {"EDF/BDF", {".edf", ".bdf"},  Format::Kind::measurement,
-                                 {},        recognises,        openByProgram<program>,
-                                 nullptr,   Encoding::float64, partsByProgram<program>,
-                                 &program};
+extern const Format edfFormat = {"EDF/BDF",
+                                 {".edf", ".bdf"},
+                                 Format::Kind::measurement,
+                                 {},
+                                 isEdf,
+                                 openByProgram<edfProgram>,
+                                 nullptr,
+                                 Encoding::float64,
+                                 partsByProgram<edfProgram>,
+                                 &edfProgram};

@@ -1,11 +1,12 @@
 #include "workbench/files/Format.h"
 #include "workbench/files/audio/audio.h"
 
-static bool recognises(std::string_view head) {
+static bool isFlac(std::string_view head) {
     return head.starts_with("fLaC");
 }
 
-static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+static std::unique_ptr<SignalWriter> createFlac(const SignalTarget& target,
+                                                const ResultInfo& info) {
     return createAudio({.name = "FLAC"}, target, info);
 }
 
@@ -16,7 +17,7 @@ extern const Format flacFormat = {"FLAC",
                                   {.rate = true,
                                    .tags = {"title", "artist", "album", "track", "genre", "date",
                                             "comment", "copyright", "license"}},
-                                  recognises,
+                                  isFlac,
                                   openAudio,
-                                  create,
+                                  createFlac,
                                   Encoding::pcm24};

@@ -3,12 +3,12 @@
 
 #include <utility>
 
-static std::unique_ptr<SignalReader> open(FileHandle file, const SourceName& source,
-                                          const ReadOptions& options) {
+static std::unique_ptr<SignalReader> openJcamp(FileHandle file, const SourceName& source,
+                                               const ReadOptions& options) {
     return std::make_unique<JcampReader>(std::move(file), source, options);
 }
 
 // Spectra. They are read and not written.
-extern const Format jcampFormat = {"JCAMP-DX", {".jdx", ".dx"},        Format::Kind::measurement,
-                                   {},         JcampBlock::recognises, open,
-                                   nullptr,    Encoding::float64,      JcampReader::parts};
+extern const Format jcampFormat = {"JCAMP-DX", {".jdx", ".dx"},     Format::Kind::measurement,
+                                   {},         JcampBlock::isJcamp, openJcamp,
+                                   nullptr,    Encoding::float64,   JcampReader::parts};

@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
-static constexpr PartProgram program = {"fendra-mseed", "libmseed", "libmseed2", "libmseed-dev"};
+static constexpr PartProgram miniseedProgram = {"fendra-mseed", "libmseed", "libmseed2",
+                                                "libmseed-dev"};
 
 static bool isBelow(std::string_view head, std::size_t at, int end) {
     return static_cast<std::uint8_t>(head[at]) < end;
@@ -12,7 +13,7 @@ static bool isBelow(std::string_view head, std::size_t at, int end) {
 
 // By the fixed header of a record: a number of six digits, the quality of the data, a blank, and
 // 24, 60 and 61 as bounds of the time of day.
-static bool recognises(std::string_view head) {
+static bool isMiniseed(std::string_view head) {
     using namespace std::string_view_literals;
     constexpr std::size_t fixedHeader = 48;
     const auto within = [&head](std::size_t begin, std::size_t end, std::string_view letters) {
@@ -23,7 +24,13 @@ static bool recognises(std::string_view head) {
            isBelow(head, 26, 61);
 }
 
-extern const Format miniseedFormat = {"miniSEED", {".mseed"},        Format::Kind::measurement,
-                                      {},         recognises,        openByProgram<program>,
-                                      nullptr,    Encoding::float64, partsByProgram<program>,
-                                      &program};
+extern const Format miniseedFormat = {"miniSEED",
+                                      {".mseed"},
+                                      Format::Kind::measurement,
+                                      {},
+                                      isMiniseed,
+                                      openByProgram<miniseedProgram>,
+                                      nullptr,
+                                      Encoding::float64,
+                                      partsByProgram<miniseedProgram>,
+                                      &miniseedProgram};

@@ -2,10 +2,9 @@
 
 #include "workbench/files/Format.h"
 
-static bool recognises(std::string_view head) {
+static bool isNpz(std::string_view head) {
     return head.starts_with("PK\3\4") || head.starts_with("PK\5\6");
 }
 
-extern const Format npzFormat = {"npz",   {".npz"},          Format::Kind::measurement,
-                                 {},      recognises,        openNpz,
-                                 nullptr, Encoding::float64, partsOfNpz};
+extern const Format npzFormat = {"npz",   {".npz"}, Format::Kind::measurement, {},        isNpz,
+                                 openNpz, nullptr,  Encoding::float64,         partsOfNpz};

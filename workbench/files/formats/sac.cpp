@@ -5,12 +5,12 @@
 
 #include <utility>
 
-static std::unique_ptr<SignalReader> open(FileHandle file, const SourceName& source,
-                                          const ReadOptions& options) {
+static std::unique_ptr<SignalReader> openSac(FileHandle file, const SourceName& source,
+                                             const ReadOptions& options) {
     return std::make_unique<SacReader>(std::move(file), source, options);
 }
 
-static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+static std::unique_ptr<SignalWriter> createSac(const SignalTarget& target, const ResultInfo& info) {
     return std::make_unique<SacWriter>(target, info);
 }
 
@@ -23,7 +23,7 @@ extern const Format sacFormat = {"SAC",
                                   .names = true,
                                   .onlyRisingTime = true,
                                   .holdsName = SacHeader::holdsName},
-                                 SacHeader::recognises,
-                                 open,
-                                 create,
+                                 SacHeader::isSac,
+                                 openSac,
+                                 createSac,
                                  Encoding::float32};

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-static bool recognises(std::string_view head) {
+static bool isText(std::string_view head) {
     head = head.substr(0, 256);
     return std::none_of(head.begin(), head.end(), [](char letter) {
         const auto code = static_cast<unsigned char>(letter);
@@ -20,12 +20,13 @@ static char separatorFor(const SignalTarget& target) {
     return ending == ".tsv" ? '\t' : blanks ? ' ' : ',';
 }
 
-static std::unique_ptr<SignalReader> open(FileHandle file, const SourceName& source,
-                                          const ReadOptions& options) {
+static std::unique_ptr<SignalReader> openText(FileHandle file, const SourceName& source,
+                                              const ReadOptions& options) {
     return std::make_unique<TextReader>(std::move(file), source, options);
 }
 
-static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+static std::unique_ptr<SignalWriter> createText(const SignalTarget& target,
+                                                const ResultInfo& info) {
     return std::make_unique<TextWriter>(target, separatorFor(target), info);
 }
 
@@ -35,6 +36,6 @@ extern const Format textFormat = {"UTF-8 text",
                                   {".csv", ".tsv", ".txt", ".dat", ".xy"},
                                   Format::Kind::text,
                                   {.rate = true, .axis = true, .names = true, .notes = true},
-                                  recognises,
-                                  open,
-                                  create};
+                                  isText,
+                                  openText,
+                                  createText};

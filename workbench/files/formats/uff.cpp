@@ -21,18 +21,18 @@ static bool isNumberOfSix(std::string_view line) {
 
 // -1 and the number of a dataset, each in six columns. What stands below it is not such a number: a
 // column of whole numbers may begin in the same way.
-static bool recognises(std::string_view head) {
+static bool isUff(std::string_view head) {
     const std::string_view first = takeLine(head), second = takeLine(head);
     const bool dataset = isNumberOfSix(second) || second.starts_with("    58b");
     return UffDataset::isDelimiter(first) && dataset && !isNumberOfSix(takeLine(head));
 }
 
-static std::unique_ptr<SignalReader> open(FileHandle file, const SourceName& source,
-                                          const ReadOptions& options) {
+static std::unique_ptr<SignalReader> openUff(FileHandle file, const SourceName& source,
+                                             const ReadOptions& options) {
     return std::make_unique<UffReader>(std::move(file), source, options);
 }
 
-static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+static std::unique_ptr<SignalWriter> createUff(const SignalTarget& target, const ResultInfo& info) {
     return std::make_unique<UffWriter>(target, info);
 }
 
@@ -41,8 +41,8 @@ extern const Format uffFormat = {
     {".uff", ".unv"},
     Format::Kind::measurement,
     {.rate = true, .axis = true, .names = true, .notes = true, .holdsName = UffWriter::holdsName},
-    recognises,
-    open,
-    create,
+    isUff,
+    openUff,
+    createUff,
     Encoding::float64,
     UffReader::parts};

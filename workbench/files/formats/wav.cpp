@@ -1,11 +1,11 @@
 #include "workbench/files/Format.h"
 #include "workbench/files/audio/audio.h"
 
-static bool recognises(std::string_view head) {
+static bool isWav(std::string_view head) {
     return hasMark(head, "RIFF", "WAVE") || hasMark(head, "RIFX", "WAVE");
 }
 
-static std::unique_ptr<SignalWriter> create(const SignalTarget& target, const ResultInfo& info) {
+static std::unique_ptr<SignalWriter> createWav(const SignalTarget& target, const ResultInfo& info) {
     return createAudio({.name = "WAV", .shortSizes = true, .longForm = "RF64"}, target, info);
 }
 
@@ -14,6 +14,6 @@ extern const Format wavFormat = {"WAV",
                                  {".wav"},
                                  Format::Kind::sound,
                                  {.rate = true, .speakers = true, .tags = waveTags()},
-                                 recognises,
+                                 isWav,
                                  openAudio,
-                                 create};
+                                 createWav};
