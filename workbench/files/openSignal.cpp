@@ -130,23 +130,23 @@ static bool readLines(std::FILE* pipe, int lines, const TextOptions& options, He
     return true;
 }
 
-std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& reading) {
+std::unique_ptr<SignalReader> openStream(const SourceName& source, const ReadOptions& options) {
     const SourcePart word(source.path);
     Pipe pipe(word.part.empty() ? source : SourceName(word.file));
     if (pipe.stream() == nullptr) {
-        return openSignal(source, reading);
+        return openSignal(source, options);
     }
-    const ReadOptions options = withPart(reading, word);
+    const ReadOptions ofPart = withPart(options, word);
     Head head;
     for (const int lines : {2, linesOfColumns}) {
-        if (!readLines(pipe.stream(), lines, options.text, head) || !isText(head.text)) {
+        if (!readLines(pipe.stream(), lines, ofPart.text, head) || !isText(head.text)) {
             break;
         }
-        if (TextReader::canStream(head.text, lines, source, options)) {
-            return std::make_unique<TextReader>(std::move(pipe), head.text, lines, source, options);
+        if (TextReader::canStream(head.text, lines, source, ofPart)) {
+            return std::make_unique<TextReader>(std::move(pipe), head.text, lines, source, ofPart);
         }
     }
-    return openFile(pipe.copy(head.text), source, options);
+    return openFile(pipe.copy(head.text), source, ofPart);
 }
 
 SignalSource fileSource(const std::string& path, const ReadOptions& options) {

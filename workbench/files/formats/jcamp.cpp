@@ -10,5 +10,5 @@ static std::unique_ptr<SignalReader> openJcamp(FileHandle file, const SourceName
 
 // Spectra. They are read and not written.
 extern const Format jcampFormat = {"JCAMP-DX", {".jdx", ".dx"},     Format::Kind::measurement,
-                                   {},         JcampBlock::isJcamp, openJcamp,
+                                   {},         JcampBlock::recognises, openJcamp,
                                    nullptr,    Encoding::float64,   JcampReader::parts};

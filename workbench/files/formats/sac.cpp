@@ -23,7 +23,7 @@ extern const Format sacFormat = {"SAC",
                                   .names = true,
                                   .onlyRisingTime = true,
                                   .holdsName = SacHeader::holdsName},
-                                 SacHeader::isSac,
+                                 SacHeader::recognises,
                                  openSac,
                                  createSac,
                                  Encoding::float32};

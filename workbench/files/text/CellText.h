@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 constexpr bool isDigit(char letter) {
     return letter >= '0' && letter <= '9';
@@ -16,8 +17,8 @@ constexpr bool isDigit(char letter) {
 // is a number, 1.234 may be a thousand.
 class CellReader {
 public:
-    explicit CellReader(const TextOptions& textOptions)
-        : options(textOptions), sign(textOptions.decimal.value_or('\0')) {}
+    explicit CellReader(TextOptions textOptions)
+        : options(std::move(textOptions)), sign(options.decimal.value_or('\0')) {}
 
     enum class Kind { finite, nonfinite, tooLarge, missing, otherSign, thousands, notANumber };
 

@@ -12,14 +12,17 @@
 static constexpr std::size_t longestLine = std::size_t{1} << 20;
 static constexpr std::size_t blockLength = std::size_t{1} << 16;
 
-LineReader::LineReader(std::FILE* text, std::string displayName, const TextOptions& textOptions)
-    : file(text), name(std::move(displayName)), options(textOptions), buffer(blockLength) {}
+LineReader::LineReader(std::FILE* text, std::string displayName, TextOptions textOptions)
+    : file(text),
+      name(std::move(displayName)),
+      options(std::move(textOptions)),
+      buffer(blockLength) {}
 
 LineReader::LineReader(std::FILE* pipe, const std::string& head, std::string displayName,
-                       const TextOptions& textOptions)
+                       TextOptions textOptions)
     : file(pipe),
       name(std::move(displayName)),
-      options(textOptions),
+      options(std::move(textOptions)),
       buffer(head.begin(), head.end()),
       end(head.size()),
       headLength(head.size()),

@@ -17,13 +17,13 @@ public:
     static constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 
     // The file stays the caller's; the name is for messages.
-    LineReader(std::FILE* text, std::string displayName, const TextOptions& textOptions);
+    LineReader(std::FILE* text, std::string displayName, TextOptions textOptions);
 
     // The lines of a pipe, each as soon as it has come, after those of its head, which were read
     // from it before and end with a line. rewind works as long as no line beyond the head was asked
     // for. pipe: null for the head alone.
     LineReader(std::FILE* pipe, const std::string& head, std::string displayName,
-               const TextOptions& textOptions);
+               TextOptions textOptions);
 
     // Moves line to the next line, valid until the next call; false at the end. Failure if the line
     // is too long, or the file cannot be read.
