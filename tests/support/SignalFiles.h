@@ -43,6 +43,16 @@ inline void writeSignal(const std::string& path, const std::vector<double>& samp
     writer->finish({});
 }
 
+// The samples are those that were written, bit for bit, and so are rate, names and start of the
+// axis.
+inline void expectGivenBack(const SignalInfo& info, const std::vector<double>& interleaved,
+                            const std::vector<double>& samples, const ResultInfo& written) {
+    EXPECT_TRUE(sameBits(interleaved, samples));
+    EXPECT_EQ(info.rate, written.rate);
+    EXPECT_EQ(info.names, written.columnNames);
+    EXPECT_TRUE(info.axis && info.axis->start == written.axis->start);
+}
+
 // What the Failure says that work ends with; empty if it goes through.
 template <typename Work>
 std::string failureOf(Work work) {

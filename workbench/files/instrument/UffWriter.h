@@ -16,7 +16,7 @@ class UffWriter final : public SignalWriter {
 public:
     // Failure if the target has an encoding of another kind or cannot be written; if the abscissa's
     // places of 13 columns do not hold the axis, unless the target is lossy.
-    UffWriter(const SignalTarget& target, const ResultInfo& info);
+    UffWriter(const SignalTarget& target, const ResultInfo& result);
 
     // Whether a name fits into that line.
     static bool holdsName(const std::string& name);
