@@ -7,7 +7,7 @@ formatPackages=(clang-format-14)
 clangPackages=(clang-14 libclang-rt-14-dev)
 lintPackages=(clang-14 clang-tidy-14)
 # What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
-linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386 zlib1g-dev:i386)
+linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386 zlib1g:i386)
 windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest libz-mingw-w64-dev dpkg-dev wine64)
 windowsSources=(libsndfile flac)
 packagePackages=(git zip)

@@ -10,3 +10,6 @@ endforeach()
 # Debian keeps the libraries of each architecture in a folder of its own.
 set(CMAKE_LIBRARY_ARCHITECTURE i386-linux-gnu)
 set(ENV{PKG_CONFIG_LIBDIR} /usr/lib/i386-linux-gnu/pkgconfig:/usr/share/pkgconfig)
+# The library alone: the headers are those of the 64-bit package, and that of 32 bits wants a C library of
+# its own.
+set(ZLIB_LIBRARY /usr/lib/i386-linux-gnu/libz.so.1)
