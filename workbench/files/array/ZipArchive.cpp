@@ -63,8 +63,8 @@ ZipArchive::Directory ZipArchive::findDirectory() const {
     const std::string tail = bytesAt(from, endLength + longestComment);
     for (std::size_t at = tail.rfind(endMark); at != std::string::npos;
          at = at == 0 ? std::string::npos : tail.rfind(endMark, at - 1)) {
-        if (tail.size() - at < endLength ||
-            number(tail, at + 20, 2) != tail.size() - at - endLength) {
+        const std::int64_t comment = static_cast<std::int64_t>(tail.size() - at) - endLength;
+        if (comment < 0 || place(tail, at + 20, 2) != comment) {
             continue;
         }
         const std::int64_t end = from + static_cast<std::int64_t>(at);
