@@ -9,6 +9,6 @@ static std::unique_ptr<SignalReader> openJcamp(FileHandle file, const SourceName
 }
 
 // Spectra. They are read and not written.
-extern const Format jcampFormat = {"JCAMP-DX", {".jdx", ".dx"},     Format::Kind::measurement,
+extern const Format jcampFormat = {"JCAMP-DX", {".jdx", ".dx"},        Format::Kind::measurement,
                                    {},         JcampBlock::recognises, openJcamp,
-                                   nullptr,    Encoding::float64,   JcampReader::parts};
+                                   nullptr,    Encoding::float64,      JcampReader::parts};
