@@ -1,6 +1,7 @@
 #include "fuzz/signals.h"
 
 #include "fuzz/fuzz.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 
 #include <algorithm>
@@ -57,6 +58,34 @@ std::vector<double> samplesOf(SignalReader& reader, bool allowNonfinite) {
                                           [](double sample) { return std::isfinite(sample); }),
             "all samples are finite");
     return samples;
+}
+
+static std::unique_ptr<SignalReader> opened(const std::string& path, const std::string& part,
+                                            bool lenient) {
+    ReadOptions options;
+    options.allowNonfinite = options.lossy = lenient;
+    options.part = part;
+    try {
+        return openSignal(SourceName(path), options);
+    } catch (const Failure& refusal) {
+        requireShowable(refusal.what());
+        return nullptr;
+    }
+}
+
+std::optional<ReadSignal> readBothWays(const std::string& path, const std::string& part) {
+    constexpr std::int64_t mostValues = 1 << 18;
+    const auto strict = opened(path, part, false), reader = opened(path, part, true);
+    require(reader != nullptr || strict == nullptr, "what is exact is let through as well");
+    if (reader == nullptr || reader->info().samples > mostValues / reader->info().channels) {
+        return std::nullopt;
+    }
+    ReadSignal read = {reader->info(), samplesOf(*reader, true)};
+    if (strict != nullptr) {
+        require(sameSamples(samplesOf(*strict, false), read.samples),
+                "a file reads the same each time");
+    }
+    return read;
 }
 
 std::unique_ptr<SignalReader> writtenAndOpened(const std::string& ending,
