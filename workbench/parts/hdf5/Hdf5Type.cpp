@@ -40,11 +40,23 @@ static bool isComplex(hid_t type) {
            H5Tget_member_class(type, 0) == H5T_FLOAT && H5Tget_member_class(type, 1) == H5T_FLOAT;
 }
 
+// The library reads past a value of which some bits, so many up to the last, are none of its own.
+static void requireWithin(hid_t type, std::size_t bits, const std::string& name) {
+    const int offset = H5Tget_offset(type);
+    if (offset < 0 || bits == 0 ||
+        static_cast<std::size_t>(offset) + bits > 8 * H5Tget_size(type)) {
+        throw Failure(fmt::format(
+            "{} is damaged: its numbers are longer than their bytes; copy the file again", name));
+    }
+}
+
 // One whose values all are doubles.
 static Hdf5Type floatOf(hid_t type, const std::string& name) {
     std::size_t sign = 0, exponent = 0, exponentBits = 0, fraction = 0, fractionBits = 0;
     succeeded(H5Tget_fields(type, &sign, &exponent, &exponentBits, &fraction, &fractionBits));
     const std::size_t bits = H5Tget_precision(type);
+    requireWithin(
+        type, std::max({bits, sign + 1, exponent + exponentBits, fraction + fractionBits}), name);
     if (bits > 64 || exponentBits > 11 || fractionBits > 52) {
         refuse(name, "long double numbers", "them as float64");
     }
@@ -53,6 +65,7 @@ static Hdf5Type floatOf(hid_t type, const std::string& name) {
 
 static Hdf5Type integerOf(hid_t type, const std::string& name) {
     const std::size_t bits = H5Tget_precision(type);
+    requireWithin(type, bits, name);
     if (bits > 64) {
         refuse(name, "integers of more than 64 bits", "them as float64");
     }
