@@ -14,7 +14,8 @@ static void checkRoundTrip(const SignalInfo& info, const std::vector<double>& sa
 }
 
 static void check(const std::string& path) {
-    if (const auto read = readBothWays(path)) {
+    const auto read = readBothWays(path);
+    if (read && read->info.format.starts_with("npy")) {  // and not a text
         checkRoundTrip(read->info, read->samples);
     }
 }

@@ -23,8 +23,8 @@ static bool isNumberOfSix(std::string_view line) {
 // column of whole numbers may begin in the same way.
 static bool isUff(std::string_view head) {
     const std::string_view first = takeLine(head), second = takeLine(head);
-    const bool dataset = isNumberOfSix(second) || second.starts_with("    58b");
-    return UffDataset::isDelimiter(first) && dataset && !isNumberOfSix(takeLine(head));
+    const bool text = isNumberOfSix(second) && !isNumberOfSix(takeLine(head));
+    return UffDataset::isDelimiter(first) && (text || second.starts_with("    58b"));
 }
 
 static std::unique_ptr<SignalReader> openUff(FileHandle file, const SourceName& source,
