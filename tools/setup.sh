@@ -1,7 +1,8 @@
 # Sourced by ./run, ./test, ./bench and ./package, from the project's root: what they need before they can build.
 
 buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann-json3-dev libsndfile1-dev nettle-dev
-    qt6-base-dev zlib1g-dev libedf-dev libhdf5-dev libmatio-dev libmseed-dev libnetcdf-dev)
+    qt6-base-dev qt6-svg-dev qt6-l10n-tools libqcustomplot-dev zlib1g-dev libedf-dev libhdf5-dev libmatio-dev
+    libmseed-dev libnetcdf-dev)
 testPackages=(libgtest-dev)
 formatPackages=(clang-format-14)
 clangPackages=(clang-14 libclang-rt-14-dev)

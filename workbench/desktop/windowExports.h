@@ -1,15 +1,22 @@
 #pragma once
 
-class Desktop;
+#include <string>
 
-// What fendra-window.so exports: desktops for the program to install. All of Qt is in there.
-// A desktop holds the process's connection to the screen, so there is one at a time. The caller
-// deletes it. Failure if no font is installed.
+class Desktop;
+class FoldBench;
+struct Figure;
+struct PaintedFigure;
+struct PictureOrder;
+
+// What fendra-window.so exports: desktops for the program to install, pictures, and the window in
+// which one works. All of Qt is in there. There is one connection of the process to the screen, so
+// one of the desktops, or the window, at a time.
 extern "C" {
 
 // Shows dialogs and messages in windows, and the module's help beside them. To be called only where
 // displayAvailable; a display that cannot be reached ends the process, with one line on standard
-// error and status 1. What a dialog's handler throws leaves by runDialog.
+// error and status 1. What a dialog's handler throws leaves by runDialog. The caller deletes it.
+// Failure if no font is installed.
 //   subject   UTF-8: what the dialogs are about, a file for instance. Their titles become
 //             "title - subject"; empty or null: "title"
 [[gnu::visibility("default")]] Desktop* makeWindowDesktop(const char* subject);
@@ -18,4 +25,15 @@ extern "C" {
 // new one is complete, and leaves the dialog unanswered; Failure if the file cannot be written.
 // Messages go to standard error. The name of the file is UTF-8.
 [[gnu::visibility("default")]] Desktop* makePictureDesktop(const char* file);
+
+// Needs no display. Paints a figure: the same bytes for the same figure and order, whatever the
+// display, its scale, the locale, the time and its zone, the home and the folder. Failure if no
+// font is installed, or memory does not suffice.
+[[gnu::visibility("default")]] void paintFigure(const Figure& figure, const PictureOrder& order,
+                                                PaintedFigure& painted);
+
+// Opens the window in which one works, with these files; empty: none. Returns when it is closed,
+// with the process's status. As makeWindowDesktop where the display cannot be reached.
+[[gnu::visibility("default")]] int openWindow(FoldBench& bench, const std::string& signal,
+                                              const std::string& kernel);
 }

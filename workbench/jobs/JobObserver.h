@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 // What a job takes, at most.
 struct JobSize {
@@ -32,4 +33,9 @@ public:
     // then ends with the estimate so far, and if nothing else was left to do the job is done; else
     // it ends by a Failure, and nothing is written.
     virtual bool advances(const JobProgress& /*progress*/) { return true; }
+
+    // Whether the estimates of an iteration are of interest; asked before each step.
+    virtual bool wantsEstimate() { return false; }
+    // After such a step: the estimate so far of a channel, where the samples of the result stand.
+    virtual void estimated(int /*channel*/, const std::vector<double>& /*samples*/) {}
 };

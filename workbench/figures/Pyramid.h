@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+// Samples with the extremes of every stretch of 2, 4, 8, ... of them, so that a picture of any
+// stretch costs as much as it has columns, and no sample is hidden in one.
+class Pyramid {
+public:
+    // Both NaN: no sample is a number.
+    struct Extremes {
+        double lowest = std::numeric_limits<double>::quiet_NaN();
+        double highest = std::numeric_limits<double>::quiet_NaN();
+    };
+
+    explicit Pyramid(std::vector<double> levelZero);
+
+    [[nodiscard]] std::size_t size() const { return samples.size(); }
+    [[nodiscard]] double operator[](std::size_t i) const { return samples[i]; }
+
+    // Of samples first to last - 1; NaN is left out, infinities count. Takes some ten steps,
+    // whatever the length.
+    [[nodiscard]] Extremes extremes(std::size_t first, std::size_t last) const;
+
+    // The same of all samples that are finite.
+    [[nodiscard]] Extremes finiteRange() const { return finite; }
+
+private:
+    std::vector<double> samples;
+    std::vector<std::vector<Extremes>> levels;  // [k][i]: of 2^(k+1) samples, from i 2^(k+1) on
+    Extremes finite;
+};
