@@ -18,7 +18,7 @@ struct Graph {
     GraphRole role = GraphRole::signal;
     int variant = 0;  // of several graphs of one role in a pane: 0, 1, ...
     std::shared_ptr<const Pyramid> values;
-    double start = 0.0, step = 1.0;  // sample i stands at start + i step
+    double start = 0.0, step = 1.0;  // sample i stands at start + i step; step above 0
     std::vector<double> places;      // instead, where they are not evenly spaced; rising
     std::shared_ptr<const Pyramid> lower, upper;  // bounds of the values; null: none
     std::optional<std::size_t> marked;            // a sample that is pointed out

@@ -1,0 +1,355 @@
+#include "workbench/window/GraphPainting.h"
+
+#include "workbench/figures/places.h"
+
+#include <QLineF>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+GraphPainting::GraphPainting(const Graph& shownGraph, const QCPAxis& xAxis, const QCPAxis& yAxis)
+    : graph(shownGraph), x(xAxis), y(yAxis), pane(xAxis.axisRect()->rect()), seen(visible()) {
+    const double spacing = pane.width() / static_cast<double>(seen.second - seen.first);
+    crowded = spacing < 1.0;
+    dense = spacing < 8.0;
+    roomy = spacing > 4.0;
+}
+
+GraphPainting::Range GraphPainting::visible() const {
+    const std::size_t first = samplesBefore(graph, x.coordinate(pane.left()));
+    return {first, std::max(first, samplesBefore(graph, x.coordinate(pane.right())))};
+}
+
+// NaN where there is a gap.
+QPointF GraphPainting::point(std::size_t i) const {
+    return {x.pixel(placeOf(graph, i)), y.pixel((*graph.values)[i])};
+}
+
+// NaN where no sample has a place. What is too low for a logarithmic scale ends on its edge if
+// others of the column have a place.
+static std::pair<double, double> heightsOf(const PixelScale& y, double lowest, double highest) {
+    const double top = y.pixel(highest), bottom = y.pixel(lowest);
+    return {top, std::isnan(bottom) && !std::isnan(top) ? y.lowEdge() : bottom};
+}
+
+// Where the line to the sample from the one before it crosses that column of pixels; NaN: there is
+// none.
+double GraphPainting::crossing(std::size_t sample, double column) const {
+    if (sample == 0 || sample >= graph.values->size()) {
+        return std::numeric_limits<double>::quiet_NaN();
+    }
+    const QPointF from = point(sample - 1), to = point(sample);
+    const double along = std::clamp((column - from.x()) / (to.x() - from.x()), 0.0, 1.0);
+    return from.y() + (to.y() - from.y()) * along;
+}
+
+std::vector<GraphPainting::Stroke> GraphPainting::strokes(double width) const {
+    std::vector<Stroke> columns;
+    columns.reserve(static_cast<std::size_t>(pane.width() / width) + 1);
+    std::size_t first = seen.first;
+    double entry = crossing(first, pane.left());
+    for (double left = pane.left(); left < pane.right(); left += width) {
+        const std::size_t next = std::max(first, samplesBefore(graph, x.coordinate(left + width)));
+        const double exit = crossing(next, left + width);
+        const Pyramid::Extremes own = graph.values->extremes(first, next);
+        const auto [top, bottom] = heightsOf(y, own.lowest, own.highest);
+        const Stroke stroke = {left, std::fmin(top, std::fmin(entry, exit)),
+                               std::fmax(bottom, std::fmax(entry, exit)), !std::isnan(entry)};
+        if (!std::isnan(stroke.top) && (first < next || !std::isnan(entry))) {
+            columns.push_back(stroke);
+        }
+        first = next;
+        entry = exit;
+    }
+    return columns;
+}
+
+std::vector<GraphPainting::Stroke> GraphPainting::bandStrokes(double width) const {
+    std::vector<Stroke> columns;
+    std::size_t first = seen.first;
+    for (double left = pane.left(); left < pane.right(); left += width) {
+        const std::size_t next = samplesBefore(graph, x.coordinate(left + width));
+        const auto [top, bottom] = heightsOf(y, graph.lower->extremes(first, next).lowest,
+                                             graph.upper->extremes(first, next).highest);
+        if (first < next && !std::isnan(top)) {
+            const bool connected = !columns.empty() && columns.back().left >= left - 1.5 * width;
+            columns.push_back({left, top, bottom, connected});
+        }
+        first = std::max(first, next);
+    }
+    return columns;
+}
+
+// The part of a line that is within the rectangle (Y.-D. Liang and B. A. Barsky, "A new concept and
+// method for line clipping", ACM Trans. Graph. 3 (1984) 1-22). false: none.
+static bool clip(QLineF& line, const QRectF& within) {
+    double from = 0.0, to = 1.0;
+    const auto cut = [&from, &to](double direction, double room) {
+        if (direction == 0.0) {
+            return room >= 0.0;
+        }
+        (direction < 0.0 ? from : to) =
+            direction < 0.0 ? std::max(from, room / direction) : std::min(to, room / direction);
+        return from <= to;
+    };
+    if (!cut(-line.dx(), line.x1() - within.left()) ||
+        !cut(line.dx(), within.right() - line.x1()) || !cut(-line.dy(), line.y1() - within.top()) ||
+        !cut(line.dy(), within.bottom() - line.y1())) {
+        return false;
+    }
+    const QPointF first = line.p1(), last = line.p2();
+    line = {from > 0.0 ? first + from * (last - first) : first,
+            to < 1.0 ? first + to * (last - first) : last};
+    return true;
+}
+
+// Around the pane is left what the widest pen needs.
+static QRectF withMargin(const QRectF& pane) {
+    constexpr double margin = 20.0;
+    return pane.adjusted(-margin, -margin, margin, margin);
+}
+
+QList<QPolygonF> GraphPainting::lines() const {
+    const QRectF within = withMargin(pane);
+    QList<QPolygonF> runs;
+    const std::size_t end = std::min(seen.second + 1, graph.values->size());
+    const std::size_t begin = seen.first > 0 ? seen.first - 1 : 0;
+    QPointF before(0.0, std::numeric_limits<double>::quiet_NaN());
+    for (std::size_t i = begin; i < end; ++i) {
+        const QPointF next = point(i);
+        QLineF line(std::exchange(before, next), next);
+        if (std::isnan(line.y1()) || std::isnan(line.y2()) || !clip(line, within)) {
+            continue;
+        }
+        if (runs.isEmpty() || runs.last().last() != line.p1()) {
+            runs.append(QPolygonF({line.p1()}));
+        }
+        runs.last().append(line.p2());
+    }
+    return runs;
+}
+
+// All samples where there is room for points; else those that no line reaches.
+QList<QPointF> GraphPainting::points() const {
+    const auto hasPlace = [this](std::size_t i) {
+        return i < graph.values->size() && !std::isnan(y.pixel((*graph.values)[i]));
+    };
+    QList<QPointF> found;
+    for (std::size_t i = seen.first; i < seen.second; ++i) {
+        if (hasPlace(i) && (roomy || (!hasPlace(i + 1) && (i == 0 || !hasPlace(i - 1))))) {
+            found.append(point(i));
+        }
+    }
+    return found;
+}
+
+// Upper bounds from left to right, lower ones back, without what is far outside the pane.
+QList<QPolygonF> GraphPainting::bandAreas() const {
+    const QRectF within = withMargin(pane);
+    struct Side {
+        const Pyramid& bounds;
+        QPolygonF outline;
+    } sides[] = {{*graph.upper, {}}, {*graph.lower, {}}};
+    QList<QPolygonF> areas;
+    const auto close = [&] {
+        std::reverse(sides[1].outline.begin(), sides[1].outline.end());
+        areas.append(sides[0].outline + sides[1].outline);
+        sides[0].outline.clear();
+        sides[1].outline.clear();
+    };
+    const std::size_t end = std::min(seen.second + 1, graph.values->size());
+    for (std::size_t i = seen.first > 0 ? seen.first - 1 : 0; i + 1 < end; ++i) {
+        const double left = x.pixel(placeOf(graph, i)), right = x.pixel(placeOf(graph, i + 1));
+        const double from = std::max(left, within.left()), to = std::min(right, within.right());
+        for (Side& side : sides) {
+            const double first = y.pixel(side.bounds[i]), last = y.pixel(side.bounds[i + 1]);
+            for (const double place : {from, to}) {
+                const double height = first + (last - first) * ((place - left) / (right - left));
+                side.outline.append({place, std::clamp(height, within.top(), within.bottom())});
+            }
+        }
+        if (std::isnan(sides[0].outline.last().y()) || std::isnan(sides[1].outline.last().y())) {
+            for (Side& side : sides) {
+                side.outline.resize(side.outline.size() - 2);
+            }
+            close();
+        }
+    }
+    close();
+    return areas;
+}
+
+static bool isVector(const QCPPainter& painter) {
+    return painter.modes().testFlag(QCPPainter::pmVectorized);
+}
+
+static QPen solid(QPen pen) {
+    pen.setStyle(Qt::SolidLine);
+    return pen;
+}
+
+// As a line through the ends of all columns.
+void GraphPainting::paintOutline(QCPPainter& painter, const QPen& pen) const {
+    const QRectF within = withMargin(pane);
+    painter.setAntialiasing(true);
+    painter.setPen(solid(pen));
+    QPolygonF run;
+    for (const Stroke& stroke : strokes(1.0)) {
+        if (!stroke.connected && !run.isEmpty()) {
+            painter.drawPolyline(std::exchange(run, {}));
+        }
+        const QPointF top(stroke.left + 0.5, std::clamp(stroke.top, within.top(), within.bottom()));
+        const QPointF bottom(top.x(), std::clamp(stroke.bottom, within.top(), within.bottom()));
+        const bool down = run.isEmpty() || std::abs(run.last().y() - top.y()) <
+                                               std::abs(run.last().y() - bottom.y());
+        run << (down ? top : bottom);
+        if (top.y() != bottom.y()) {
+            run << (down ? bottom : top);
+        }
+    }
+    painter.drawPolyline(run);
+}
+
+// In whole pixels of the device. The upper and lower ends are as pale as they cover their pixels,
+// which is smooth and costs little.
+void GraphPainting::paintStrokes(QCPPainter& painter, const QPen& pen) const {
+    const double ratio = painter.device()->devicePixelRatioF();
+    const double half = std::max(pen.widthF() * ratio, 1.0) / 2.0;
+    const int wide = std::max(1, static_cast<int>(std::lround(pen.widthF() * ratio)));
+    const double highest = (pane.top() - 2.0) * ratio, lowest = (pane.bottom() + 2.0) * ratio;
+    painter.save();
+    painter.setAntialiasing(false);
+    painter.scale(1.0 / ratio, 1.0 / ratio);
+    const auto fill = [&](int left, int top, int height, double share) {
+        QColor colour = pen.color();
+        colour.setAlphaF(colour.alphaF() * static_cast<float>(share));
+        painter.fillRect(QRect(left, top, wide, height), colour);
+    };
+    for (const Stroke& stroke : strokes(1.0 / ratio)) {
+        const double top = std::max(stroke.top * ratio - half, highest);
+        const double bottom = std::min(stroke.bottom * ratio + half, lowest);
+        if (top >= bottom) {
+            continue;
+        }
+        const int left = static_cast<int>(std::lround(stroke.left * ratio));
+        const int upper = static_cast<int>(std::ceil(top));
+        const int lower = static_cast<int>(std::floor(bottom));
+        fill(left, upper - 1, 1, upper - top);
+        fill(left, lower, 1, bottom - lower);
+        if (lower > upper) {
+            fill(left, upper, lower - upper, 1.0);
+        }
+    }
+    painter.restore();
+}
+
+void GraphPainting::paintBand(QCPPainter& painter, const QBrush& brush) const {
+    const double width = 1.0 / painter.device()->devicePixelRatioF();
+    painter.setAntialiasing(!crowded || isVector(painter));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(brush);
+    if (!crowded) {
+        for (const QPolygonF& area : bandAreas()) {
+            painter.drawPolygon(area);
+        }
+    } else {
+        for (const Stroke& stroke : bandStrokes(width)) {
+            const double top = std::max(stroke.top, pane.top() - 2.0);
+            const double bottom =
+                std::min(std::max(stroke.bottom, stroke.top + 1.0), pane.bottom() + 2.0);
+            if (top < bottom) {
+                painter.fillRect(QRectF(stroke.left, top, width, bottom - top), brush);
+            }
+        }
+    }
+    painter.setBrush(Qt::NoBrush);
+}
+
+// Lines of their own cost less than one that crosses itself; dashes go on from one to the next.
+void GraphPainting::paintLines(QCPPainter& painter, const QPen& pen) const {
+    painter.setAntialiasing(true);
+    painter.setPen(pen);
+    for (const QPolygonF& run : lines()) {
+        if (pen.style() != Qt::SolidLine || isVector(painter)) {
+            painter.drawPolyline(run);
+            continue;
+        }
+        for (qsizetype i = 1; i < run.size(); ++i) {
+            painter.drawLine(run[i - 1], run[i]);
+        }
+    }
+}
+
+void GraphPainting::paintPoints(QCPPainter& painter, const QPen& pen) const {
+    painter.setAntialiasing(true);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(pen.color());
+    const double radius = roomy ? 1.0 + pen.widthF() : pen.widthF();
+    const QRectF within = withMargin(pane);
+    for (const QPointF& point : points()) {
+        if (within.contains(point)) {
+            painter.drawEllipse(point, radius, radius);
+        }
+    }
+    painter.setBrush(Qt::NoBrush);
+}
+
+void GraphPainting::paintMark(QCPPainter& painter, const QPen& pen) const {
+    const QPointF place = point(*graph.marked);
+    if (withMargin(pane).contains(place)) {
+        painter.setAntialiasing(true);
+        painter.setPen(QPen(pen.color(), 2.0));
+        painter.drawEllipse(place, 6.0, 6.0);
+    }
+}
+
+void GraphPainting::paint(QCPPainter& painter, const QPen& pen, const QBrush& bandBrush) const {
+    if (graph.lower != nullptr && graph.upper != nullptr) {
+        paintBand(painter, bandBrush);
+    }
+    if (!dense) {
+        paintLines(painter, pen);
+    } else if (isVector(painter)) {
+        paintOutline(painter, pen);
+    } else {
+        paintStrokes(painter, pen);
+    }
+    if (!crowded) {
+        paintPoints(painter, pen);
+    }
+    if (graph.marked && *graph.marked < graph.values->size()) {
+        paintMark(painter, pen);
+    }
+}
+
+static double distance(const QPointF& point, const QLineF& line) {
+    const QPointF direction = line.p2() - line.p1();
+    const double length = QPointF::dotProduct(direction, direction);
+    const double along =
+        length > 0.0 ? QPointF::dotProduct(point - line.p1(), direction) / length : 0.0;
+    return QLineF(point, line.p1() + std::clamp(along, 0.0, 1.0) * direction).length();
+}
+
+double GraphPainting::distanceTo(const QPointF& position) const {
+    constexpr double reach = 10.0;
+    double least = std::numeric_limits<double>::infinity();
+    const auto take = [&](const QLineF& line) {
+        least = std::min(least, distance(position, line));
+    };
+    if (dense) {
+        for (const Stroke& stroke : strokes(1.0)) {
+            take({stroke.left, stroke.top, stroke.left, stroke.bottom});
+        }
+    } else {
+        for (const QPolygonF& run : lines()) {
+            for (qsizetype i = 1; i < run.size(); ++i) {
+                take({run[i - 1], run[i]});
+            }
+        }
+        for (const QPointF& point : points()) {
+            take({point, point});
+        }
+    }
+    return least <= reach ? least : -1.0;
+}
