@@ -240,6 +240,7 @@ public:
         signal.info.rate = info.rate;
         signal.info.axis = info.axis;
         signal.info.names = info.columnNames;
+        signal.info.labels = info.labels;
     }
 
     void write(const double* interleaved, std::int64_t count) override {

@@ -31,3 +31,7 @@ Figure figureOf(const SharedSignal& signal, const SharedSignal& kernel, const Ou
     figure.panes.push_back(std::move(pane));
     return figure;
 }
+
+Figure figureOf(const CompareJob& job, const std::vector<MethodOutcome>& /*outcomes*/) {
+    return figureOf({job.signal});
+}
