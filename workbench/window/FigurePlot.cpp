@@ -11,7 +11,7 @@ FigurePlot::FigurePlot(QWidget* parent) : QCustomPlot(parent) {
     QLocale numbers = QLocale::c();
     numbers.setNumberOptions(QLocale::OmitGroupSeparator);
     setLocale(numbers);
-    setNoAntialiasingOnDrag(false);
+    setAutoAddPlottableToLegend(false);
     setPlottingHint(QCP::phCacheLabels, true);
     plotLayout()->clear();
     plotLayout()->setRowSpacing(2);
@@ -73,6 +73,10 @@ void FigurePlot::addPane(std::size_t index, QCPMarginGroup& margins) {
         rect->axis(QCPAxis::atBottom)->setLabel({});
     }
     rect->setupFullAxesBox();
+    for (QCPAxis* const other : {rect->axis(QCPAxis::atTop), rect->axis(QCPAxis::atRight)}) {
+        other->setTicks(false);
+        other->setTickLabels(false);
+    }
     rects.push_back(rect);
     legends.push_back(names);
     addGraphs(pane, *rect, *names);

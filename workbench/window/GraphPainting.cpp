@@ -45,6 +45,35 @@ double GraphPainting::crossing(std::size_t sample, double column) const {
 }
 
 std::vector<GraphPainting::Stroke> GraphPainting::strokes(double width) const {
+    return crowded && graph.places.empty() && !x.isLogarithmic() ? filledStrokes(width)
+                                                                 : crossedStrokes(width);
+}
+
+// Every column has samples. It begins at the sample before them, and so with what leads to it.
+std::vector<GraphPainting::Stroke> GraphPainting::filledStrokes(double width) const {
+    const Pyramid& values = *graph.values;
+    std::vector<Stroke> columns;
+    columns.reserve(static_cast<std::size_t>(pane.width() / width) + 1);
+    std::size_t first = seen.first;
+    for (double left = pane.left(); left < pane.right(); left += width) {
+        const std::size_t next = std::max(first, samplesBefore(graph, x.coordinate(left + width)));
+        const Pyramid::Extremes own = values.extremes(first, next);
+        if (!std::isnan(own.highest)) {
+            const double before = first > 0 && !std::isnan(values[first])
+                                      ? values[first - 1]
+                                      : std::numeric_limits<double>::quiet_NaN();
+            const auto [top, bottom] =
+                heightsOf(y, std::fmin(own.lowest, before), std::fmax(own.highest, before));
+            if (!std::isnan(top)) {
+                columns.push_back({left, top, bottom, !std::isnan(before)});
+            }
+        }
+        first = next;
+    }
+    return columns;
+}
+
+std::vector<GraphPainting::Stroke> GraphPainting::crossedStrokes(double width) const {
     std::vector<Stroke> columns;
     columns.reserve(static_cast<std::size_t>(pane.width() / width) + 1);
     std::size_t first = seen.first;
@@ -211,34 +240,41 @@ void GraphPainting::paintOutline(QCPPainter& painter, const QPen& pen) const {
     painter.drawPolyline(run);
 }
 
-// In whole pixels of the device. The upper and lower ends are as pale as they cover their pixels,
-// which is smooth and costs little.
+// A column in whole pixels of the device. The ends of a short one are as pale as they cover their
+// pixels, which is smooth and costs little; of a long one that would not be seen.
+static void fillColumn(QCPPainter& painter, const QRectF& column, const QColor& colour) {
+    constexpr double isLong = 6.0;
+    const int left = static_cast<int>(std::lround(column.left()));
+    const int width = static_cast<int>(column.width());
+    if (column.height() > isLong) {
+        const int top = static_cast<int>(std::lround(column.top()));
+        const int bottom = static_cast<int>(std::lround(column.bottom()));
+        painter.fillRect(QRect(left, top, width, bottom - top), colour);
+        return;
+    }
+    const int bottom = static_cast<int>(std::ceil(column.bottom()));
+    for (int row = static_cast<int>(std::floor(column.top())); row < bottom; ++row) {
+        const double covered =
+            std::min(column.bottom(), row + 1.0) - std::max(column.top(), row + 0.0);
+        QColor pale = colour;
+        pale.setAlphaF(colour.alphaF() * static_cast<float>(covered));
+        painter.fillRect(QRect(left, row, width, 1), pale);
+    }
+}
+
 void GraphPainting::paintStrokes(QCPPainter& painter, const QPen& pen) const {
     const double ratio = painter.device()->devicePixelRatioF();
     const double half = std::max(pen.widthF() * ratio, 1.0) / 2.0;
-    const int wide = std::max(1, static_cast<int>(std::lround(pen.widthF() * ratio)));
+    const double wide = std::max(1.0, std::round(pen.widthF() * ratio));
     const double highest = (pane.top() - 2.0) * ratio, lowest = (pane.bottom() + 2.0) * ratio;
     painter.save();
     painter.setAntialiasing(false);
     painter.scale(1.0 / ratio, 1.0 / ratio);
-    const auto fill = [&](int left, int top, int height, double share) {
-        QColor colour = pen.color();
-        colour.setAlphaF(colour.alphaF() * static_cast<float>(share));
-        painter.fillRect(QRect(left, top, wide, height), colour);
-    };
     for (const Stroke& stroke : strokes(1.0 / ratio)) {
         const double top = std::max(stroke.top * ratio - half, highest);
         const double bottom = std::min(stroke.bottom * ratio + half, lowest);
-        if (top >= bottom) {
-            continue;
-        }
-        const int left = static_cast<int>(std::lround(stroke.left * ratio));
-        const int upper = static_cast<int>(std::ceil(top));
-        const int lower = static_cast<int>(std::floor(bottom));
-        fill(left, upper - 1, 1, upper - top);
-        fill(left, lower, 1, bottom - lower);
-        if (lower > upper) {
-            fill(left, upper, lower - upper, 1.0);
+        if (top < bottom) {
+            fillColumn(painter, {stroke.left * ratio, top, wide, bottom - top}, pen.color());
         }
     }
     painter.restore();

@@ -32,6 +32,8 @@ private:
     [[nodiscard]] QPointF point(std::size_t i) const;
     [[nodiscard]] double crossing(std::size_t sample, double column) const;
     [[nodiscard]] std::vector<Stroke> strokes(double width) const;
+    [[nodiscard]] std::vector<Stroke> filledStrokes(double width) const;
+    [[nodiscard]] std::vector<Stroke> crossedStrokes(double width) const;
     [[nodiscard]] std::vector<Stroke> bandStrokes(double width) const;
     [[nodiscard]] QList<QPolygonF> lines() const;
     [[nodiscard]] QList<QPointF> points() const;
