@@ -1,6 +1,7 @@
 #include "workbench/jobs/FoldJob.h"
 
 #include "host/B_BasisModule.h"
+#include "kernels/WorkWatch.h"
 #include "workbench/jobs/CommonStep.h"
 #include "workbench/jobs/Comparison.h"
 #include "workbench/jobs/Findings.h"
@@ -94,6 +95,10 @@ static SignalInfo described(const SignalReader& reader, const SignalSource& sour
 FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
                  JobObserver& jobObserver, bool intoStream)
     : job(foldJob), library(moduleLibrary), observer(jobObserver) {
+    const kernels::WorkWatch::Question goesOn = [this](double /*share*/) {
+        return observer.advances({});
+    };
+    const kernels::WorkWatch choosing(goesOn);
     const ModuleObject module = library.makeModule();
     requireFendra(*module);
     const Method& method = methodOf(job);
@@ -257,9 +262,19 @@ private:
 
 }  // namespace
 
+// Work that is stopped outside the rounds: what is left to the data was being chosen.
+static RunRecord runJob(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer,
+                        bool intoStream, const MakeWriter& makeWriter) {
+    try {
+        return FoldRun(job, library, observer, intoStream).run(makeWriter);
+    } catch (const kernels::Stopped&) {
+        throw Stopped("stopped before the module ran; nothing is written");
+    }
+}
+
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer) {
     Outcome outcome;
-    outcome.record = FoldRun(job, library, observer, false).run([&](const ResultInfo& info) {
+    outcome.record = runJob(job, library, observer, false, [&](const ResultInfo& info) {
         return std::make_unique<MemoryWriter>(outcome.result, info);
     });
     return outcome;
@@ -291,7 +306,7 @@ RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarg
     }
     const bool intoStream = holdsColumns(target.name);
     std::string lost;
-    RunRecord record = FoldRun(job, library, observer, intoStream).run([&](const ResultInfo& info) {
+    RunRecord record = runJob(job, library, observer, intoStream, [&](const ResultInfo& info) {
         lost = withoutPlace(target, info);
         return createSignal(target, info);
     });
