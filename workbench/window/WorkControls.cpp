@@ -55,7 +55,7 @@ QLineEdit* WorkControls::addFile(QFormLayout& form, const QString& label, const 
 void WorkControls::addFiles(QVBoxLayout& layout) {
     auto* const group = new QGroupBox(tr("Files"));
     auto* const form = new QFormLayout(group);
-    signalField = addFile(*form, tr("Sig&nal"), "signal", heard.opensSignal);
+    signalField = addFile(*form, tr("Si&gnal"), "signal", heard.opensSignal);
     kernelField = addFile(*form, tr("Kerne&l"), "kernel", heard.opensKernel);
     layout.addWidget(group);
 }
