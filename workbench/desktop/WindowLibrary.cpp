@@ -44,3 +44,10 @@ std::unique_ptr<Desktop> WindowLibrary::pictureDesktop(const std::string& file) 
         reinterpret_cast<decltype(&makePictureDesktop)>(library.symbol("makePictureDesktop"));
     return std::unique_ptr<Desktop>(make(file.c_str()));
 }
+
+PaintedFigure WindowLibrary::paint(const Figure& figure, const PictureOrder& order) const {
+    const auto paint = reinterpret_cast<decltype(&paintFigure)>(library.symbol("paintFigure"));
+    PaintedFigure painted;
+    paint(figure, order, painted);
+    return painted;
+}

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "workbench/figures/Figure.h"
+#include "workbench/figures/Picture.h"
 #include "workbench/system/SharedLibrary.h"
 
 #include <memory>
@@ -21,6 +23,9 @@ public:
     //   subject   added to the titles of dialogs, UTF-8 and printable; empty: nothing
     [[nodiscard]] std::unique_ptr<Desktop> windowDesktop(const std::string& subject = {}) const;
     [[nodiscard]] std::unique_ptr<Desktop> pictureDesktop(const std::string& file) const;
+
+    // Failure as paintFigure.
+    [[nodiscard]] PaintedFigure paint(const Figure& figure, const PictureOrder& order) const;
 
 private:
     SharedLibrary library;

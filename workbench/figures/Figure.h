@@ -30,10 +30,10 @@ struct FigureAxis {
 };
 
 // What the panes of a figure are, so that a window can tell them apart.
-enum class PaneKind { signals, kernel, residual, spectra, choice };
+enum class PaneKind { samples, kernel, residual, spectra, choice };
 
 struct Pane {
-    PaneKind kind = PaneKind::signals;
+    PaneKind kind = PaneKind::samples;
     std::string title;
     FigureAxis x, y;
     bool linked = false;  // to the other linked panes: they always show the same stretch of x
