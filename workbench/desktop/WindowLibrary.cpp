@@ -48,3 +48,10 @@ int WindowLibrary::openWindow(FoldBench& bench, const WindowOrder& order) const 
     const auto open = reinterpret_cast<decltype(&::openWindow)>(library.symbol("openWindow"));
     return open(bench, order);
 }
+
+PaintedFigure WindowLibrary::paint(const Figure& figure, const PictureOrder& order) const {
+    const auto paint = reinterpret_cast<decltype(&paintFigure)>(library.symbol("paintFigure"));
+    PaintedFigure painted;
+    paint(figure, order, painted);
+    return painted;
+}

@@ -2,6 +2,8 @@
 
 #include "platform/Desktop.h"
 #include "workbench/desktop/windowExports.h"
+#include "workbench/figures/Figure.h"
+#include "workbench/figures/Picture.h"
 #include "workbench/system/SharedLibrary.h"
 
 #include <memory>
@@ -25,6 +27,9 @@ public:
 
     // Opens the window in which one works, and returns the status for the process.
     [[nodiscard]] int openWindow(FoldBench& bench, const WindowOrder& order) const;
+
+    // Failure as paintFigure.
+    [[nodiscard]] PaintedFigure paint(const Figure& figure, const PictureOrder& order) const;
 
 private:
     SharedLibrary library;

@@ -133,14 +133,7 @@ static bool clip(QLineF& line, const QRectF& within) {
     return true;
 }
 
-// Around the pane is left what the widest pen needs.
-static QRectF withMargin(const QRectF& pane) {
-    constexpr double margin = 20.0;
-    return pane.adjusted(-margin, -margin, margin, margin);
-}
-
 QList<QPolygonF> GraphPainting::lines() const {
-    const QRectF within = withMargin(pane);
     QList<QPolygonF> runs;
     const std::size_t end = std::min(seen.second + 1, graph.values->size());
     const std::size_t begin = seen.first > 0 ? seen.first - 1 : 0;
@@ -148,7 +141,7 @@ QList<QPolygonF> GraphPainting::lines() const {
     for (std::size_t i = begin; i < end; ++i) {
         const QPointF next = point(i);
         QLineF line(std::exchange(before, next), next);
-        if (std::isnan(line.y1()) || std::isnan(line.y2()) || !clip(line, within)) {
+        if (std::isnan(line.y1()) || std::isnan(line.y2()) || !clip(line, pane)) {
             continue;
         }
         if (runs.isEmpty() || runs.last().last() != line.p1()) {
@@ -173,9 +166,8 @@ QList<QPointF> GraphPainting::points() const {
     return found;
 }
 
-// Upper bounds from left to right, lower ones back, without what is far outside the pane.
+// Upper bounds from left to right, lower ones back, without what is outside the pane.
 QList<QPolygonF> GraphPainting::bandAreas() const {
-    const QRectF within = withMargin(pane);
     struct Side {
         const Pyramid& bounds;
         QPolygonF outline;
@@ -190,12 +182,12 @@ QList<QPolygonF> GraphPainting::bandAreas() const {
     const std::size_t end = std::min(seen.second + 1, graph.values->size());
     for (std::size_t i = seen.first > 0 ? seen.first - 1 : 0; i + 1 < end; ++i) {
         const double left = x.pixel(placeOf(graph, i)), right = x.pixel(placeOf(graph, i + 1));
-        const double from = std::max(left, within.left()), to = std::min(right, within.right());
+        const double from = std::max(left, pane.left()), to = std::min(right, pane.right());
         for (Side& side : sides) {
             const double first = y.pixel(side.bounds[i]), last = y.pixel(side.bounds[i + 1]);
             for (const double place : {from, to}) {
                 const double height = first + (last - first) * ((place - left) / (right - left));
-                side.outline.append({place, std::clamp(height, within.top(), within.bottom())});
+                side.outline.append({place, std::clamp(height, pane.top(), pane.bottom())});
             }
         }
         if (std::isnan(sides[0].outline.last().y()) || std::isnan(sides[1].outline.last().y())) {
@@ -218,18 +210,21 @@ static QPen solid(QPen pen) {
     return pen;
 }
 
-// As a line through the ends of all columns.
+// As a line through the ends of all columns, none of it outside the pane: not every device clips.
 void GraphPainting::paintOutline(QCPPainter& painter, const QPen& pen) const {
-    const QRectF within = withMargin(pane);
     painter.setAntialiasing(true);
     painter.setPen(solid(pen));
     QPolygonF run;
     for (const Stroke& stroke : strokes(1.0)) {
-        if (!stroke.connected && !run.isEmpty()) {
+        const bool seenAtAll = stroke.top <= pane.bottom() && stroke.bottom >= pane.top();
+        if ((!stroke.connected || !seenAtAll) && !run.isEmpty()) {
             painter.drawPolyline(std::exchange(run, {}));
         }
-        const QPointF top(stroke.left + 0.5, std::clamp(stroke.top, within.top(), within.bottom()));
-        const QPointF bottom(top.x(), std::clamp(stroke.bottom, within.top(), within.bottom()));
+        if (!seenAtAll) {
+            continue;
+        }
+        const QPointF top(stroke.left + 0.5, std::clamp(stroke.top, pane.top(), pane.bottom()));
+        const QPointF bottom(top.x(), std::clamp(stroke.bottom, pane.top(), pane.bottom()));
         const bool down = run.isEmpty() || std::abs(run.last().y() - top.y()) <
                                                std::abs(run.last().y() - bottom.y());
         run << (down ? top : bottom);
@@ -322,9 +317,8 @@ void GraphPainting::paintPoints(QCPPainter& painter, const QPen& pen) const {
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.color());
     const double radius = roomy ? 1.0 + pen.widthF() : pen.widthF();
-    const QRectF within = withMargin(pane);
     for (const QPointF& point : points()) {
-        if (within.contains(point)) {
+        if (pane.contains(point)) {
             painter.drawEllipse(point, radius, radius);
         }
     }
@@ -333,7 +327,7 @@ void GraphPainting::paintPoints(QCPPainter& painter, const QPen& pen) const {
 
 void GraphPainting::paintMark(QCPPainter& painter, const QPen& pen) const {
     const QPointF place = point(*graph.marked);
-    if (withMargin(pane).contains(place)) {
+    if (pane.contains(place)) {
         painter.setAntialiasing(true);
         painter.setPen(QPen(pen.color(), 2.0));
         painter.drawEllipse(place, 6.0, 6.0);

@@ -1,9 +1,15 @@
+#include "platform/ResourceChain.h"
+#include "translations/fendra_de.qm.h"
+#include "translations/fendra_fr.qm.h"
 #include "workbench/desktop/windowExports.h"
 #include "workbench/window/PictureDesktop.h"
 #include "workbench/window/WindowDesktop.h"
 #include "workbench/window/WorkWindow.h"
 
 #include <QPalette>
+#include <QTranslator>
+
+#include <span>
 
 Desktop* makeWindowDesktop(const char* subject) {
     return new WindowDesktop(QString::fromUtf8(subject));
@@ -32,6 +38,20 @@ static void setColours(const std::string& colours) {
     QApplication::setPalette(palette);
 }
 
+// The texts of the window in the user's language.
+static void load(QTranslator& texts) {
+    const unsigned language = userLanguage();
+    const auto take = [&texts](std::span<const unsigned char> bytes) {
+        texts.load(bytes.data(), static_cast<int>(bytes.size()));
+        QApplication::installTranslator(&texts);
+    };
+    if (language == languageGerman) {
+        take(textsGerman);
+    } else if (language == languageFrench) {
+        take(textsFrench);
+    }
+}
+
 int openWindow(FoldBench& bench, const WindowOrder& order) {
     if (!order.picture.empty()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -40,6 +60,8 @@ int openWindow(FoldBench& bench, const WindowOrder& order) {
     if (!order.picture.empty()) {  // what the platform cannot do off screen is of no use to anybody
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     }
+    QTranslator texts;
+    load(texts);
     setColours(order.colours);
     WorkWindow window(bench, desktop, order);
     window.show();
