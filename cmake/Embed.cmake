@@ -3,7 +3,7 @@
 # is written anew whenever FILE changes.
 function(fendra_embed target file name)
   set(root ${CMAKE_CURRENT_SOURCE_DIR} ${ARGN})
-  list(POP_BACK root root)
+  list(GET root -1 root)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${root}/${file})
   file(READ ${root}/${file} digits HEX)
   string(REPEAT "[0-9a-f]" 32 line)

@@ -29,8 +29,7 @@ static constexpr int settlingMilliseconds = 150;
 WorkWindow::WorkWindow(FoldBench& ownBench, Desktop& moduleDesktop, const WindowOrder& order)
     : bench(ownBench),
       desktop(moduleDesktop),
-      paintsOnly(!order.picture.empty()),
-      picture(QString::fromStdString(order.picture)) {
+      paintsOnly(!order.picture.empty()) {
     setWindowTitle("Fendra");
     addCentre();
     addStatus();
@@ -46,6 +45,7 @@ WorkWindow::WorkWindow(FoldBench& ownBench, Desktop& moduleDesktop, const Window
     state.kernel = order.kernel;
     controls->setState(state);
     showIdle();
+    picture = QString::fromStdString(order.picture);
     settling.start(0);
     settling.setInterval(settlingMilliseconds);
 }

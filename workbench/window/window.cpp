@@ -42,8 +42,9 @@ static void setColours(const std::string& colours) {
 static void load(QTranslator& texts) {
     const unsigned language = userLanguage();
     const auto take = [&texts](std::span<const unsigned char> bytes) {
-        texts.load(bytes.data(), static_cast<int>(bytes.size()));
-        QApplication::installTranslator(&texts);
+        if (texts.load(bytes.data(), static_cast<int>(bytes.size()))) {
+            QApplication::installTranslator(&texts);
+        }
     };
     if (language == languageGerman) {
         take(textsGerman);
