@@ -1,8 +1,8 @@
 #include "workbench/jobs/CompareJob.h"
 
 #include "kernels/WorkWatch.h"
-#include "workbench/analysis/Spectrum.h"
 #include "workbench/jobs/JoinedJobs.h"
+#include "workbench/jobs/predictedSignal.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/module/ModuleLibrary.h"
@@ -45,33 +45,13 @@ static double roughnessOf(const Signal& signal) {
     return squares == 0.0 ? 0.0 : std::sqrt(differences / squares);
 }
 
-// What a channel of the result predicts for the signal.
-static std::vector<double> modelOf(const CompareJob& job, const MethodOutcome& outcome,
-                                   int channel) {
-    const Signal &result = outcome.result, &kernel = *job.kernel;
-    const std::size_t room = job.pad ? static_cast<std::size_t>(kernel.info.samples) - 1 : 0;
-    std::vector<double> samples = channelOf(result, channel);
-    const std::size_t length = samples.size();
-    samples.resize(length + room);
-    std::vector<double> taps = channelOf(kernel, channel);
-    taps.resize(std::min(taps.size(), samples.size()));
-    std::vector<double> model = periodicConvolution(samples, taps);
-    const bool stays = job.treatment.origin.kind == Origin::Kind::none;
-    const std::optional<Movement>& moved = outcome.record.moved;
-    const std::int64_t early = stays   ? std::ssize(model) - outcome.method->lag
-                               : moved ? moved->samples - moved->lag
-                                       : 0;
-    std::rotate(model.data(), model.data() + early % std::ssize(model),
-                model.data() + model.size());
-    model.resize(length);
-    return model;
-}
-
 static double misfitOf(const CompareJob& job, const MethodOutcome& outcome) {
     Signal model = outcome.result;
     const auto width = static_cast<std::size_t>(model.info.channels);
     for (std::size_t c = 0; c < width; ++c) {
-        const std::vector<double> samples = modelOf(job, outcome, static_cast<int>(c));
+        const int channel = static_cast<int>(c);
+        const std::vector<double> samples = predictedSignal(
+            channelOf(outcome.result, channel), channelOf(*job.kernel, channel), outcome.record);
         for (std::size_t i = 0; i < samples.size(); ++i) {
             model.interleaved[i * width + c] = samples[i];
         }

@@ -260,6 +260,26 @@ private:
     Signal& signal;
 };
 
+// Writes a result, and collects it.
+class CopyingWriter final : public SignalWriter {
+public:
+    CopyingWriter(std::unique_ptr<SignalWriter> target, Signal& copy, const ResultInfo& info)
+        : writer(std::move(target)), collector(copy, info) {}
+
+    void write(const double* interleaved, std::int64_t count) override {
+        writer->write(interleaved, count);
+        collector.write(interleaved, count);
+    }
+    void flush() override { writer->flush(); }
+    void finish(const std::vector<std::string>& closingNotes) override {
+        writer->finish(closingNotes);
+    }
+
+private:
+    std::unique_ptr<SignalWriter> writer;
+    MemoryWriter collector;
+};
+
 }  // namespace
 
 // Work that is stopped outside the rounds: what is left to the data was being chosen.
@@ -296,7 +316,7 @@ static void remarkOnFullScale(RunRecord& record) {
 }
 
 RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
-              JobObserver& observer) {
+              JobObserver& observer, Signal* copy) {
     if (job.treatment.uncertainty && !holdsColumns(target.name)) {
         throw Failure(
             fmt::format("{}: the bounds of --uncertainty are columns, which sound does not hold; "
@@ -308,7 +328,9 @@ RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarg
     std::string lost;
     RunRecord record = runJob(job, library, observer, intoStream, [&](const ResultInfo& info) {
         lost = withoutPlace(target, info);
-        return createSignal(target, info);
+        std::unique_ptr<SignalWriter> writer = createSignal(target, info);
+        return copy == nullptr ? std::move(writer)
+                               : std::make_unique<CopyingWriter>(std::move(writer), *copy, info);
     });
     record.output = target.name;
     if (!lost.empty()) {

@@ -60,5 +60,6 @@ struct Outcome {
 //             with NaN or infinity or of zeros alone, a target that cannot be written. Stopped,
 //             by the observer before there was a result. Nothing is written then.
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer);
+// copy: also takes the result, in memory; null: nothing does.
 RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,
-              JobObserver& observer);
+              JobObserver& observer, Signal* copy = nullptr);

@@ -52,6 +52,7 @@ struct RunRecord {
     std::optional<TruthError> error;
     std::vector<std::string> remarks;  // why the result may not be what was wanted
     std::optional<Movement> moved;
+    bool stays = false;  // the result was to stay as the module gives it
     std::optional<ChoiceRecord> choice;
     std::optional<UncertaintyRecord> uncertainty;
     std::optional<GainRecord> gain;
@@ -62,6 +63,9 @@ struct RunRecord {
     // Comment lines of a text result: known before the run, and known after it.
     [[nodiscard]] std::vector<std::string> openingNotes() const;
     [[nodiscard]] std::vector<std::string> closingNotes() const;
+    // Of these, what was chosen and done to the signals, and what the result is worth.
+    [[nodiscard]] std::vector<std::string> treatmentLines() const;
+    [[nodiscard]] std::vector<std::string> judgementLines() const;
     // For people: a few lines.
     [[nodiscard]] std::string summary() const;
     // For programs: one JSON object. Its keys are the same in every language.
@@ -69,8 +73,6 @@ struct RunRecord {
 
 private:
     [[nodiscard]] std::string work() const;
-    [[nodiscard]] std::vector<std::string> treatmentLines() const;
-    [[nodiscard]] std::vector<std::string> judgementLines() const;
 };
 
 // "44580 samples in 3 channels, 16000 Hz"; of 0 samples, "samples as they come".

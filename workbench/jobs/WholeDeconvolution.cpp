@@ -86,6 +86,7 @@ void WholeDeconvolution::describe(RunRecord& record) const {
     record.samples = deconvolution->samples();
     record.rounds = 1;
     record.moved = deconvolution->movement();
+    record.stays = job.treatment.origin.kind == Origin::Kind::none;
     record.choice = choice.record;
     record.remarks = choice.warnings;
     if (record.choice && job.wordsWith) {

@@ -22,7 +22,7 @@ constexpr std::array<Look, 7> roleLooks = {{{0x9aa3ad, 0x78828e},
                                             {0xb9a14a, 0xd8c878, Qt::DotLine, 1.6},
                                             {0x12357f, 0x9cc4ff, Qt::SolidLine, 1.6}}};
 
-// Further graphs of one role: neighbours are far apart in lightness.
+// Further graphs of a role: neighbours are far apart in lightness. Each role starts elsewhere.
 constexpr std::array<Look, 7> variantLooks = {{{0xe08a3c, 0xb5651d},
                                                {0x2d5a27, 0xb6e3a8},
                                                {0xc77fb6, 0x9a4f8a},
@@ -32,9 +32,12 @@ constexpr std::array<Look, 7> variantLooks = {{{0xe08a3c, 0xb5651d},
                                                {0x8f9a2c, 0x6f7a22, Qt::DashLine}}};
 
 static const Look& lookOf(GraphRole role, int variant) {
+    const auto row = static_cast<std::size_t>(role);
+    constexpr std::size_t apart = 3;
     return variant == 0
-               ? roleLooks.at(static_cast<std::size_t>(role))
-               : variantLooks.at(static_cast<std::size_t>(variant - 1) % variantLooks.size());
+               ? roleLooks.at(row)
+               : variantLooks.at((static_cast<std::size_t>(variant - 1) + apart * row) %
+                                 variantLooks.size());
 }
 
 QPen PlotColours::pen(GraphRole role, int variant) const {
