@@ -71,7 +71,3 @@ Figure figureOf(const CompareJob& job, const std::vector<MethodOutcome>& outcome
     }
     return figure.figure(nullptr);
 }
-
-Figure figureOf(const CompareJob& job, const std::vector<MethodOutcome>& /*outcomes*/) {
-    return figureOf({job.signal});
-}

@@ -40,6 +40,9 @@ void WorkPlot::show(const Figure& newFigure) {
     clearItems();
     setFigure(std::make_shared<const Figure>(inPersonsLanguage(newFigure)));
     addCursors();
+    if (paneCount() > 1) {  // what it is all about; a title stands above each pane
+        plotLayout()->setRowStretchFactor(1, 2.0);
+    }
     if (heightsFollow) {
         for (std::size_t i = 0; i < paneCount(); ++i) {
             fitHeight(i);

@@ -31,8 +31,84 @@
 <context>
     <name>Figure</name>
     <message>
-        <source>signal</source>
+        <source>Signal</source>
         <translation>Signal</translation>
+    </message>
+    <message>
+        <source>Signals</source>
+        <translation>Signale</translation>
+    </message>
+    <message>
+        <source>Signal and result</source>
+        <translation>Signal und Ergebnis</translation>
+    </message>
+    <message>
+        <source>Residual: result convolved with the kernel, less signal</source>
+        <translation>Residuum: Ergebnis mit dem Kern gefaltet, weniger Signal</translation>
+    </message>
+    <message>
+        <source>Kernel</source>
+        <translation>Kern</translation>
+    </message>
+    <message>
+        <source>Spectra</source>
+        <translation>Spektren</translation>
+    </message>
+    <message>
+        <source>Choice of the number of steps</source>
+        <translation>Wahl der Anzahl der Schritte</translation>
+    </message>
+    <message>
+        <source>Choice of the strength</source>
+        <translation>Wahl der Stärke</translation>
+    </message>
+    <message>
+        <source>sample</source>
+        <translation>Abtastwert</translation>
+    </message>
+    <message>
+        <source>time (s)</source>
+        <translation>Zeit (s)</translation>
+    </message>
+    <message>
+        <source>cycles per sample</source>
+        <translation>Perioden je Abtastwert</translation>
+    </message>
+    <message>
+        <source>frequency (Hz)</source>
+        <translation>Frequenz (Hz)</translation>
+    </message>
+    <message>
+        <source>magnitude</source>
+        <translation>Betrag</translation>
+    </message>
+    <message>
+        <source>value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>strength</source>
+        <translation>Stärke</translation>
+    </message>
+    <message>
+        <source>criterion</source>
+        <translation>Kriterium</translation>
+    </message>
+    <message>
+        <source>result</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>noise</source>
+        <translation>Rauschen</translation>
+    </message>
+    <message>
+        <source>known</source>
+        <translation>bekannt</translation>
     </message>
 </context>
 <context>
