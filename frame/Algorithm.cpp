@@ -10,6 +10,36 @@
 #include <iterator>
 #include <numeric>
 
+namespace {
+
+// Passes the questions within a run on to the observer of its thread.
+class Questions {
+public:
+    // Without an observer the algorithm object asks nothing.
+    template <typename Algorithm>
+    Questions(Algorithm& algorithm, Pass& runPass) : pass(runPass) {
+        if (observer != nullptr) {
+            algorithm.within = [this](double share) { return ask(share); };
+        }
+    }
+
+    RunObserver* const observer = RunObserver::current();
+    RunPart part = {0.0, 0, 0};
+
+private:
+    // An observer that throws stops the run.
+    bool ask(double share) {
+        part.share = share;
+        pass.stopped = true;
+        pass.stopped = !observer->within(part);
+        return !pass.stopped;
+    }
+
+    Pass& pass;
+};
+
+}  // namespace
+
 // Runs an algorithm object on the signals of a pass.
 template <typename Unfolder>
 static int unfold(Unfolder& unfolder, Pass& pass) {
@@ -31,23 +61,29 @@ static int fold(const FoldSettings& settings, Pass& pass) {
     if (isNoFoldMode(settings, pass)) {
         return 0;
     }
-    return FoldEngine().fold(pass.first.samples.get(), pass.first.length, pass.second.samples.get(),
-                             pass.second.length, pass.result.samples.get(), pass.result.length,
-                             settings.method);
+    FoldEngine engine;
+    const Questions questions(engine, pass);
+    return engine.fold(pass.first.samples.get(), pass.first.length, pass.second.samples.get(),
+                       pass.second.length, pass.result.samples.get(), pass.result.length,
+                       settings.method);
 }
 
 static int unfoldSpectrally(const FoldSettings& /*settings*/, Pass& pass) {
     SpectralUnfolder unfolder;
+    const Questions questions(unfolder, pass);
     return unfold(unfolder, pass);
 }
 
 static int unfoldByIteration(const FoldSettings& settings, Pass& pass) {
     VanCittertUnfolder unfolder(settings.convergence, settings.maxIterations, settings.abortAtError,
                                 settings.errorValue, settings.abortAtMinError);
-    if (RunObserver* const observer = RunObserver::current()) {
-        unfolder.keepGoing = [observer, most = settings.maxIterations](std::uint32_t loop,
-                                                                       double error) {
-            return observer->afterStep({loop, most, error});
+    Questions questions(unfolder, pass);
+    questions.part = {0.0, 1, settings.maxIterations};
+    if (questions.observer != nullptr) {
+        unfolder.keepGoing = [&](std::uint32_t loop, double error, const double* estimate) {
+            questions.part.loop = loop;
+            return questions.observer->afterStep(
+                {loop, settings.maxIterations, error, estimate, pass.result.length});
         };
     }
     const int outcome = unfold(unfolder, pass);
@@ -72,6 +108,7 @@ static bool hasKernelWithoutEnergy(const FoldSettings& /*settings*/, const Pass&
 
 static int unfoldByFilter(const FoldSettings& settings, Pass& pass) {
     PseudoInverseUnfolder unfolder(scalingKind(settings.scaling));
+    const Questions questions(unfolder, pass);
     const int outcome = unfold(unfolder, pass);
     if (outcome > 0) {
         pass.extraValues[0] = unfolder.zeroDeviation;

@@ -83,6 +83,10 @@ static int runAlgorithm(const FoldSettings& settings, Pass& pass) {
     if (algorithm->run(settings, pass) > 0) {
         return ProcessCode::done;
     }
+    if (pass.stopped) {
+        RunObserver::reportFailure(RunFailure::stopped);
+        return ProcessCode::failed;
+    }
     RunObserver::reportFailure(algorithm->refuses(settings, pass) ? RunFailure::refused
                                                                   : RunFailure::memoryExhausted);
     return algorithm->resultCounts ? ProcessCode::failed : ProcessCode::done;

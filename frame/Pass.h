@@ -19,4 +19,5 @@ struct Pass {
     SampleArray second;
     SampleArray first;
     double extraValues[2] = {0.0, 0.0};  // of methods that give scalars
+    bool stopped = false;                // by the observer, within the run
 };

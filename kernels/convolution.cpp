@@ -1,5 +1,6 @@
 #include "kernels/convolution.h"
 
+#include "kernels/WorkWatch.h"
 #include "kernels/vectors.h"
 
 #include <algorithm>
@@ -89,7 +90,8 @@ template <int lanes, int vectors>
 // Outputs n0 .. n0 + count - 1.
 template <int lanes>
 [[gnu::always_inline]] static inline void convolveBlock(const double* w, const double* b, int S,
-                                                        int count, double* result) {
+                                                        int count, double* result,
+                                                        WorkCount& work) {
     constexpr int vectors = lanes == 8 ? 16 : 8;
     OutputBlock<lanes> block;
     const int wholeTerms = S - S % lanes;
@@ -106,6 +108,7 @@ template <int lanes>
         for (; n < count; n += lanes) {
             addTerms<lanes, 1>(block, b + k, terms, n);
         }
+        work.add(static_cast<double>(count) * terms);
     }
     for (int k = wholeTerms; k < S; ++k) {
         for (int n = 0; n < count; ++n) {
@@ -118,8 +121,9 @@ template <int lanes>
 template <int lanes>
 [[gnu::always_inline]] static inline void convolveBlocks(const double* w, const double* b, int L,
                                                          int S, double* result) {
+    WorkCount work(static_cast<double>(L) * S);
     for (int n = 0; n < L; n += blockOutputs) {
-        convolveBlock<lanes>(w + n, b, S, std::min(blockOutputs, L - n), result + n);
+        convolveBlock<lanes>(w + n, b, S, std::min(blockOutputs, L - n), result + n, work);
     }
 }
 
@@ -155,9 +159,10 @@ template <int lanes>
 [[gnu::always_inline]] static inline void convolveCausalBlocks(const double* x, const double* y,
                                                                int N, double* result) {
     constexpr int blockLength = 128;
+    WorkCount work(0.5 * N * N);
     for (int n = 0; n < N; n += blockLength) {
         const int end = std::min(n + blockLength, N);
-        convolveBlock<lanes>(x, y, n + 1, end - n, result + n);
+        convolveBlock<lanes>(x, y, n + 1, end - n, result + n, work);
         addLastTerms<lanes>(x, y, n, end, result);
     }
 }

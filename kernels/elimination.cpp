@@ -1,5 +1,6 @@
 #include "kernels/elimination.h"
 
+#include "kernels/WorkWatch.h"
 #include "kernels/product.h"
 #include "kernels/vectors.h"
 
@@ -47,7 +48,9 @@ template <int lanes>
 [[gnu::always_inline]] static inline void findAllScales(const double* a, int n, double* scales,
                                                         bool* found) {
     *found = false;
+    WorkCount work(WorkCount::unknown);
     for (int i = 0; i < n; ++i) {
+        work.add(WorkCount::element * n);
         const double largest = largestIn<lanes>(a + std::ptrdiff_t{n} * i, n);
         if (largest == 0.0) {
             return;
@@ -235,6 +238,8 @@ template <int lanes>
 [[gnu::always_inline]] static inline void eliminatePanels(const Elimination& e) {
     for (int q = 1; e.edge(q - 1) < e.n; ++q) {
         const int first = e.edge(q - 1), cols = e.edge(q) - first;
+        const double left = 1.0 - static_cast<double>(first) / e.n;
+        const WorkPart soFar(1.0 - left * left * left, 1.0 - left * left * left);
         e.scales != nullptr ? eliminatePanel<lanes>(e, first, cols)
                             : eliminatePanelInOrder<lanes>(e, first, cols);
         const int s = powerOfTwoIn(q);

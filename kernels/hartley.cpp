@@ -1,5 +1,6 @@
 #include "kernels/hartley.h"
 
+#include "kernels/WorkWatch.h"
 #include "kernels/hartleyTwiddles.h"
 #include "kernels/shuffles.h"
 #include "kernels/vectors.h"
@@ -326,7 +327,9 @@ template <int lanes>
 template <int lanes>
 [[gnu::always_inline]] static inline void joinPasses(double* f, int n, int k) {
     constexpr int length = TwiddleRun::longest;
+    WorkCount work(WorkCount::unknown);
     for (; k < log2Of(n); k += 2) {
+        work.add(WorkCount::element * n);
         TwiddleRecursion ends(k - log2Of(length));
         for (int first = 0; first < 1 << (k - 1); first += length) {
             TwiddleRun run;

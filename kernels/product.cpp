@@ -1,5 +1,6 @@
 #include "kernels/product.h"
 
+#include "kernels/WorkWatch.h"
 #include "kernels/vectors.h"
 
 #include <algorithm>
@@ -140,10 +141,14 @@ template <int lanes, Sign sign>
                                                     int rows, int depth, int cols,
                                                     Block<double> c) {
     Panel<lanes> panel;
+    WorkCount work(static_cast<double>(rows) * depth * cols);
     for (int k = 0; k < depth; k += blockDepth) {
+        const int terms = std::min(blockDepth, depth - k);
         for (int i = 0; i < rows; i += blockRows) {
-            addStrips<lanes, sign>(panel, a.from(i, k), b.from(k, 0), std::min(blockRows, rows - i),
-                                   std::min(blockDepth, depth - k), cols, c.from(i, 0));
+            const int count = std::min(blockRows, rows - i);
+            addStrips<lanes, sign>(panel, a.from(i, k), b.from(k, 0), count, terms, cols,
+                                   c.from(i, 0));
+            work.add(static_cast<double>(count) * terms * cols);
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "kernels/radix2.h"
 
+#include "kernels/WorkWatch.h"
 #include "kernels/radix2Twiddles.h"
 #include "kernels/shuffles.h"
 #include "kernels/trigonometry.h"
@@ -269,9 +270,11 @@ template <int lanes>
     while (size > 1 << 16) {
         size /= 4;
     }
+    WorkCount work(WorkCount::unknown);
     for (int half = 8; half < n; half = size, size = n) {
         const double scale = sign == 1.0 && size == n ? 1.0 / n : 1.0;
         for (int block = 0; block < n; block += size) {
+            work.add(WorkCount::element * size);
             passes<lanes>(re + block, im + block, size, half, sign, scale);
         }
     }

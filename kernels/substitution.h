@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kernels/Block.h"
+#include "kernels/WorkWatch.h"
 #include "kernels/arithmetic.h"
 
 #include <cstddef>
@@ -29,6 +30,7 @@ void substitute(const T* a, int n, Block<T> b, int count) {
         }
         return element;
     };
+    WorkCount work(WorkCount::unknown);
     for (; count > 0; --count, b = b.from(0, 1)) {
         int first = 0;
         while (first < n && *b.row(first) == T(0)) {
@@ -36,9 +38,11 @@ void substitute(const T* a, int n, Block<T> b, int count) {
         }
         for (int i = first; i < n; ++i) {
             *b.row(i) = reduced(i, first, i);
+            work.add(WorkCount::element * i);
         }
         for (int i = n - 1; i >= 0; --i) {
             *b.row(i) = quotient(reduced(i, i + 1, n), a[std::ptrdiff_t{n} * i + i]);
+            work.add(WorkCount::element * (n - i));
         }
     }
 }

@@ -2,12 +2,11 @@
 
 #include "kernels/convolution.h"
 #include "kernels/spectra.h"
-#include "transform/FourierTransform.h"
+#include "signal/transformThird.h"
+#include "signal/watched.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <new>
-#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -28,11 +27,10 @@ static void foldInFrequency(const double* a, int L, const double* b, int S, doub
     std::copy_n(a, L, aRe.data());
     std::copy_n(b, S, bRe.data());
 
-    FourierTransform fourier;
-    fourier.transform(aRe.data(), aIm.data(), L, -1);
-    fourier.transform(bRe.data(), bIm.data(), L, -1);
+    transformThird(0, aRe, aIm, -1);
+    transformThird(1, bRe, bIm, -1);
     kernels::multiplySpectra(aRe.data(), aIm.data(), bRe.data(), bIm.data(), L);
-    fourier.transform(aRe.data(), aIm.data(), L, +1);
+    transformThird(2, aRe, aIm, +1);
 
     double* end = std::copy_n(aRe.data(), L, result);
     std::fill(end, result + resultLength, 0.0);
@@ -47,16 +45,11 @@ int FoldEngine::fold(const double* first, int firstLength, const double* second,
     if (resultLength < firstLength) {
         return 0;
     }
-    try {
+    return watched(within, [&] {
         if (mode == 0) {
             foldInTime(first, firstLength, second, secondLength, result);
         } else if (mode == 1) {
             foldInFrequency(first, firstLength, second, secondLength, result, resultLength);
         }
-    } catch (const std::bad_alloc&) {
-        return 0;
-    } catch (const std::length_error&) {  // a size beyond what vectors hold
-        return 0;
-    }
-    return 1;
+    });
 }

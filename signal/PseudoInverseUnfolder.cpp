@@ -1,16 +1,17 @@
 #include "signal/PseudoInverseUnfolder.h"
 
+#include "kernels/WorkWatch.h"
 #include "kernels/convolution.h"
 #include "matrix/SquareMatrix.h"
 #include "matrix/Vector.h"
 #include "signal/FoldEngine.h"
+#include "signal/watched.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <new>
-#include <stdexcept>
 #include <vector>
 
 // Row 0: the autocorrelation of the kernel h, without wrapping round, which is what h and h
@@ -21,7 +22,9 @@ static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, const 
     double* lags = R.rowTable[0];
     kernels::convolveCausal(backwards, h, N, lags);
     std::reverse(lags, lags + N);
+    kernels::WorkCount work(kernels::WorkCount::unknown);
     for (int i = 1; i < N; ++i) {
+        work.add(kernels::WorkCount::element * N);
         R.rowTable[i][0] = lags[i];
         std::copy_n(R.rowTable[i - 1], N - 1, R.rowTable[i] + 1);
     }
@@ -77,6 +80,7 @@ static double deviationOfZeros(const std::vector<double>& c, int N) {
 }
 
 // f becomes the solution of the normal equations. false: no memory, or a kernel without any energy.
+// Nearly all of the work of a run is in the elimination, so its share is that of the run.
 static bool solveNormalEquations(const double* h, int N, Vector<double>& f) {
     SquareMatrix<double> R(N);
     Vector<int> pivots;
@@ -84,7 +88,10 @@ static bool solveNormalEquations(const double* h, int N, Vector<double>& f) {
         return false;
     }
     std::reverse_copy(h, h + N, f.dataBlock);
-    fillAutocorrelation(R, h, f.dataBlock, N);
+    {
+        const kernels::WorkPart before(0.0, 0.0);
+        fillAutocorrelation(R, h, f.dataBlock, N);
+    }
     return R.luDecompose(pivots) == 1 && R.luSolve(f, pivots) == 1;
 }
 
@@ -97,12 +104,15 @@ int PseudoInverseUnfolder::unfold(const double* signal, int signalLength, const 
     if (N == 0) {
         return 1;
     }
-    try {
+    bool solved = false;
+    const int done = watched(within, [&] {
         std::vector<double> c(2 * static_cast<std::size_t>(N) - 1);
         Vector<double> f;
-        if (!solveNormalEquations(kernel, N, f)) {
-            return 0;
+        solved = solveNormalEquations(kernel, N, f);
+        if (!solved) {
+            return;
         }
+        const kernels::WorkPart after(1.0, 1.0);
         makePseudoIdentity(f.dataBlock, kernel, N, c);
         const double factor = scalingFactor(scalingKind, f.dataBlock, N, c);
         if (factor != 1.0) {
@@ -110,14 +120,10 @@ int PseudoInverseUnfolder::unfold(const double* signal, int signalLength, const 
             makePseudoIdentity(f.dataBlock, kernel, N, c);
         }
         if (FoldEngine().fold(f.dataBlock, N, signal, N, result, N, 0) != 1) {
-            return 0;
+            throw std::bad_alloc();
         }
         zeroDeviation = deviationOfZeros(c, N);
         oneDeviation = 1.0 - c[static_cast<std::size_t>(N) - 1];
-    } catch (const std::bad_alloc&) {
-        return 0;
-    } catch (const std::length_error&) {  // a size beyond what vectors hold
-        return 0;
-    }
-    return 1;
+    });
+    return done == 1 && solved ? 1 : 0;
 }

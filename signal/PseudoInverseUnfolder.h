@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 // Deconvolution by a pseudo-inverse filter. With h the kernel and N the common length, the filter f
 // of N samples minimises the sum of squares of
@@ -24,13 +25,19 @@ public:
     //     any other: nothing. Where the norm is 0, f and the result are infinite or not a number.
     std::int32_t scalingKind;
 
+    // Asked every few milliseconds within a run whether to go on, with the share of it that is
+    // done; empty: always. Where the answer is false, or the question throws, the run ends by 0.
+    // Without it, who watches the caller's work is asked (kernels/WorkWatch.h).
+    std::function<bool(double share)> within;
+
     explicit PseudoInverseUnfolder(std::int32_t kind) : scalingKind(kind) {}
     virtual ~PseudoInverseUnfolder() = default;
 
     // All three lengths are equal.
     //   returns   1: done; also at the length 0, which writes nothing.
-    //             0: lengths differ, the kernel's autocorrelation is all zero, or memory is
-    //             exhausted. Neither result nor deviations written.
+    //             0: lengths differ, the kernel's autocorrelation is all zero, memory is
+    //             exhausted, or stopped. Neither result nor deviations written, except that a run
+    //             which is stopped late has begun to write the result.
     int unfold(const double* signal, int signalLength, const double* kernel, int kernelLength,
                double* result, int resultLength);
 };

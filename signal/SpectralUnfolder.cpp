@@ -1,11 +1,10 @@
 #include "signal/SpectralUnfolder.h"
 
-#include "transform/FourierTransform.h"
+#include "signal/transformThird.h"
+#include "signal/watched.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <new>
-#include <stdexcept>
 #include <vector>
 
 // Y becomes Y conj(H) / |H|^2. Where H is 0 the stand-in denominator leaves 0: the numerator is 0
@@ -30,11 +29,10 @@ static void divideSpectra(const double* signal, int signalLength, const double* 
     std::copy_n(signal, signalLength, yRe.data());
     std::copy_n(kernel, kernelLength, hRe.data());
 
-    FourierTransform fourier;
-    fourier.transform(yRe.data(), yIm.data(), P, -1);
-    fourier.transform(hRe.data(), hIm.data(), P, -1);
+    transformThird(0, yRe, yIm, -1);
+    transformThird(1, hRe, hIm, -1);
     divide(yRe.data(), yIm.data(), hRe.data(), hIm.data(), P);
-    fourier.transform(yRe.data(), yIm.data(), P, +1);
+    transformThird(2, yRe, yIm, +1);
 
     double* end = std::copy_n(yRe.data(), std::min(resultLength, P), result);
     std::fill(end, result + resultLength, 0.0);
@@ -42,12 +40,7 @@ static void divideSpectra(const double* signal, int signalLength, const double* 
 
 int SpectralUnfolder::unfold(const double* signal, int signalLength, const double* kernel,
                              int kernelLength, double* result, int resultLength) {
-    try {
+    return watched(within, [&] {
         divideSpectra(signal, signalLength, kernel, kernelLength, result, resultLength);
-    } catch (const std::bad_alloc&) {
-        return 0;
-    } catch (const std::length_error&) {  // a size beyond what vectors hold
-        return 0;
-    }
-    return 1;
+    });
 }

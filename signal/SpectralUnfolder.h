@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 // Deconvolution by division of spectra. With P the longer of the two lengths, both operands padded
 // with zeros to P and transformed to Y and H,
 //     X[i] = Y[i] conj(H[i]) / |H[i]|^2,
@@ -11,11 +13,16 @@ class SpectralUnfolder {
 public:
     virtual ~SpectralUnfolder() = default;
 
+    // Asked every few milliseconds within a run whether to go on, with the share of it that is
+    // done; empty: always. Where the answer is false, or the question throws, the run ends by 0.
+    // Without it, who watches the caller's work is asked (kernels/WorkWatch.h).
+    std::function<bool(double share)> within;
+
     // signal: measured signal, numerator; kernel: denominator. Lengths are not negative and may
     // differ in either direction; the two never change roles.
     //   result    caller's array of resultLength samples, apart from both operands: the first
     //             resultLength samples of x, 0.0 beyond P.
-    //   returns   1: done. 0: memory exhausted, nothing written.
+    //   returns   1: done. 0: memory exhausted, or stopped; nothing written.
     int unfold(const double* signal, int signalLength, const double* kernel, int kernelLength,
                double* result, int resultLength);
 };

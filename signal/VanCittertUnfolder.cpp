@@ -1,11 +1,13 @@
 #include "signal/VanCittertUnfolder.h"
 
+#include "kernels/WorkWatch.h"
 #include "signal/FoldEngine.h"
+#include "signal/watched.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <new>
-#include <stdexcept>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -31,10 +33,14 @@ public:
 
     // Makes the next estimate on trial, and gives its error.
     double step(double convergence) {
-        convolve(residual, reversedKernel.data(), trial);
+        {
+            const kernels::WorkPart firstHalf(0.0, 0.5);
+            convolve(residual, reversedKernel.data(), trial);
+        }
         for (std::size_t i = 0; i < trial.size(); ++i) {
             trial[i] = trial[i] * convergence + estimate[i];
         }
+        const kernels::WorkPart secondHalf(0.5, 1.0);
         return errorOf(trial);
     }
 
@@ -77,26 +83,52 @@ VanCittertUnfolder::VanCittertUnfolder(double stepFactor, std::uint32_t largestL
       errorValue(smallEnoughError),
       abortAtMinError(stopAtMinError) {}
 
+// Of the first step; the start takes one convolution, and a step two.
+static constexpr double startShare = 1.0 / 3.0;
+
 // Whoever watches may throw: a run that has an estimate is not lost by that.
-static bool isToStop(const VanCittertUnfolder& settings, std::uint32_t loop, double error) {
+static bool isToStop(const VanCittertUnfolder& settings, std::uint32_t loop, double error,
+                     const VanCittertRun& run) {
     if (!settings.keepGoing) {
         return false;
     }
     try {
-        return !settings.keepGoing(loop, error);
+        return !settings.keepGoing(loop, error, run.result().data());
     } catch (...) {
         return true;
+    }
+}
+
+// The next step's error; none: stopped, and the estimate before stands. Before the first step there
+// is none that would.
+static std::optional<double> nextError(const VanCittertUnfolder& settings, VanCittertRun& run,
+                                       std::uint32_t loopCount) {
+    const kernels::WorkPart step(loopCount == 1 ? startShare : 0.0, 1.0);
+    try {
+        return run.step(settings.convergence);
+    } catch (const kernels::Stopped&) {
+        if (loopCount == 1) {
+            throw;
+        }
+        return std::nullopt;
     }
 }
 
 // Comparisons are turned so that an error that is not a number is not greater than anything.
 static void iterate(const VanCittertUnfolder& settings, VanCittertRun& run, double& lastError,
                     std::uint32_t& loopCount) {
-    lastError = run.startError();
+    {
+        const kernels::WorkPart start(0.0, startShare);
+        lastError = run.startError();
+    }
     loopCount = 1;
     bool stop = settings.maxIterations < 2;
     while (!stop) {
-        const double error = run.step(settings.convergence);
+        const std::optional<double> next = nextError(settings, run, loopCount);
+        if (!next) {
+            return;
+        }
+        const double error = *next;
         const bool raised = settings.abortAtMinError != 0 && error > lastError;
         if (!raised) {
             run.accept();
@@ -104,7 +136,7 @@ static void iterate(const VanCittertUnfolder& settings, VanCittertRun& run, doub
             lastError = error;
         }
         const bool reached = settings.abortAtError != 0 && !(error > settings.errorValue);
-        stop = raised || isToStop(settings, loopCount, error) || reached ||
+        stop = raised || isToStop(settings, loopCount, error, run) || reached ||
                loopCount >= settings.maxIterations;
     }
 }
@@ -114,7 +146,7 @@ int VanCittertUnfolder::unfold(const double* signal, int signalLength, const dou
     if (signalLength < kernelLength || resultLength != signalLength) {
         return 0;
     }
-    try {
+    return watched(within, [&] {
         VanCittertRun run(signal, signalLength, kernel, kernelLength);
         double error = 0.0;
         std::uint32_t loops = 0;
@@ -122,10 +154,5 @@ int VanCittertUnfolder::unfold(const double* signal, int signalLength, const dou
         std::copy(run.result().begin(), run.result().end(), result);
         lastError = error;
         loopCount = loops;
-    } catch (const std::bad_alloc&) {
-        return 0;
-    } catch (const std::length_error&) {  // a size beyond what vectors hold
-        return 0;
-    }
-    return 1;
+    });
 }

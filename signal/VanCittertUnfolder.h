@@ -29,10 +29,15 @@ public:
     double lastError;         // error of the estimate that is the result
     std::uint32_t loopCount;  // 1 and the steps that were not dropped
 
-    // Asked after each step that is kept, with its loop count and error, whether to go on; empty:
-    // always. Where the answer is false, or the question throws, the run ends with that step's
-    // estimate, as an ordinary success. The fields above keep their places: append only.
-    std::function<bool(std::uint32_t loop, double error)> keepGoing;
+    // Asked after each step that is kept, with its loop count, error and estimate, whether to go
+    // on; empty: always. Where the answer is false, or the question throws, the run ends with that
+    // step's estimate, as an ordinary success. The fields keep their places: append only.
+    std::function<bool(std::uint32_t loop, double error, const double* estimate)> keepGoing;
+
+    // Asked every few milliseconds within a step whether to go on, with the share of it that is
+    // done; empty: always. Where the answer is false, or the question throws, the run ends with the
+    // estimate of the last step that was kept, as an ordinary success; before the first one, by 0.
+    std::function<bool(double share)> within;
 
     // The results are not set.
     VanCittertUnfolder(double stepFactor, std::uint32_t largestLoopCount, std::int32_t stopAtError,
@@ -43,7 +48,8 @@ public:
     // An error that is not a number counts as small: the step is kept, and abortAtError ends the
     // run.
     //   returns   1: done, maxIterations below 2 (the estimate is then 0) included.
-    //             0: other lengths, or memory exhausted. Neither result nor fields written.
+    //             0: other lengths, memory exhausted, or stopped before a step was kept. Neither
+    //             result nor fields written.
     int unfold(const double* signal, int signalLength, const double* kernel, int kernelLength,
                double* result, int resultLength);
 };

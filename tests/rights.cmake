@@ -13,7 +13,7 @@ set(rows
   "signal FoldEngine matrix transform kernels"
   "frame FoldModule host platform resources signal"
   "workbench/messages Failure"
-  "workbench/analysis IterationCurve transform workbench/messages"
+  "workbench/analysis IterationCurve transform kernels workbench/messages"
   "workbench/system Console workbench/messages"
   "workbench/signals SignalReader workbench/messages workbench/system"
   "workbench/files/disk OutputFile workbench/messages workbench/system workbench/signals"

@@ -188,6 +188,45 @@ TEST(FoldJob, EndsWithTheEstimateWhereItsLastIterationIsStopped) {
     EXPECT_TRUE(stopped.record.stopped && !bounded.record.stopped);
 }
 
+namespace {
+
+// Keeps the estimates of every second step.
+class Onlooker final : public JobObserver {
+public:
+    bool wantsEstimate() override { return steps++ % 2 == 0; }
+    void estimated(int channel, const std::vector<double>& samples) override {
+        estimates.emplace_back(channel, samples);
+    }
+
+    int steps = 0;
+    std::vector<std::pair<int, std::vector<double>>> estimates;
+};
+
+}  // namespace
+
+// Cut, turned and scaled as it: the estimate after the k-th step is the result of k steps.
+TEST(FoldJob, ShowsTheEstimatesThatAreWanted) {
+    FoldJob job = jobOf(FendraSettings::vanCittert, std::ldexp(1.0, 600), 2, 96);
+    job.treatment.ends = Ends::odd;
+    job.treatment.keep = Span{10.0, 70.0};
+    job.settings.maxIterations = 6;
+    for (const int oversampling : {1, 2}) {
+        job.treatment.oversampling = oversampling;
+        Onlooker onlooker;
+        run(job, fendra(), onlooker);
+        ASSERT_EQ(onlooker.estimates.size(), 5U);  // of five steps in each of two channels
+        for (const auto& [step, at] : {std::pair(1U, 0U), {3, 1}, {5, 2}}) {
+            FoldJob bounded = job;
+            bounded.settings.maxIterations = step + 1;
+            JobObserver observer;
+            const Signal expected = run(bounded, fendra(), observer).result;
+            EXPECT_EQ(onlooker.estimates[at].first, 0);
+            EXPECT_TRUE(sameBits(onlooker.estimates[at].second, channelOf(expected, 0))) << step;
+        }
+        EXPECT_EQ(onlooker.estimates[4].first, 1);
+    }
+}
+
 // Between channels, and within an iteration after which others would follow.
 TEST(FoldJob, LeavesNothingWhereItIsStoppedBeforeItsEnd) {
     const TemporaryFolder folder;

@@ -126,14 +126,16 @@ TEST(VanCittertUnfolder, IsWatchedAndStopped) {
         VanCittertUnfolder unfolder(1.0, 9, 0, 0.0, 0);
         std::uint32_t due = 2;
         double error = 0.0;
-        unfolder.keepGoing = [&](std::uint32_t loop, double stepError) {
+        Signal shown, result(20);
+        unfolder.keepGoing = [&](std::uint32_t loop, double stepError, const double* estimate) {
             EXPECT_EQ(loop, due++);
             error = stepError;
+            shown.assign(estimate, estimate + 20);
             return answer(loop);
         };
-        Signal result(20);
         EXPECT_EQ(1, unfolder.unfold(y.data(), 20, kernel.data(), 20, result.data(), 20));
         EXPECT_EQ(bits({unfolder.lastError}), bits({error}));
+        EXPECT_EQ(bits(result), bits(shown));
         return Outcome{result, unfolder.lastError, unfolder.loopCount};
     };
     const auto bounded = [&](std::uint32_t most) {

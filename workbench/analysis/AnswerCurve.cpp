@@ -1,5 +1,7 @@
 #include "workbench/analysis/AnswerCurve.h"
 
+#include "kernels/WorkWatch.h"
+
 static double robustGcv(double error, double left, double squares) {
     constexpr double g = 0.2;
     return error / (left * left) * (g + (1.0 - g) * squares);
@@ -9,7 +11,9 @@ static double robustGcv(double error, double left, double squares) {
 CurvePoint AnswerCurve::at(double parameter, const std::optional<NoiseModel>& noise) const {
     CurvePoint point{.parameter = parameter};
     double freedomLeft = 0.0;  // N - A, small where nearly everything is kept
+    kernels::WorkCount work(kernels::WorkCount::unknown);
     for (std::size_t j = 0; j < powers.signal.size(); ++j) {
+        work.add(kernels::WorkCount::element);
         const int times = powers.multiplicity(j);
         const std::complex<double> rest = left(j, parameter), phi = 1.0 - rest;
         if (powers.signal[j] != 0.0) {

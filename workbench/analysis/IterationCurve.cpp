@@ -1,5 +1,7 @@
 #include "workbench/analysis/IterationCurve.h"
 
+#include "kernels/WorkWatch.h"
+
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -7,7 +9,9 @@
 // |q|^2 = 1 + a (a - 2 cos w) with a = c |H|^2; where it is near 1, its logarithm keeps its digits.
 IterationCurve::IterationCurve(PowerSpectra powerSpectra, double convergence)
     : AnswerCurve(std::move(powerSpectra)) {
+    kernels::WorkCount work(kernels::WorkCount::unknown);
     for (std::size_t j = 0; j < spectra().kernel.size(); ++j) {
+        work.add(10.0 * kernels::WorkCount::element);
         const double a = convergence * spectra().kernel[j];
         const double w = spectra().frequency(j);
         logs.push_back(std::log1p(a * (a - 2.0 * std::cos(w))));
@@ -29,7 +33,9 @@ std::complex<double> IterationCurve::left(std::size_t j, double steps) const {
 bool IterationCurve::falls(std::int64_t step) const {
     const auto before = static_cast<double>(step - 1);
     double change = 0.0;
+    kernels::WorkCount work(kernels::WorkCount::unknown);
     for (std::size_t j = 0; j < logs.size(); ++j) {
+        work.add(2.0 * kernels::WorkCount::element);
         if (spectra().signal[j] != 0.0) {
             change += spectra().multiplicity(j) * spectra().signal[j] * power(logs[j], before) *
                       std::expm1(logs[j]);

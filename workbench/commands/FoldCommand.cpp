@@ -67,15 +67,19 @@ FoldJob FoldCommand::job(const ModuleLibrary& library) const {
     return job;
 }
 
+SignalTarget FoldCommand::target() const {
+    SignalTarget target = output.target();
+    target.lossy = options.reading().lossy;
+    return target;
+}
+
 // Where the result itself goes to standard output, what is said about it goes to standard error.
 void FoldCommand::run() const {
     checkStreams();
     const ModuleLibrary library = options.library();
     const FoldJob folding = job(library);
     Progress progress("", output.quiet);
-    SignalTarget target = output.target();
-    target.lossy = options.reading().lossy;
-    const RunRecord record = ::run(folding, library, target, progress);
+    const RunRecord record = ::run(folding, library, target(), progress);
     progress.end();
     if (json) {
         fmt::print("{}", record.json());

@@ -22,10 +22,16 @@ public:
     // Failure where the run fails, CLI::ParseError where options do not go together.
     void run() const;
 
+    // What was given, as a job, for whoever runs it otherwise. The command outlives the job.
+    [[nodiscard]] ModuleLibrary library() const { return options.library(); }
+    [[nodiscard]] FoldJob job(const ModuleLibrary& library) const;
+    [[nodiscard]] SignalTarget target() const;
+    // The options by which the files are read.
+    [[nodiscard]] std::string readingWords() const { return options.readingWords(); }
+
 private:
     void addOutput(CLI::App& command);
     void checkStreams() const;
-    [[nodiscard]] FoldJob job(const ModuleLibrary& library) const;
 
     std::string first, second, truth, curve;
     FoldOptions options;

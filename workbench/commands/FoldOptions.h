@@ -26,6 +26,7 @@ public:
     [[nodiscard]] bool deconvolves() const;
     [[nodiscard]] ModuleLibrary library() const { return input.library(); }
     [[nodiscard]] ReadOptions reading() const { return input.reading(); }
+    [[nodiscard]] std::string readingWords() const { return input.words(); }
     [[nodiscard]] const std::string& graphFile() const { return graph; }
 
     // A job without its signals. Failure if a stored graph cannot be used, CLI::ParseError where

@@ -1,12 +1,8 @@
 #include "workbench/commands/Command.h"
-#include "workbench/jobs/CompareJob.h"
+#include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
-#include "workbench/terminal/InputOptions.h"
-#include "workbench/terminal/JobsOption.h"
 #include "workbench/terminal/Progress.h"
-#include "workbench/terminal/SettingOptions.h"
-#include "workbench/terminal/TreatmentOptions.h"
 #include "workbench/terminal/comparisonText.h"
 #include "workbench/terminal/values.h"
 
@@ -15,30 +11,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <string>
-#include <vector>
-
-namespace {
-
-class CompareCommand {
-public:
-    void addTo(CLI::App& command);
-    void run() const;
-
-private:
-    [[nodiscard]] CompareJob job() const;
-
-    std::string signal, kernel, truth, output;
-    std::vector<std::string> methods = Setting::named("method").wordList();
-    SettingOptions options{FendraSettings::deconvolution};
-    TreatmentOptions treatments;
-    double rate = 0.0;  // 0: from the files
-    bool pad = false, replace = false, json = false, quiet = false;
-    InputOptions input;
-    JobsOption jobs;
-};
-
-}  // namespace
 
 // The signals are read once, for all methods.
 CompareJob CompareCommand::job() const {

@@ -1,7 +1,6 @@
 #include "workbench/desktop/WindowLibrary.h"
 
 #include "workbench/desktop/display.h"
-#include "workbench/desktop/windowExports.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
@@ -43,6 +42,11 @@ std::unique_ptr<Desktop> WindowLibrary::pictureDesktop(const std::string& file) 
     const auto make =
         reinterpret_cast<decltype(&makePictureDesktop)>(library.symbol("makePictureDesktop"));
     return std::unique_ptr<Desktop>(make(file.c_str()));
+}
+
+int WindowLibrary::openWindow(FoldBench& bench, const WindowOrder& order) const {
+    const auto open = reinterpret_cast<decltype(&::openWindow)>(library.symbol("openWindow"));
+    return open(bench, order);
 }
 
 PaintedFigure WindowLibrary::paint(const Figure& figure, const PictureOrder& order) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "workbench/desktop/windowExports.h"
 #include "workbench/figures/Figure.h"
 #include "workbench/figures/Picture.h"
 #include "workbench/system/SharedLibrary.h"
@@ -23,6 +24,9 @@ public:
     //   subject   added to the titles of dialogs, UTF-8 and printable; empty: nothing
     [[nodiscard]] std::unique_ptr<Desktop> windowDesktop(const std::string& subject = {}) const;
     [[nodiscard]] std::unique_ptr<Desktop> pictureDesktop(const std::string& file) const;
+
+    // Opens the window in which one works, and returns the status for the process.
+    [[nodiscard]] int openWindow(FoldBench& bench, const WindowOrder& order) const;
 
     // Failure as paintFigure.
     [[nodiscard]] PaintedFigure paint(const Figure& figure, const PictureOrder& order) const;

@@ -8,6 +8,13 @@ struct Figure;
 struct PaintedFigure;
 struct PictureOrder;
 
+// What a window opens with; empty: without it.
+struct WindowOrder {
+    std::string signal, kernel;  // UTF-8
+    std::string colours;         // "light", "dark", or else those of the system
+    std::string picture;         // PNG file that it is painted into, once a run has ended
+};
+
 // What fendra-window.so exports: desktops for the program to install, pictures, and the window in
 // which one works. All of Qt is in there. There is one connection of the process to the screen, so
 // one of the desktops, or the window, at a time.
@@ -32,8 +39,7 @@ extern "C" {
 [[gnu::visibility("default")]] void paintFigure(const Figure& figure, const PictureOrder& order,
                                                 PaintedFigure& painted);
 
-// Opens the window in which one works, with these files; empty: none. Returns when it is closed,
-// with the process's status. As makeWindowDesktop where the display cannot be reached.
-[[gnu::visibility("default")]] int openWindow(FoldBench& bench, const std::string& signal,
-                                              const std::string& kernel);
+// Opens the window in which one works, and returns the process's status once it is closed. Failure
+// and ends as makeWindowDesktop. With a picture no display is needed.
+[[gnu::visibility("default")]] int openWindow(FoldBench& bench, const WindowOrder& order);
 }

@@ -80,11 +80,11 @@ bool BlockRounds::read() {
     return filled > 0;
 }
 
-void BlockRounds::convolve() {
+void BlockRounds::convolve(const Around& around) {
     const std::int64_t channels = std::ssize(tails);
     if (!prepared) {
-        inParallel(width.threads, std::ssize(kernels), [this](std::int64_t kernel) {
-            kernels[static_cast<std::size_t>(kernel)]->prepare(countOf(0));
+        inParallel(width.threads, std::ssize(kernels), [&](std::int64_t kernel) {
+            around(-1, [&] { kernels[static_cast<std::size_t>(kernel)]->prepare(countOf(0)); });
         });
         prepared = true;
     }
@@ -94,8 +94,10 @@ void BlockRounds::convolve() {
         const auto channel = static_cast<std::size_t>(task % channels);
         const std::vector<double>& window = windows[windows.size() == 1 ? 0 : channel];
         const BlockConvolution& kernel = *kernels[kernels.size() == 1 ? 0 : channel];
-        pieces[static_cast<std::size_t>(task)] =
-            kernel.convolve(window.data() + block * length, countOf(block));
+        around(block, [&] {
+            pieces[static_cast<std::size_t>(task)] =
+                kernel.convolve(window.data() + block * length, countOf(block));
+        });
     });
 }
 

@@ -37,7 +37,10 @@ public:
     bool read();
     // Its blocks; only the last of all may be shorter.
     [[nodiscard]] std::int64_t blocks() const;
-    void convolve();
+    // All work is done within calls of around, in any thread: of a block in a channel, or, block
+    // -1, of a kernel that is prepared.
+    using Around = std::function<void(std::int64_t block, const std::function<void()>& work)>;
+    void convolve(const Around& around);
     // A block of it, from 0, each once and in order.
     void deliver(std::int64_t block, const Deliver& deliver);
     // What is left after the last round.

@@ -1,5 +1,6 @@
 #include "workbench/jobs/CompareJob.h"
 
+#include "kernels/WorkWatch.h"
 #include "workbench/jobs/JoinedJobs.h"
 #include "workbench/jobs/predictedSignal.h"
 #include "workbench/messages/Failure.h"
@@ -71,6 +72,10 @@ static Treatment treatmentOf(const CompareJob& job, const Method& method) {
     return treatment;
 }
 
+static Stopped stoppedComparison() {
+    return Stopped("stopped before all methods had a result; nothing is written");
+}
+
 // A method that fails takes its place in the comparison with its reason.
 static MethodOutcome runMethod(const CompareJob& job, const Method& method,
                                const ModuleLibrary& library, JobObserver& observer) {
@@ -93,10 +98,16 @@ static MethodOutcome runMethod(const CompareJob& job, const Method& method,
     }
     try {
         Outcome outcome = run(deconvolution, library, observer);
+        const kernels::WorkWatch::Question goesOn = [&](double /*share*/) {
+            return observer.advances({.share = 1.0});
+        };
+        const kernels::WorkWatch judging(goesOn);
         compared.record = std::move(outcome.record);
         compared.result = std::move(outcome.result);
         compared.misfit = misfitOf(job, compared);
         compared.roughness = roughnessOf(compared.result);
+    } catch (const kernels::Stopped&) {
+        throw stoppedComparison();
     } catch (const Failure& failure) {
         compared.failure = failure.what();
     }
@@ -112,6 +123,9 @@ std::vector<MethodOutcome> run(const CompareJob& job, const ModuleLibrary& libra
         JoinedJobs::One part(joined, i);
         outcomes[i] = runMethod(job, *job.methods[i], library, part);
     });
+    if (joined.stopped()) {
+        throw stoppedComparison();
+    }
     return outcomes;
 }
 

@@ -40,7 +40,7 @@ struct MethodOutcome {
 //                 method takes off.
 //     roughness   differences of neighbouring samples, over the samples
 // each as root mean squares, over all channels. The outcomes stand in the order of the methods,
-// failures in them. The observer sees one job, and stops all methods.
+// failures in them. The observer sees one job, and stops all methods: by Stopped.
 std::vector<MethodOutcome> run(const CompareJob& job, const ModuleLibrary& library,
                                JobObserver& observer);
 

@@ -1,6 +1,7 @@
 #include "workbench/jobs/FoldJob.h"
 
 #include "host/B_BasisModule.h"
+#include "kernels/WorkWatch.h"
 #include "workbench/jobs/CommonStep.h"
 #include "workbench/jobs/Comparison.h"
 #include "workbench/jobs/Findings.h"
@@ -94,6 +95,10 @@ static SignalInfo described(const SignalReader& reader, const SignalSource& sour
 FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
                  JobObserver& jobObserver, bool intoStream)
     : job(foldJob), library(moduleLibrary), observer(jobObserver) {
+    const kernels::WorkWatch::Question goesOn = [this](double /*share*/) {
+        return observer.advances({});
+    };
+    const kernels::WorkWatch choosing(goesOn);
     const ModuleObject module = library.makeModule();
     requireFendra(*module);
     const Method& method = methodOf(job);
@@ -240,6 +245,7 @@ public:
         signal.info.rate = info.rate;
         signal.info.axis = info.axis;
         signal.info.names = info.columnNames;
+        signal.info.labels = info.labels;
     }
 
     void write(const double* interleaved, std::int64_t count) override {
@@ -274,11 +280,41 @@ private:
     MemoryWriter collector;
 };
 
+// Writes a result, and keeps it.
+class KeepingWriter final : public SignalWriter {
+public:
+    KeepingWriter(std::unique_ptr<SignalWriter> target, Signal& kept, const ResultInfo& info)
+        : writer(std::move(target)), memory(kept, info) {}
+
+    void write(const double* interleaved, std::int64_t count) override {
+        memory.write(interleaved, count);
+        writer->write(interleaved, count);
+    }
+    void flush() override { writer->flush(); }
+    void finish(const std::vector<std::string>& closingNotes) override {
+        writer->finish(closingNotes);
+    }
+
+private:
+    std::unique_ptr<SignalWriter> writer;
+    MemoryWriter memory;
+};
+
 }  // namespace
+
+// Work that is stopped outside the rounds: what is left to the data was being chosen.
+static RunRecord runJob(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer,
+                        bool intoStream, const MakeWriter& makeWriter) {
+    try {
+        return FoldRun(job, library, observer, intoStream).run(makeWriter);
+    } catch (const kernels::Stopped&) {
+        throw Stopped("stopped before the module ran; nothing is written");
+    }
+}
 
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer) {
     Outcome outcome;
-    outcome.record = FoldRun(job, library, observer, false).run([&](const ResultInfo& info) {
+    outcome.record = runJob(job, library, observer, false, [&](const ResultInfo& info) {
         return std::make_unique<MemoryWriter>(outcome.result, info);
     });
     return outcome;
@@ -310,7 +346,7 @@ RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarg
     }
     const bool intoStream = holdsColumns(target.name);
     std::string lost;
-    RunRecord record = FoldRun(job, library, observer, intoStream).run([&](const ResultInfo& info) {
+    RunRecord record = runJob(job, library, observer, intoStream, [&](const ResultInfo& info) {
         lost = withoutPlace(target, info);
         std::unique_ptr<SignalWriter> writer = createSignal(target, info);
         return copy == nullptr ? std::move(writer)

@@ -57,8 +57,8 @@ struct Outcome {
 // Deconvolution says.
 //   Failure   settings that a run refuses, or that the data do not give, signals that do not go
 //             together or cannot be read, more memory than there is, a module that fails, a result
-//             with NaN or infinity or of zeros alone, a target that cannot be written; stopped by
-//             the observer before the end. Nothing is written then.
+//             with NaN or infinity or of zeros alone, a target that cannot be written. Stopped,
+//             by the observer before there was a result. Nothing is written then.
 Outcome run(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer);
 // copy: also takes the result, in memory; null: nothing does.
 RunRecord run(const FoldJob& job, const ModuleLibrary& library, const SignalTarget& target,

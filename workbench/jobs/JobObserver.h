@@ -14,7 +14,9 @@ struct JobSize {
 struct JobProgress {
     double share = 0.0;  // of all rounds, channels and steps, from 0 to 1
     std::int64_t round = 0, rounds = 1;
-    std::uint32_t loop = 0, most = 0;  // of the iteration under way; most 0: there is none
+    // Of the iteration under way, counted as its bound is: the steps that have ended, and one. most
+    // 0: there is none.
+    std::uint32_t loop = 0, most = 0;
 };
 
 // Watches a job. It is called from the threads that run the job, one call at a time. By itself it
@@ -29,13 +31,16 @@ public:
     // Once, before the first round.
     virtual void begins(const JobSize& /*size*/) {}
 
-    // Before each round and channel, and after each step of an iteration. false: stop. An iteration
-    // then ends with the estimate so far, and if nothing else was left to do the job is done; else
-    // it ends by a Failure, and nothing is written.
+    // Before each round and channel, after each step of an iteration, and every few milliseconds
+    // while work is done that takes longer, from the choice of what is left to the data on; the
+    // share moves then, too. false: stop. An iteration ends with the estimate of its last step, and
+    // if nothing else was left to do the job is done; else, and before the first step has ended, it
+    // ends by Stopped, and nothing is written.
     virtual bool advances(const JobProgress& /*progress*/) { return true; }
 
-    // Whether the estimates of an iteration are of interest; asked before each step.
+    // After a step of a deconvolution of whole signals: whether its estimate is of interest.
     virtual bool wantsEstimate() { return false; }
-    // After such a step: the estimate so far of a channel, where the samples of the result stand.
+    // If so, the estimate of that channel: the samples as the result would have them, before any
+    // gain.
     virtual void estimated(int /*channel*/, const std::vector<double>& /*samples*/) {}
 };

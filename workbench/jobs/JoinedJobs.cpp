@@ -2,6 +2,11 @@
 
 #include <numeric>
 
+bool JoinedJobs::stopped() {
+    const std::lock_guard lock(guard);
+    return stop;
+}
+
 JoinedJobs::One::~One() {
     const std::lock_guard lock(all.guard);
     all.shares[index] = 1.0;

@@ -12,6 +12,9 @@ class JoinedJobs {
 public:
     JoinedJobs(JobObserver& jobObserver, std::size_t jobs) : observer(jobObserver), shares(jobs) {}
 
+    // Whether the observer has stopped them.
+    [[nodiscard]] bool stopped();
+
     // The observer of one of them; at its end that job counts as done.
     class One final : public JobObserver {
     public:

@@ -1,11 +1,11 @@
 #include "workbench/jobs/LinearConvolution.h"
 
 #include "workbench/analysis/OverlapAdd.h"
+#include "workbench/jobs/ChannelRelay.h"
 #include "workbench/jobs/ModuleConvolution.h"
 #include "workbench/jobs/ResultTap.h"
 #include "workbench/jobs/StepRelay.h"
 #include "workbench/jobs/jobSize.h"
-#include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/module/pairing.h"
 #include "workbench/signals/Signal.h"
@@ -224,6 +224,26 @@ void LinearConvolution::pass(ResultTap& tap, const double* interleaved, std::int
     }
 }
 
+Stopped LinearConvolution::stoppedAfter(std::int64_t done) const {
+    return Stopped(fmt::format("stopped after {} of {} blocks; nothing is written", done,
+                               blocks(signal->info().samples)));
+}
+
+// Of a signal that comes along, nobody knows which share a block is.
+void LinearConvolution::convolve(BlockRounds& rounds, StepRelay& relay, std::int64_t done) const {
+    try {
+        rounds.convolve([&](std::int64_t inRound, const std::function<void()>& work) {
+            const bool counts = inRound >= 0 && !comesAlong();
+            const ChannelRelay watch(relay, counts ? done + inRound : 0, counts ? 1 : 0);
+            work();
+        });
+    } catch (const kernels::Stopped&) {
+        throw stoppedAfter(done);
+    } catch (const Stopped&) {
+        throw stoppedAfter(done);
+    }
+}
+
 void LinearConvolution::run(ResultTap& tap, StepRelay& relay, Findings& /*findings*/,
                             RunRecord& record) {
     const SignalInfo info = signal->info();
@@ -235,11 +255,10 @@ void LinearConvolution::run(ResultTap& tap, StepRelay& relay, Findings& /*findin
     for (std::int64_t done = 0; rounds.read();) {
         for (std::int64_t i = 0; i < rounds.blocks(); ++i, ++done) {
             if (!relay.before(stream ? 0 : done, 0)) {
-                throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written", done,
-                                          blocks(info.samples)));
+                throw stoppedAfter(done);
             }
             if (i == 0) {
-                rounds.convolve();
+                convolve(rounds, relay, done);
             }
             rounds.deliver(i, deliver);
         }

@@ -4,6 +4,7 @@
 #include "workbench/jobs/ConvolutionPlace.h"
 #include "workbench/jobs/FoldJob.h"
 #include "workbench/jobs/Folding.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/module/DriverPool.h"
 
 #include <memory>
@@ -43,6 +44,8 @@ private:
     std::unique_ptr<BlockConvolution> makeKernel(std::vector<double> samples);
     [[nodiscard]] bool comesAlong() const { return signal->info().samples == 0; }
     [[nodiscard]] std::int64_t blocks(std::int64_t samples) const;
+    [[nodiscard]] Stopped stoppedAfter(std::int64_t done) const;
+    void convolve(BlockRounds& rounds, StepRelay& relay, std::int64_t done) const;
     void describeLengths(RunRecord& record, std::int64_t samples) const;
     void pass(ResultTap& tap, const double* interleaved, std::int64_t samples);
 

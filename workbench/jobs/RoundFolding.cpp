@@ -121,13 +121,21 @@ void RoundFolding::describe(RunRecord& record) const {
 
 void RoundFolding::runChannel(ModuleRun::Round& round, int channel, StepRelay& relay) {
     ChannelRelay watch(relay, round.number);
+    const auto stopped = [&] {
+        return Stopped(fmt::format("stopped after {} of {} blocks; nothing is written",
+                                   round.number, driven->rounds()));
+    };
     if (!watch.before()) {
-        throw Failure(fmt::format("stopped after {} of {} blocks; nothing is written", round.number,
-                                  driven->rounds()));
+        throw stopped();
     }
-    drivers.use([&](ModuleDriver& driver) {
-        round.answers[static_cast<std::size_t>(channel)] = driven->answer(driver, round, channel);
-    });
+    try {
+        drivers.use([&](ModuleDriver& driver) {
+            round.answers[static_cast<std::size_t>(channel)] =
+                driven->answer(driver, round, channel);
+        });
+    } catch (const Stopped&) {
+        throw stopped();
+    }
 }
 
 void RoundFolding::deliver(const ModuleRun::Round& round, ResultTap& tap) const {

@@ -12,7 +12,7 @@ StepRelay::StepRelay(JobObserver& jobObserver, std::int64_t rounds, int channels
 
 bool StepRelay::before(std::int64_t round, int channel) {
     const std::lock_guard lock(guard);
-    done = (static_cast<double>(round) * width + channel) * passes;
+    done = std::max(done, (static_cast<double>(round) * width + channel) * passes);
     return tell(round, 0, 0);
 }
 
@@ -26,6 +26,16 @@ bool StepRelay::advance(std::int64_t round, double passesMore, std::uint32_t loo
 void StepRelay::add(double passesMore) {
     const std::lock_guard lock(guard);
     done += passesMore;
+}
+
+bool StepRelay::wantsEstimate() {
+    const std::lock_guard lock(guard);
+    return !stop && observer.wantsEstimate();
+}
+
+void StepRelay::show(int channel, const std::vector<double>& estimate) {
+    const std::lock_guard lock(guard);
+    observer.estimated(channel, estimate);
 }
 
 // Parts that sum to all passes may be rounded up.

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <vector>
 
 // Tells the observer of a job how far its rounds and channels have come: one call at a time,
 // whichever thread it comes from, and never a smaller share than before. Once the observer has
@@ -22,6 +23,10 @@ public:
                  std::uint32_t most = 0);
     // The same without a report, which comes with the next one.
     void add(double passesMore);
+
+    // Whether the observer wants the estimate of a step, and that estimate, for a channel.
+    bool wantsEstimate();
+    void show(int channel, const std::vector<double>& estimate);
 
     // Whether the observer has stopped the job.
     [[nodiscard]] bool stopped() const;

@@ -4,7 +4,6 @@
 #include "workbench/jobs/Findings.h"
 #include "workbench/jobs/ResultTap.h"
 #include "workbench/jobs/jobSize.h"
-#include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
 #include "workbench/module/pairing.h"
 #include "workbench/system/inRounds.h"
@@ -142,12 +141,26 @@ void WholeDeconvolution::report(const Deconvolution::Answer& answer, int channel
     }
 }
 
+// Of one iteration the estimate would be the result, if there was one.
+Stopped WholeDeconvolution::stopped() const {
+    return Stopped(
+        fmt::format("stopped before {}; nothing is written",
+                    method().code == FendraSettings::vanCittert && channels() == 1 && passes() == 1
+                        ? "the first step of the iteration had ended"
+                        : "the result was complete"));
+}
+
 Deconvolution::Answer WholeDeconvolution::answer(int channel, StepRelay& relay) const {
     ChannelRelay watch(relay, 0, passes());
+    watch.showEstimates(channel, [&](const double* estimate, int length) {
+        return deconvolution->resultOf(channel, {estimate, estimate + length});
+    });
     try {
         return deconvolution->run(channel, [&](int pass) { return watch.before(pass); });
-    } catch (const Deconvolution::Stopped&) {
-        throw Failure("stopped after 0 of 1 blocks; nothing is written");
+    } catch (const kernels::Stopped&) {
+        throw stopped();
+    } catch (const Stopped&) {
+        throw stopped();
     } catch (const Failure& failure) {
         throw Failure(fmt::format("block 1: {}", failure.what()));
     }

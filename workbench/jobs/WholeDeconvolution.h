@@ -2,6 +2,7 @@
 
 #include "workbench/jobs/FoldJob.h"
 #include "workbench/jobs/Folding.h"
+#include "workbench/messages/Failure.h"
 #include "workbench/treatment/Deconvolution.h"
 
 #include <vector>
@@ -32,6 +33,7 @@ private:
     [[nodiscard]] JobSize sizeOfChannel() const;
     [[nodiscard]] int threadsThatFit() const;
     [[nodiscard]] Deconvolution::Answer answer(int channel, StepRelay& relay) const;
+    [[nodiscard]] Stopped stopped() const;
     void report(const Deconvolution::Answer& answer, int channel, Findings& findings,
                 RunRecord& record) const;
 

@@ -71,6 +71,7 @@ public:
     bool afterStep(const RunStep& step) override {
         return before == nullptr || before->afterStep(step);
     }
+    bool within(const RunPart& part) override { return before == nullptr || before->within(part); }
     void afterFailure(RunFailure why) override {
         reason = why;
         if (before != nullptr) {
@@ -95,6 +96,9 @@ void ModuleDriver::step() {
     module.Done();
     if (watch.reason == RunFailure::memoryExhausted) {
         throw Failure(noMemoryLeft);
+    }
+    if (watch.reason == RunFailure::stopped) {
+        throw Stopped("stopped; nothing is written");
     }
     if (code == ProcessCode::lengthsDiffer) {
         throw Failure("this method needs two signals of equal length");

@@ -24,7 +24,7 @@ public:
     void feed(int input, const double* samples, std::int64_t count, bool last);
 
     // One step on what waits. Failure, with the reason as far as it is known: exhausted memory,
-    // refused by the method.
+    // refused by the method. Stopped, if the observer of the thread stopped it without a result.
     void step();
 
     // The next block of the signal. Failure if it is not of this length.

@@ -104,6 +104,8 @@ ModuleRun::Answer ModuleRun::answer(ModuleDriver& driver, const Round& round, in
         driver.step();
         made.samples = driver.takeSignal(length);
         made.numbers = driver.takeNumbers();
+    } catch (const Stopped&) {
+        throw;
     } catch (const Failure& failure) {
         throw Failure(fmt::format("block {}: {}", round.number + 1, failure.what()));
     }

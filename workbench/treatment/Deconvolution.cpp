@@ -134,9 +134,12 @@ ModuleAnswer Deconvolution::answerTo(const Operands& operands,
 // The numbers of the filter have no unit; the error of the iteration is a square of the samples.
 Deconvolution::Answer Deconvolution::run(int channel,
                                          const std::function<bool(int pass)>& beforePass) const {
-    if (!beforePass(0)) {
-        throw Stopped();
-    }
+    const auto begin = [&](int pass) {
+        if (!beforePass(pass)) {
+            throw Stopped("stopped; nothing is written");
+        }
+    };
+    begin(0);
     const Preparation preparation = preparationOf(channel, exponent);
     Answer result;
     result.operands = preparation.operands(channelOf(signal, channel));
@@ -153,18 +156,25 @@ Deconvolution::Answer Deconvolution::run(int channel,
         result.numbers[0] = std::ldexp(result.numbers[0], 2 * exponent);
     }
     if (chosen.noise) {
-        if (!beforePass(1)) {
-            throw Stopped();
-        }
+        begin(1);
         addBand(result, channel, loops);
     }
     if (chosen.treatment.frequencies) {
         addResponse(result, channel);
     }
-    result.samples.resize(static_cast<std::size_t>(kept.last));
-    result.samples.erase(result.samples.begin(),
-                         result.samples.begin() + static_cast<std::ptrdiff_t>(kept.first));
+    cut(result.samples);
     return result;
+}
+
+void Deconvolution::cut(std::vector<double>& samples) const {
+    samples.resize(static_cast<std::size_t>(kept.last));
+    samples.erase(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(kept.first));
+}
+
+std::vector<double> Deconvolution::resultOf(int channel, const std::vector<double>& made) const {
+    std::vector<double> samples = preparationOf(channel, exponent).restored(made);
+    cut(samples);
+    return samples;
 }
 
 double ResponseRecord::decibels() const {

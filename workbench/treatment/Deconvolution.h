@@ -53,14 +53,16 @@ public:
 
     // One channel. beforePass is called before the module runs on the signal, and before it runs on
     // an impulse for the band; false: stop, by Stopped.
-    struct Stopped {};
     [[nodiscard]] Answer run(int channel, const std::function<bool(int pass)>& beforePass) const;
+    // The samples of a channel's result, of what the module makes of its operands.
+    [[nodiscard]] std::vector<double> resultOf(int channel, const std::vector<double>& made) const;
 
 private:
     [[nodiscard]] Preparation preparationOf(int channel, int signalExponent) const;
     [[nodiscard]] ModuleAnswer answerTo(const Operands& operands,
                                         const FendraSettings& settings) const;
     [[nodiscard]] ModuleAnswer divided(const Operands& operands) const;
+    void cut(std::vector<double>& samples) const;
     void addResponse(Answer& answer, int channel) const;
     void addBand(Answer& answer, int channel, std::uint32_t loops) const;
     [[nodiscard]] std::vector<double> bandOf(const std::vector<double>& response,
