@@ -280,26 +280,6 @@ private:
     MemoryWriter collector;
 };
 
-// Writes a result, and keeps it.
-class KeepingWriter final : public SignalWriter {
-public:
-    KeepingWriter(std::unique_ptr<SignalWriter> target, Signal& kept, const ResultInfo& info)
-        : writer(std::move(target)), memory(kept, info) {}
-
-    void write(const double* interleaved, std::int64_t count) override {
-        memory.write(interleaved, count);
-        writer->write(interleaved, count);
-    }
-    void flush() override { writer->flush(); }
-    void finish(const std::vector<std::string>& closingNotes) override {
-        writer->finish(closingNotes);
-    }
-
-private:
-    std::unique_ptr<SignalWriter> writer;
-    MemoryWriter memory;
-};
-
 }  // namespace
 
 // Work that is stopped outside the rounds: what is left to the data was being chosen.
