@@ -1,5 +1,6 @@
 #include "workbench/commands/FoldCommand.h"
 
+#include "workbench/messages/Failure.h"
 #include "workbench/terminal/Progress.h"
 
 #include <CLI/CLI.hpp>
@@ -21,6 +22,14 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
                         "write all points of the search: steps or strength, error, degrees of "
                         "freedom kept, and the criterion")
             ->type_name("FILE")
+            ->group("Result");
+        command
+            .add_flag("--keep-partial", keepPartial,
+                      "where Ctrl-C ends an iteration, write the estimate of its last whole step, "
+                      "and end with status 130; comments and record say after how many steps. "
+                      "Before the first step has ended nothing is written; a second Ctrl-C ends at "
+                      "once. Of van-cittert, one channel and whole signals; without a band of "
+                      "uncertainty")
             ->group("Result");
     }
 }
@@ -52,12 +61,35 @@ void FoldCommand::checkStreams() const {
     }
 }
 
+// A band takes a run of its own, after the result. What is left to the data may turn out not to be
+// the iteration: then there is nothing to keep.
+void FoldCommand::checkKeeping(const FoldJob& job) const {
+    const auto refuse = [](const char* why) { throw CLI::ValidationError("--keep-partial", why); };
+    if (job.settings.method != FendraSettings::vanCittert && !job.leftToData.method) {
+        refuse("only the iteration has steps; give --method van-cittert, or leave it out");
+    }
+    if (job.cutting.block != 0) {
+        refuse("several blocks have no common step; leave out --block, or it");
+    }
+    if (job.treatment.uncertainty) {
+        refuse("a part of the steps has no band; leave out --uncertainty, or it");
+    }
+}
+
 FoldJob FoldCommand::job(const ModuleLibrary& library) const {
     FoldJob job = options.job(library);
+    if (keepPartial) {
+        checkKeeping(job);
+    }
     job.threads = jobs.threads;
     ReadOptions reading = options.reading();
     reading.digest = true;
     options.setFiles(job, first, second, reading, output);
+    if (keepPartial) {
+        job.keepPartial = true;
+        job.treatment.uncertainty = false;  // of text from an automatic treatment
+        job.words += " --keep-partial";
+    }
     if (!truth.empty()) {
         job.truth = fileSource(truth, options.reading());
     }
@@ -79,11 +111,18 @@ void FoldCommand::run() const {
     const ModuleLibrary library = options.library();
     const FoldJob folding = job(library);
     Progress progress("", output.quiet);
+    if (keepPartial) {
+        progress.stopOnInterrupt();
+    }
     const RunRecord record = ::run(folding, library, target(), progress);
     progress.end();
     if (json) {
         fmt::print("{}", record.json());
     } else if (!output.quiet) {
         fmt::print(output.file == "-" ? stderr : stdout, "{}", record.summary());
+    }
+    if (record.stop) {
+        throw Stopped(fmt::format("{}: {} holds the estimate so far", record.stop->text(),
+                                  record.output.shown));
     }
 }

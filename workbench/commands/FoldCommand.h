@@ -32,10 +32,11 @@ public:
 private:
     void addOutput(CLI::App& command);
     void checkStreams() const;
+    void checkKeeping(const FoldJob& job) const;
 
     std::string first, second, truth, curve;
     FoldOptions options;
-    bool json = false;
+    bool json = false, keepPartial = false;
     OutputOptions output{.file = "-"};
     JobsOption jobs;
 };
