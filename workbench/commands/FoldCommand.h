@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/commands/PageOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <string>
@@ -37,5 +38,6 @@ private:
     FoldOptions options;
     bool json = false;
     OutputOptions output{.file = "-"};
+    PageOptions page;
     JobsOption jobs;
 };
