@@ -16,7 +16,7 @@
 static const std::string samples = FENDRA_SAMPLES;
 
 static std::string npyOf(const std::vector<double>& values) {
-    return npy("'<f8'", "(" + std::to_string(values.size()) + ",)",
+    return npy("'<f8'", std::string("(").append(std::to_string(values.size())) + ",)",
                {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double)});
 }
 

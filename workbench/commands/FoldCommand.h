@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/commands/PageOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <string>
@@ -38,5 +39,6 @@ private:
     FoldOptions options;
     bool json = false, keepPartial = false;
     OutputOptions output{.file = "-"};
+    PageOptions page;
     JobsOption jobs;
 };
