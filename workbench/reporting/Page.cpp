@@ -89,6 +89,24 @@ std::string PageWriter::cell(const PageCell& cell) const {
     }
 }
 
+// A line is not broken within an option.
+static std::string commandLine(const std::string& html) {
+    std::string line;
+    bool inOption = false;
+    for (std::size_t i = 0; i < html.size(); ++i) {
+        if (html[i] == ' ' && inOption) {
+            line += "</span>";
+            inOption = false;
+        }
+        if (html[i] == '-' && !inOption && i > 0 && html[i - 1] == ' ') {
+            line += "<span>";
+            inOption = true;
+        }
+        line += html[i];
+    }
+    return line + (inOption ? "</span>" : "");
+}
+
 // Sentences are a list; a label leads to what follows it.
 void PageWriter::addLines(const std::vector<PageCell>& lines) {
     bool inList = false;
@@ -98,8 +116,11 @@ void PageWriter::addLines(const std::vector<PageCell>& lines) {
             html += listed ? "<ul>\n" : "</ul>\n";
             inList = listed;
         }
-        const char* const tag = listed ? "li" : line.kind == PageCell::Kind::code ? "pre" : "p";
-        html += fmt::format("<{0}>{1}</{0}>\n", tag, cell(line));
+        if (line.kind == PageCell::Kind::code) {
+            html += "<pre>" + commandLine(cell(line)) + "</pre>\n";
+        } else {
+            html += fmt::format("<{0}>{1}</{0}>\n", listed ? "li" : "p", cell(line));
+        }
     }
     html += inList ? "</ul>\n" : "";
 }
@@ -108,8 +129,7 @@ void PageWriter::addRow(const PageRow& row, bool heads) {
     html += "<tr>";
     for (std::size_t i = 0; i < row.size(); ++i) {
         const bool head = heads || i == 0;
-        const char* const kind = row[i].kind == PageCell::Kind::number ? " class=\"number\"" : "";
-        html += fmt::format("<{0}{1}{2}>{3}</{0}>", head ? "th" : "td", kind,
+        html += fmt::format("<{0}{1}>{2}</{0}>", head ? "th" : "td",
                             !head   ? ""
                             : heads ? " scope=\"col\""
                                     : " scope=\"row\"",

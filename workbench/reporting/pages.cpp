@@ -187,13 +187,12 @@ static PageSection settingsOf(const RunRecord& record) {
 
 // A column for each, so that a digest has room.
 static PageSection filesOf(const std::vector<SignalInfo>& inputs) {
-    PageTable table{.heads = {label(Text::file), label(Text::signal), label(Text::kernel)}};
+    PageTable table{.heads = {name(""), label(Text::signal), label(Text::kernel)}};
     const auto add = [&](Text what, auto cell) {
         PageRow row = {label(what)};
         std::transform(inputs.begin(), inputs.end(), std::back_inserter(row), cell);
         table.rows.push_back(std::move(row));
     };
-    table.heads.resize(1 + inputs.size());
     add(Text::file, [](const SignalInfo& input) { return name(input.source.shown); });
     add(Text::format, [](const SignalInfo& input) { return sentence(input.format); });
     add(Text::samples, [](const SignalInfo& input) { return count(input.samples); });
