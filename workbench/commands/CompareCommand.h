@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/commands/PageOptions.h"
 #include "workbench/jobs/CompareJob.h"
 #include "workbench/methods/Setting.h"
 #include "workbench/terminal/InputOptions.h"
@@ -28,6 +29,8 @@ public:
     [[nodiscard]] CompareJob job() const;
 
 private:
+    [[nodiscard]] std::string words(const CompareJob& job) const;
+
     std::string signal, kernel, truth, output;
     std::vector<std::string> methods = Setting::named("method").wordList();
     SettingOptions options{FendraSettings::deconvolution};
@@ -35,5 +38,6 @@ private:
     double rate = 0.0;  // 0: from the files
     bool pad = false, replace = false, json = false, quiet = false;
     InputOptions input;
+    PageOptions page;
     JobsOption jobs;
 };

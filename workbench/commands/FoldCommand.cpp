@@ -1,6 +1,8 @@
 #include "workbench/commands/FoldCommand.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/reporting/figures.h"
+#include "workbench/reporting/pages.h"
 #include "workbench/terminal/Progress.h"
 
 #include <CLI/CLI.hpp>
@@ -31,6 +33,7 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
                       "once. Of van-cittert, one channel and whole signals; without a band of "
                       "uncertainty")
             ->group("Result");
+        page.addTo(command);
     }
 }
 
@@ -105,21 +108,43 @@ SignalTarget FoldCommand::target() const {
     return target;
 }
 
+// Reads a source, which then gives what was read.
+static SharedSignal readWhole(SignalSource& source) {
+    auto signal = std::make_shared<const Signal>(Signal::of(*source.open()));
+    source = sourceOf(signal);
+    return signal;
+}
+
 // Where the result itself goes to standard output, what is said about it goes to standard error.
-void FoldCommand::run() const {
-    checkStreams();
-    const ModuleLibrary library = options.library();
-    const FoldJob folding = job(library);
-    Progress progress("", output.quiet);
-    if (keepPartial) {
-        progress.stopOnInterrupt();
-    }
-    const RunRecord record = ::run(folding, library, target(), progress);
-    progress.end();
+void FoldCommand::tell(const RunRecord& record) const {
     if (json) {
         fmt::print("{}", record.json());
     } else if (!output.quiet) {
         fmt::print(output.file == "-" ? stderr : stdout, "{}", record.summary());
+    }
+}
+
+void FoldCommand::run() const {
+    checkStreams();
+    const std::unique_ptr<PageFile> pageFile = page.open(output.replace);
+    const ModuleLibrary library = options.library();
+    FoldJob folding = job(library);
+    SharedSignal signal, kernel;
+    if (pageFile) {
+        signal = readWhole(folding.first);
+        kernel = readWhole(folding.second);
+    }
+    Progress progress("", output.quiet);
+    if (keepPartial) {
+        progress.stopOnInterrupt();
+    }
+    Outcome outcome;
+    const RunRecord& record = outcome.record =
+        ::run(folding, library, target(), progress, pageFile ? &outcome.result : nullptr);
+    progress.end();
+    tell(record);
+    if (pageFile) {
+        pageFile->write(pageOf(record), figureOf(signal, kernel, outcome));
     }
     if (record.stop) {
         throw Stopped(fmt::format("{}: {} holds the estimate so far", record.stop->text(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/commands/PageOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <string>
@@ -33,10 +34,12 @@ private:
     void addOutput(CLI::App& command);
     void checkStreams() const;
     void checkKeeping(const FoldJob& job) const;
+    void tell(const RunRecord& record) const;
 
     std::string first, second, truth, curve;
     FoldOptions options;
     bool json = false, keepPartial = false;
     OutputOptions output{.file = "-"};
+    PageOptions page;
     JobsOption jobs;
 };

@@ -2,12 +2,15 @@
 #include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
+#include "workbench/reporting/figures.h"
+#include "workbench/reporting/pages.h"
 #include "workbench/terminal/Progress.h"
 #include "workbench/terminal/comparisonText.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <memory>
@@ -26,7 +29,8 @@ CompareJob CompareCommand::job() const {
     }
     options.refuseIgnored(used);
     treatments.refuseIgnored(used, pad);
-    const ReadOptions reading = input.reading();
+    ReadOptions reading = input.reading();
+    reading.digest = !page.file.empty();
     job.signal =
         std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(signal), reading)));
     job.kernel =
@@ -43,7 +47,18 @@ CompareJob CompareCommand::job() const {
     return job;
 }
 
+// The command line that gives the same results again.
+std::string CompareCommand::words(const CompareJob& job) const {
+    return fmt::format("fendra compare {} {} --methods {}{}{}{}{}{}{}{}", quoted(signal),
+                       quoted(kernel), fmt::join(methods, ","), options.words(),
+                       treatmentWords(job.treatment), pad ? " --pad" : "",
+                       rate == 0.0 ? "" : fmt::format(" --rate {}", rate), input.words(),
+                       truth.empty() ? "" : " --truth " + quoted(truth),
+                       output.empty() ? "" : " -o " + quoted(output));
+}
+
 void CompareCommand::run() const {
+    const std::unique_ptr<PageFile> pageFile = page.open(replace);
     const CompareJob comparison = job();
     const ModuleLibrary library = input.library();
     Progress progress("", quiet);
@@ -53,6 +68,10 @@ void CompareCommand::run() const {
                           : comparisonTable(outcomes, comparison.truth.has_value()));
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
+    }
+    if (pageFile) {
+        pageFile->write(pageOf(comparison, outcomes, words(comparison)),
+                        figureOf(comparison, outcomes));
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
@@ -88,6 +107,7 @@ void CompareCommand::addTo(CLI::App& command) {
         ->type_name("FILE")
         ->group("Result");
     command.add_flag("--force", replace, forceText)->group("Result");
+    page.addTo(command);
     jobs.addTo(command, "methods");
     command.add_flag("--json", json, "print JSON")->group("Result");
     command.add_flag("-q,--quiet", quiet, "show no progress")->group("Result");
