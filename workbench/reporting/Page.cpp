@@ -73,7 +73,7 @@ void PageWriter::addHead(const Page& page) {
 }
 
 std::string PageWriter::cell(const PageCell& cell) const {
-    const std::string text = htmlText(cell.text);
+    std::string text = htmlText(cell.text);
     switch (cell.kind) {
         case PageCell::Kind::label:
             return said(cell.label);
