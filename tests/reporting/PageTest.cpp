@@ -68,7 +68,9 @@ static Figure figureOfOnePane() {
 
 static std::string written(const Page& page, PageLanguage language = PageLanguage::english) {
     PaintedFigure painted;
-    painted.bytes = "<?xml version=\"1.0\"?>\n<svg viewBox=\"0 0 7 5\"><path d=\"M0 0\"/></svg>\n";
+    painted.bytes =
+        "<?xml version=\"1.0\"?>\n<svg viewBox=\"0 0 7 5\"><title>x</title><path d=\"M0 "
+        "0\"/></svg>\n";
     painted.frames.resize(1);
     return htmlOf(page, figureOfOnePane(), painted, language);
 }
@@ -118,6 +120,7 @@ TEST(Page, ShowsWhatItIsGivenAsTextAlone) {
         const std::string html = written(pageOf(fullRecord()), language);
         expectWellFormed(html);
         EXPECT_EQ(html.find("<img"), std::string::npos);
+        EXPECT_EQ(html.find("<title>"), html.rfind("<title>"));
         for (int mark = 10; mark <= 32; ++mark) {
             // Names of axes and graphs stand in the numbers for the script.
             const std::string shown = mark == 30 || mark == 31 ? "${x}" + std::to_string(mark) + "#"
