@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/commands/PlotOptions.h"
 #include "workbench/jobs/CompareJob.h"
 #include "workbench/methods/Setting.h"
 #include "workbench/terminal/InputOptions.h"
@@ -35,5 +36,6 @@ private:
     double rate = 0.0;  // 0: from the files
     bool pad = false, replace = false, json = false, quiet = false;
     InputOptions input;
+    PlotOptions plot;
     JobsOption jobs;
 };

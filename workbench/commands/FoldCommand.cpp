@@ -1,5 +1,6 @@
 #include "workbench/commands/FoldCommand.h"
 
+#include "workbench/reporting/figures.h"
 #include "workbench/terminal/Progress.h"
 
 #include <CLI/CLI.hpp>
@@ -14,6 +15,7 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
     command.add_option(secondName, second, signalFileText)->required()->type_name("FILE");
     options.addTo(command);
     addOutput(command);
+    plot.addTo(command);
     jobs.addTo(command, "channels and blocks");
     if (options.deconvolves()) {
         command
@@ -73,17 +75,43 @@ SignalTarget FoldCommand::target() const {
     return target;
 }
 
+// Reads a source, which then gives what was read.
+static SharedSignal readWhole(SignalSource& source) {
+    auto signal = std::make_shared<const Signal>(Signal::of(*source.open()));
+    source = sourceOf(signal);
+    return signal;
+}
+
+// The words that a job was given, which end with those of its output.
+std::string FoldCommand::withoutOutput(const std::string& words) const {
+    return words.substr(0, words.size() - output.words().size());
+}
+
 // Where the result itself goes to standard output, what is said about it goes to standard error.
 void FoldCommand::run() const {
     checkStreams();
+    const std::unique_ptr<PlotFile> picture = plot.open(output.replace);
     const ModuleLibrary library = options.library();
-    const FoldJob folding = job(library);
+    FoldJob folding = job(library);
+    SharedSignal signal, kernel;
+    Outcome seen;
+    if (picture) {
+        signal = readWhole(folding.first);
+        kernel = readWhole(folding.second);
+    }
     Progress progress("", output.quiet);
-    const RunRecord record = ::run(folding, library, target(), progress);
+    const RunRecord record =
+        ::run(folding, library, target(), progress, picture ? &seen.result : nullptr);
     progress.end();
     if (json) {
         fmt::print("{}", record.json());
     } else if (!output.quiet) {
         fmt::print(output.file == "-" ? stderr : stdout, "{}", record.summary());
+    }
+    if (picture) {
+        seen.record = record;
+        seen.record.words = withoutOutput(record.words);
+        const Figure figure = figureOf(signal, kernel, seen);
+        picture->write(figure, plot.order(figure));
     }
 }

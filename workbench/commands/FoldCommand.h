@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/commands/PlotOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <string>
@@ -32,10 +33,12 @@ public:
 private:
     void addOutput(CLI::App& command);
     void checkStreams() const;
+    [[nodiscard]] std::string withoutOutput(const std::string& words) const;
 
     std::string first, second, truth, curve;
     FoldOptions options;
     bool json = false;
     OutputOptions output{.file = "-"};
+    PlotOptions plot;
     JobsOption jobs;
 };

@@ -2,6 +2,7 @@
 #include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Method.h"
+#include "workbench/reporting/figures.h"
 #include "workbench/terminal/Progress.h"
 #include "workbench/terminal/comparisonText.h"
 #include "workbench/terminal/values.h"
@@ -44,6 +45,7 @@ CompareJob CompareCommand::job() const {
 }
 
 void CompareCommand::run() const {
+    const std::unique_ptr<PlotFile> picture = plot.open(replace);
     const CompareJob comparison = job();
     const ModuleLibrary library = input.library();
     Progress progress("", quiet);
@@ -53,6 +55,10 @@ void CompareCommand::run() const {
                           : comparisonTable(outcomes, comparison.truth.has_value()));
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
+    }
+    if (picture) {
+        const Figure figure = figureOf(comparison, outcomes);
+        picture->write(figure, plot.order(figure));
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
@@ -88,6 +94,7 @@ void CompareCommand::addTo(CLI::App& command) {
         ->type_name("FILE")
         ->group("Result");
     command.add_flag("--force", replace, forceText)->group("Result");
+    plot.addTo(command);
     jobs.addTo(command, "methods");
     command.add_flag("--json", json, "print JSON")->group("Result");
     command.add_flag("-q,--quiet", quiet, "show no progress")->group("Result");
