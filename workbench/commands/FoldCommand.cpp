@@ -17,6 +17,7 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
     command.add_option(secondName, second, signalFileText)->required()->type_name("FILE");
     options.addTo(command);
     addOutput(command);
+    plot.addTo(command);
     jobs.addTo(command, "channels and blocks");
     if (options.deconvolves()) {
         command
@@ -124,27 +125,44 @@ void FoldCommand::tell(const RunRecord& record) const {
     }
 }
 
+// The words of a record end with those of the output, which a picture is without.
+void FoldCommand::show(Shown& shown, PlotFile* picture, PageFile* pageFile) const {
+    RunRecord& record = shown.outcome.record;
+    const Page said = pageOf(record);
+    record.words.resize(record.words.size() - output.words().size());
+    Figure figure = figureOf(shown.signal, shown.kernel, shown.outcome);
+    if (picture != nullptr) {
+        picture->write(figure, plot.order(figure));
+    }
+    if (pageFile != nullptr) {
+        const auto first = figure.caption.begin();
+        figure.caption.erase(first, first + std::ssize(captionOf(record)));  // the page says it
+        pageFile->write(said, figure);
+    }
+}
+
 void FoldCommand::run() const {
     checkStreams();
+    const std::unique_ptr<PlotFile> picture = plot.open(output.replace);
     const std::unique_ptr<PageFile> pageFile = page.open(output.replace);
     const ModuleLibrary library = options.library();
     FoldJob folding = job(library);
-    SharedSignal signal, kernel;
-    if (pageFile) {
-        signal = readWhole(folding.first);
-        kernel = readWhole(folding.second);
+    Shown shown;
+    const bool shows = picture || pageFile;
+    if (shows) {
+        shown.signal = readWhole(folding.first);
+        shown.kernel = readWhole(folding.second);
     }
     Progress progress("", output.quiet);
     if (keepPartial) {
         progress.stopOnInterrupt();
     }
-    Outcome outcome;
-    const RunRecord& record = outcome.record =
-        ::run(folding, library, target(), progress, pageFile ? &outcome.result : nullptr);
+    const RunRecord& record = shown.outcome.record =
+        ::run(folding, library, target(), progress, shows ? &shown.outcome.result : nullptr);
     progress.end();
     tell(record);
-    if (pageFile) {
-        pageFile->write(pageOf(record), figureOf(signal, kernel, outcome));
+    if (shows) {
+        show(shown, picture.get(), pageFile.get());
     }
     if (record.stop) {
         throw Stopped(fmt::format("{}: {} holds the estimate so far", record.stop->text(),
