@@ -135,8 +135,8 @@ void FoldCommand::show(Shown& shown, PlotFile* picture, PageFile* pageFile) cons
         picture->write(figure, plot.order(figure));
     }
     if (pageFile != nullptr) {
-        const auto first = figure.caption.begin();
-        figure.caption.erase(first, first + std::ssize(captionOf(record)));  // the page says it
+        const auto begin = figure.caption.begin();
+        figure.caption.erase(begin, begin + std::ssize(captionOf(record)));  // the page says it
         pageFile->write(said, figure);
     }
 }
