@@ -3,7 +3,8 @@
 # them, prints them and watches what they ask for. Pictures of them are left in PICTURES, to be
 # looked at. Ends with 77 where there is no Chromium, no Python or no window part.
 set -euo pipefail
-export LC_ALL=C PATH=$1:$PATH PYTHONDONTWRITEBYTECODE=1
+bin=$(readlink -f "$1")
+export LC_ALL=C PATH=$bin:$PATH PYTHONDONTWRITEBYTECODE=1
 tests=$(dirname "$(readlink -f "$0")")
 samples=$tests/../../samples
 pictures=${2:+$(mkdir -p "$2" && readlink -f "$2")}
@@ -13,7 +14,7 @@ skip() {
 }
 command -v chromium > /dev/null || skip "Debian's chromium"
 [ -x /usr/bin/python3 ] || skip "Debian's python3"
-[ -e "$1/fendra-window.so" ] || skip "fendra-window.so"
+[ -e "$bin/fendra-window.so" ] || skip "fendra-window.so"
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"

@@ -28,7 +28,7 @@ static SignalInfo inputOf(int mark) {
     return info;
 }
 
-// A record with everything that a page shows, each text another one, from the marks 10 to 29.
+// A record with everything that a page shows, each text another one: marks 10 to 29 and 33.
 static RunRecord fullRecord() {
     RunRecord record;
     record.settings.direction = FendraSettings::deconvolution;
@@ -49,6 +49,8 @@ static RunRecord fullRecord() {
     record.choice->reasons = {hostile(27)};
     record.choice->rerun = hostile(28);
     record.moved = Movement{1, 1.0, 0, hostile(29)};
+    record.stopped = true;
+    record.stop = StopRecord{3, 9, hostile(33)};
     record.uncertainty.emplace();
     record.responses.resize(2);
     return record;
@@ -68,7 +70,9 @@ static Figure figureOfOnePane() {
 
 static std::string written(const Page& page, PageLanguage language = PageLanguage::english) {
     PaintedFigure painted;
-    painted.bytes = "<?xml version=\"1.0\"?>\n<svg viewBox=\"0 0 7 5\"><path d=\"M0 0\"/></svg>\n";
+    painted.bytes =
+        "<?xml version=\"1.0\"?>\n<svg viewBox=\"0 0 7 5\"><title>x</title><path d=\"M0 "
+        "0\"/></svg>\n";
     painted.frames.resize(1);
     return htmlOf(page, figureOfOnePane(), painted, language);
 }
@@ -118,12 +122,14 @@ TEST(Page, ShowsWhatItIsGivenAsTextAlone) {
         const std::string html = written(pageOf(fullRecord()), language);
         expectWellFormed(html);
         EXPECT_EQ(html.find("<img"), std::string::npos);
-        for (int mark = 10; mark <= 32; ++mark) {
+        EXPECT_EQ(html.find("<title>"), html.rfind("<title>"));
+        for (int mark = 10; mark <= 33; ++mark) {
             // Names of axes and graphs stand in the numbers for the script.
             const std::string shown = mark == 30 || mark == 31 ? "${x}" + std::to_string(mark) + "#"
                                                                : htmlText(hostile(mark));
             EXPECT_NE(html.find(shown), std::string::npos) << mark;
         }
+        EXPECT_NE(html.find("stopped after 3 of at most 9 steps"), std::string::npos);
         EXPECT_EQ(html.find("lang=\"en\">" + htmlText(hostile(27))) == std::string::npos,
                   language == PageLanguage::english);
     }
@@ -155,6 +161,8 @@ TEST(Page, NamesFilesInItsTitleWhateverSignsTheyHold) {
 TEST(Page, LeavesOutWhatARunHasNotAndRowsThatNobodyReads) {
     RunRecord record = fullRecord();
     record.remarks.clear();
+    record.stopped = false;
+    record.stop.reset();
     record.choice.reset();
     record.moved.reset();
     record.uncertainty.reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "workbench/commands/PageOptions.h"
+#include "workbench/commands/PlotOptions.h"
 #include "workbench/jobs/CompareJob.h"
 #include "workbench/methods/Setting.h"
 #include "workbench/terminal/InputOptions.h"
@@ -39,5 +40,6 @@ private:
     bool pad = false, replace = false, json = false, quiet = false;
     InputOptions input;
     PageOptions page;
+    PlotOptions plot;
     JobsOption jobs;
 };

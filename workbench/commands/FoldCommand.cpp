@@ -17,6 +17,7 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
     command.add_option(secondName, second, signalFileText)->required()->type_name("FILE");
     options.addTo(command);
     addOutput(command);
+    plot.addTo(command);
     jobs.addTo(command, "channels and blocks");
     if (options.deconvolves()) {
         command
@@ -116,32 +117,52 @@ static SharedSignal readWhole(SignalSource& source) {
 }
 
 // Where the result itself goes to standard output, what is said about it goes to standard error.
-void FoldCommand::run() const {
-    checkStreams();
-    const std::unique_ptr<PageFile> pageFile = page.open(output.replace);
-    const ModuleLibrary library = options.library();
-    FoldJob folding = job(library);
-    SharedSignal signal, kernel;
-    Outcome seen;
-    if (pageFile) {
-        signal = readWhole(folding.first);
-        kernel = readWhole(folding.second);
-    }
-    Progress progress("", output.quiet);
-    if (keepPartial) {
-        progress.stopOnInterrupt();
-    }
-    const RunRecord record =
-        ::run(folding, library, target(), progress, pageFile ? &seen.result : nullptr);
-    progress.end();
+void FoldCommand::tell(const RunRecord& record) const {
     if (json) {
         fmt::print("{}", record.json());
     } else if (!output.quiet) {
         fmt::print(output.file == "-" ? stderr : stdout, "{}", record.summary());
     }
-    if (pageFile) {
-        seen.record = record;
-        pageFile->write(pageOf(record), figureOf(signal, kernel, seen));
+}
+
+// The words of a record end with those of the output, which a picture is without.
+void FoldCommand::show(Shown& shown, PlotFile* picture, PageFile* pageFile) const {
+    RunRecord& record = shown.outcome.record;
+    const Page said = pageOf(record);
+    record.words.resize(record.words.size() - output.words().size());
+    Figure figure = figureOf(shown.signal, shown.kernel, shown.outcome);
+    if (picture != nullptr) {
+        picture->write(figure, plot.order(figure));
+    }
+    if (pageFile != nullptr) {
+        const auto begin = figure.caption.begin();
+        figure.caption.erase(begin, begin + std::ssize(captionOf(record)));  // the page says it
+        pageFile->write(said, figure);
+    }
+}
+
+void FoldCommand::run() const {
+    checkStreams();
+    const std::unique_ptr<PlotFile> picture = plot.open(output.replace);
+    const std::unique_ptr<PageFile> pageFile = page.open(output.replace);
+    const ModuleLibrary library = options.library();
+    FoldJob folding = job(library);
+    Shown shown;
+    const bool shows = picture || pageFile;
+    if (shows) {
+        shown.signal = readWhole(folding.first);
+        shown.kernel = readWhole(folding.second);
+    }
+    Progress progress("", output.quiet);
+    if (keepPartial) {
+        progress.stopOnInterrupt();
+    }
+    const RunRecord& record = shown.outcome.record =
+        ::run(folding, library, target(), progress, shows ? &shown.outcome.result : nullptr);
+    progress.end();
+    tell(record);
+    if (shows) {
+        show(shown, picture.get(), pageFile.get());
     }
     if (record.stop) {
         throw Stopped(fmt::format("{}: {} holds the estimate so far", record.stop->text(),

@@ -7,9 +7,6 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-PageFile::PageFile(const std::string& file, bool replace)
-    : output(SourceName::ofOutput(file), replace) {}
-
 static PageLanguage pageLanguage() {
     switch (userLanguage()) {
         case languageGerman:
@@ -21,12 +18,15 @@ static PageLanguage pageLanguage() {
     }
 }
 
+PageFile::PageFile(const std::string& file, bool replace)
+    : language(pageLanguage()), output(SourceName::ofOutput(file), replace) {}
+
 // What stands below the panes is text of the page.
 void PageFile::write(const Page& page, const Figure& figure) {
     Figure panes = figure;
     panes.caption.clear();
     const PaintedFigure painted = window.paint(panes, pageOrder(panes));
-    output.write(htmlOf(page, figure, painted, pageLanguage()));
+    output.write(htmlOf(page, figure, painted, language));
     output.commit();
 }
 

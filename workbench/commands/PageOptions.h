@@ -19,10 +19,12 @@ public:
     // the window part, which paints the pictures.
     PageFile(const std::string& file, bool replace);
 
-    // In the user's language. Failure if it cannot be painted, or not be written.
+    // In the language of the user when the file was made. Failure if it cannot be painted, or not
+    // be written.
     void write(const Page& page, const Figure& figure);
 
 private:
+    PageLanguage language;
     WindowLibrary window;
     OutputFile output;
 };

@@ -59,6 +59,7 @@ std::string CompareCommand::words(const CompareJob& job) const {
 
 void CompareCommand::run() const {
     const std::unique_ptr<PageFile> pageFile = page.open(replace);
+    const std::unique_ptr<PlotFile> picture = plot.open(replace);
     const CompareJob comparison = job();
     const ModuleLibrary library = input.library();
     Progress progress("", quiet);
@@ -69,9 +70,14 @@ void CompareCommand::run() const {
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
-    if (pageFile) {
-        pageFile->write(pageOf(comparison, outcomes, words(comparison)),
-                        figureOf(comparison, outcomes));
+    if (pageFile || picture) {
+        const Figure figure = figureOf(comparison, outcomes);
+        if (pageFile) {
+            pageFile->write(pageOf(comparison, outcomes, words(comparison)), figure);
+        }
+        if (picture) {
+            picture->write(figure, plot.order(figure));
+        }
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
@@ -108,6 +114,7 @@ void CompareCommand::addTo(CLI::App& command) {
         ->group("Result");
     command.add_flag("--force", replace, forceText)->group("Result");
     page.addTo(command);
+    plot.addTo(command);
     jobs.addTo(command, "methods");
     command.add_flag("--json", json, "print JSON")->group("Result");
     command.add_flag("-q,--quiet", quiet, "show no progress")->group("Result");

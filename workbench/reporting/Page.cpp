@@ -174,10 +174,17 @@ void PageWriter::addSection(const PageSection& section) {
     html += "</section>\n";
 }
 
-// The element alone, without the head of a file.
-static std::string_view svgElement(std::string_view file) {
+// The element alone, without the head of a file, and without the title that it has as a file: it
+// would show wherever one points at the picture.
+static std::string svgElement(const std::string& file) {
+    static constexpr std::string_view start = "<title>", end = "</title>";
     const std::size_t first = std::min(file.find("<svg"), file.size());
-    return file.substr(first, file.rfind('>') + 1 - first);
+    std::string element = file.substr(first, file.rfind('>') + 1 - first);
+    const std::size_t title = element.find(start), rest = element.find(end);
+    if (title < rest && rest != std::string::npos) {
+        element.erase(title, rest + end.size() - title);
+    }
+    return element;
 }
 
 void PageWriter::addPicture(const Figure& figure, const PaintedFigure& painted) {

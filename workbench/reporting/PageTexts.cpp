@@ -55,6 +55,8 @@ static std::vector<PageTextRow> sentences() {
         {T::withoutSearch, "The same, with what was found in place of the search:",
          "Dasselbe, mit dem Gefundenen anstelle der Suche:",
          "De même, avec ce qui a été trouvé au lieu de la recherche :"},
+        {T::withoutStop,
+         "The same, without a stop:", "Dasselbe, ohne Anhalten:", "De même, sans arrêt :"},
         {T::more, "Rows not shown: {0}", "Nicht gezeigte Zeilen: {0}", "Lignes non montrées : {0}"},
         {T::complete, "This page is complete: it loads nothing from elsewhere.",
          "Diese Seite ist vollständig: Sie lädt nichts von anderswo.",

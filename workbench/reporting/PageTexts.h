@@ -25,6 +25,7 @@ enum class PageText {
     files,
     again,
     withoutSearch,
+    withoutStop,
     more,
     complete,
     signal,

@@ -71,7 +71,10 @@ static void addTo(PageSection& section, PageTable table) {
 static PageSection remarksOf(const RunRecord& record) {
     PageSection section{.title = Text::remarks, .lines = sentences(record.remarks), .warns = true};
     if (record.stopped) {
-        section.lines.insert(section.lines.begin(), label(Text::stopped));
+        section.lines.push_back(label(Text::stopped));
+    }
+    if (record.stop) {
+        section.lines.push_back(sentence(record.stop->text()));
     }
     return section;
 }
@@ -202,11 +205,23 @@ static PageSection filesOf(const std::vector<SignalInfo>& inputs) {
     return {.title = Text::files, .tables = {std::move(table)}};
 }
 
-static PageSection again(const std::string& words, const std::string& withoutSearch) {
-    PageSection section{.title = Text::again, .lines = {code(words)}};
-    if (!withoutSearch.empty()) {
-        section.lines.push_back(label(Text::withoutSearch));
-        section.lines.push_back(code(withoutSearch));
+static PageSection again(const std::string& words) {
+    return {.title = Text::again, .lines = {code(words)}};
+}
+
+static PageSection again(const RunRecord& record) {
+    PageSection section = again(record.words);
+    const auto add = [&section](Text how, const std::string& words) {
+        if (!words.empty()) {
+            section.lines.push_back(label(how));
+            section.lines.push_back(code(words));
+        }
+    };
+    if (record.choice) {
+        add(Text::withoutSearch, record.choice->rerun);
+    }
+    if (record.stop) {
+        add(Text::withoutStop, record.stop->rerun);
     }
     return section;
 }
@@ -226,8 +241,7 @@ static Page pageWith(Text title, const std::vector<SourceName>& files,
 Page pageOf(const RunRecord& record) {
     return pageWith(Text::deconvolution, {record.inputs.at(0).source, record.inputs.at(1).source},
                     {remarksOf(record), choiceOf(record), worthOf(record), numbersOf(record),
-                     resultOf(record), settingsOf(record), filesOf(record.inputs),
-                     again(record.words, record.choice ? record.choice->rerun : "")});
+                     resultOf(record), settingsOf(record), filesOf(record.inputs), again(record)});
 }
 
 static std::string reportedBy(const RunRecord& record) {
@@ -301,7 +315,7 @@ Page pageOf(const CompareJob& job, const std::vector<MethodOutcome>& outcomes,
     return pageWith(
         Text::comparison, {job.signal->info.source, job.kernel->info.source},
         {methodsOf(outcomes), remarksOf(outcomes), resultsOf(outcomes), settingsOf(outcomes),
-         filesOf({job.signal->info, job.kernel->info}), again(words, "")});
+         filesOf({job.signal->info, job.kernel->info}), again(words)});
 }
 
 Page pageOf(const SweepRecord& record) {
@@ -316,5 +330,5 @@ Page pageOf(const SweepRecord& record) {
     return pageWith(Text::sweep, {record.output},
                     {{.title = Text::settings, .tables = {settings}},
                      {.title = Text::result, .tables = {result}},
-                     again(record.words, "")});
+                     again(record.words)});
 }

@@ -1,0 +1,59 @@
+#include "workbench/commands/Command.h"
+#include "workbench/commands/PlotOptions.h"
+#include "workbench/reporting/figures.h"
+#include "workbench/terminal/InputOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct PlotCommand {
+    std::vector<std::string> files;
+    bool replace = false;
+    PlotOptions picture;
+    InputOptions input;
+
+    void run() const;
+};
+
+}  // namespace
+
+void PlotCommand::run() const {
+    if (std::count(files.begin(), files.end(), "-") > 1) {
+        throw CLI::ValidationError("-", "standard input serves one file only");
+    }
+    const std::unique_ptr<PlotFile> file = picture.open(replace);
+    std::vector<SharedSignal> signals;
+    for (const std::string& name : files) {
+        signals.push_back(std::make_shared<const Signal>(
+            Signal::of(*openSignal(SourceName(name), input.reading()))));
+    }
+    const Figure figure = figureOf(signals);
+    file->write(figure, picture.order(figure));
+}
+
+static void addPlot(CLI::App& program) {
+    CLI::App& command = *program.add_subcommand(
+        "plot",
+        "Paint signals and their spectra into a picture.\n"
+        "No sample is hidden: a column of pixels shows the lowest and the highest of its samples. "
+        "NaN is a gap, and an infinity stands on the edge. The picture is the same on every "
+        "machine with the same libraries and fonts, with or without a display.");
+    command.footer(
+        "  fendra plot speech.wav -o speech.png\n"
+        "  fendra plot measured.csv restored.csv -o both.svg\n"
+        "  fendra plot ecg.csv -o beats.pdf --from 1 --to 3 --size 800x400\n");
+    const auto plot = std::make_shared<PlotCommand>();
+    command.add_option("FILES", plot->files, signalFileText)->required()->type_name("FILE ...");
+    plot->picture.addAsOutputTo(command);
+    command.add_flag("--force", plot->replace, forceText);
+    plot->input.addReadingTo(command);
+    command.callback([plot] { plot->run(); });
+}
+
+extern const Command plotCommand = {addPlot};
