@@ -29,6 +29,10 @@ public:
     [[nodiscard]] CompareJob job() const;
 
 private:
+    [[nodiscard]] std::string words(const CompareJob& job) const;
+    [[nodiscard]] Figure figure(const CompareJob& job,
+                                const std::vector<MethodOutcome>& outcomes) const;
+
     std::string signal, kernel, truth, output;
     std::vector<std::string> methods = Setting::named("method").wordList();
     SettingOptions options{FendraSettings::deconvolution};

@@ -1,6 +1,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/methods/Method.h"
 #include "workbench/reporting/figures.h"
 #include "workbench/terminal/Progress.h"
@@ -9,6 +10,7 @@
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <memory>
@@ -44,6 +46,26 @@ CompareJob CompareCommand::job() const {
     return job;
 }
 
+// The command line that gives the same results again.
+std::string CompareCommand::words(const CompareJob& job) const {
+    return fmt::format("fendra compare {} {} --methods {}{}{}{}{}{}{}{}", quoted(signal),
+                       quoted(kernel), fmt::join(methods, ","), options.words(),
+                       treatmentWords(job.treatment), pad ? " --pad" : "",
+                       rate == 0.0 ? "" : fmt::format(" --rate {}", rate), input.words(),
+                       truth.empty() ? "" : " --truth " + quoted(truth),
+                       output.empty() ? "" : " -o " + quoted(output));
+}
+
+// The signals with all results, and the words without the name of the output.
+Figure CompareCommand::figure(const CompareJob& job,
+                              const std::vector<MethodOutcome>& outcomes) const {
+    CompareCommand unnamed = *this;
+    unnamed.output.clear();
+    Figure figure = figureOf(job, outcomes);
+    figure.caption.insert(figure.caption.begin(), printable(unnamed.words(job)));
+    return figure;
+}
+
 void CompareCommand::run() const {
     const std::unique_ptr<PlotFile> picture = plot.open(replace);
     const CompareJob comparison = job();
@@ -57,8 +79,8 @@ void CompareCommand::run() const {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
     if (picture) {
-        const Figure figure = figureOf(comparison, outcomes);
-        picture->write(figure, plot.order(figure));
+        const Figure shown = figure(comparison, outcomes);
+        picture->write(shown, plot.order(shown));
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });

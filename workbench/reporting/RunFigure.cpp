@@ -154,6 +154,9 @@ static std::vector<std::string> linesOf(const RunRecord& record) {
 
 Figure RunFigure::figure(const RunRecord* record) {
     addNoise();
+    if (results > 1 && record == nullptr) {
+        samples.title = "Signal and results";
+    }
     Figure figure;
     figure.panes.push_back(std::move(samples));
     if (!residual.graphs.empty()) {

@@ -107,6 +107,14 @@ bool SettingOptions::isGiven(const std::string& key) const {
     });
 }
 
+std::string SettingOptions::words() const {
+    std::string words;
+    for (const Row& row : rows) {
+        words += row.value.empty() ? "" : fmt::format(" --{} {}", row.setting->key, row.value);
+    }
+    return words;
+}
+
 // An option without effect would let a person believe that it had one.
 void SettingOptions::refuseIgnored(const std::vector<FendraSettings>& used) const {
     for (const Row& row : rows) {

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] LeftToData leftToData() const;
 
     [[nodiscard]] bool isGiven(const std::string& key) const;
+    // Those that were given, as a command line takes them, each with a blank before it.
+    [[nodiscard]] std::string words() const;
 
     // CLI::ValidationError if an option was given that plays no part under any of these settings.
     void refuseIgnored(const std::vector<FendraSettings>& used) const;
