@@ -1,6 +1,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/methods/Method.h"
 #include "workbench/reporting/figures.h"
 #include "workbench/reporting/pages.h"
@@ -57,6 +58,16 @@ std::string CompareCommand::words(const CompareJob& job) const {
                        output.empty() ? "" : " -o " + quoted(output));
 }
 
+// The signals with all results, and the words without the name of the output.
+Figure CompareCommand::figure(const CompareJob& job,
+                              const std::vector<MethodOutcome>& outcomes) const {
+    CompareCommand unnamed = *this;
+    unnamed.output.clear();
+    Figure figure = figureOf(job, outcomes);
+    figure.caption.insert(figure.caption.begin(), printable(unnamed.words(job)));
+    return figure;
+}
+
 void CompareCommand::run() const {
     const std::unique_ptr<PageFile> pageFile = page.open(replace);
     const std::unique_ptr<PlotFile> picture = plot.open(replace);
@@ -70,14 +81,13 @@ void CompareCommand::run() const {
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
-    if (pageFile || picture) {
-        const Figure figure = figureOf(comparison, outcomes);
-        if (pageFile) {
-            pageFile->write(pageOf(comparison, outcomes, words(comparison)), figure);
-        }
-        if (picture) {
-            picture->write(figure, plot.order(figure));
-        }
+    if (pageFile) {
+        pageFile->write(pageOf(comparison, outcomes, words(comparison)),
+                        figureOf(comparison, outcomes));
+    }
+    if (picture) {
+        const Figure shown = figure(comparison, outcomes);
+        picture->write(shown, plot.order(shown));
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
