@@ -83,6 +83,8 @@ int main(int argc, char** argv) {
     const Console console;
     try {
         return statusOfOutput(runCommand(Console::words(argc, argv)));
+    } catch (const Stopped& stop) {
+        return statusOfOutput(report(stop.what(), 130));
     } catch (const std::bad_alloc&) {
         return report(noMemoryLeft, 1);
     } catch (const std::length_error&) {  // a size beyond what vectors hold

@@ -15,8 +15,10 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -33,7 +35,7 @@ public:
             qputenv("QT_QPA_PLATFORM", "offscreen");
         }
         qputenv("LC_ALL", language);
-        qputenv("XDG_CONFIG_HOME", folder.path.c_str());
+        qputenv("XDG_CONFIG_HOME", folder.path("settings").c_str());
     }
 
     // Returns the status of the window.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/commands/PageOptions.h"
 #include "workbench/commands/PlotOptions.h"
 #include "workbench/jobs/CompareJob.h"
 #include "workbench/methods/Setting.h"
@@ -30,8 +31,7 @@ public:
 
 private:
     [[nodiscard]] std::string words(const CompareJob& job) const;
-    [[nodiscard]] Figure figure(const CompareJob& job,
-                                const std::vector<MethodOutcome>& outcomes) const;
+    [[nodiscard]] std::string wordsWithoutOutput(const CompareJob& job) const;
 
     std::string signal, kernel, truth, output;
     std::vector<std::string> methods = Setting::named("method").wordList();
@@ -40,6 +40,7 @@ private:
     double rate = 0.0;  // 0: from the files
     bool pad = false, replace = false, json = false, quiet = false;
     InputOptions input;
+    PageOptions page;
     PlotOptions plot;
     JobsOption jobs;
 };

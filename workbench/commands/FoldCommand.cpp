@@ -1,6 +1,8 @@
 #include "workbench/commands/FoldCommand.h"
 
+#include "workbench/messages/Failure.h"
 #include "workbench/reporting/figures.h"
+#include "workbench/reporting/pages.h"
 #include "workbench/terminal/Progress.h"
 
 #include <CLI/CLI.hpp>
@@ -24,6 +26,15 @@ void FoldCommand::addTo(CLI::App& command, const std::string& firstName,
                         "freedom kept, and the criterion")
             ->type_name("FILE")
             ->group("Result");
+        command
+            .add_flag("--keep-partial", keepPartial,
+                      "where Ctrl-C ends an iteration, write the estimate of its last whole step, "
+                      "and end with status 130; comments and record say after how many steps. "
+                      "Before the first step has ended nothing is written; a second Ctrl-C ends at "
+                      "once. Of van-cittert, one channel and whole signals; without a band of "
+                      "uncertainty")
+            ->group("Result");
+        page.addTo(command);
     }
 }
 
@@ -54,12 +65,35 @@ void FoldCommand::checkStreams() const {
     }
 }
 
+// A band takes a run of its own, after the result. What is left to the data may turn out not to be
+// the iteration: then there is nothing to keep.
+void FoldCommand::checkKeeping(const FoldJob& job) const {
+    const auto refuse = [](const char* why) { throw CLI::ValidationError("--keep-partial", why); };
+    if (job.settings.method != FendraSettings::vanCittert && !job.leftToData.method) {
+        refuse("only the iteration has steps; give --method van-cittert, or leave it out");
+    }
+    if (job.cutting.block != 0) {
+        refuse("several blocks have no common step; leave out --block, or it");
+    }
+    if (job.treatment.uncertainty) {
+        refuse("a part of the steps has no band; leave out --uncertainty, or it");
+    }
+}
+
 FoldJob FoldCommand::job(const ModuleLibrary& library) const {
     FoldJob job = options.job(library);
+    if (keepPartial) {
+        checkKeeping(job);
+    }
     job.threads = jobs.threads;
     ReadOptions reading = options.reading();
     reading.digest = true;
     options.setFiles(job, first, second, reading, output);
+    if (keepPartial) {
+        job.keepPartial = true;
+        job.treatment.uncertainty = false;  // of text from an automatic treatment
+        job.words += " --keep-partial";
+    }
     if (!truth.empty()) {
         job.truth = fileSource(truth, options.reading());
     }
@@ -82,36 +116,58 @@ static SharedSignal readWhole(SignalSource& source) {
     return signal;
 }
 
-// The words that a job was given, which end with those of its output.
-std::string FoldCommand::withoutOutput(const std::string& words) const {
-    return words.substr(0, words.size() - output.words().size());
-}
-
 // Where the result itself goes to standard output, what is said about it goes to standard error.
-void FoldCommand::run() const {
-    checkStreams();
-    const std::unique_ptr<PlotFile> picture = plot.open(output.replace);
-    const ModuleLibrary library = options.library();
-    FoldJob folding = job(library);
-    SharedSignal signal, kernel;
-    Outcome seen;
-    if (picture) {
-        signal = readWhole(folding.first);
-        kernel = readWhole(folding.second);
-    }
-    Progress progress("", output.quiet);
-    const RunRecord record =
-        ::run(folding, library, target(), progress, picture ? &seen.result : nullptr);
-    progress.end();
+void FoldCommand::tell(const RunRecord& record) const {
     if (json) {
         fmt::print("{}", record.json());
     } else if (!output.quiet) {
         fmt::print(output.file == "-" ? stderr : stdout, "{}", record.summary());
     }
-    if (picture) {
-        seen.record = record;
-        seen.record.words = withoutOutput(record.words);
-        const Figure figure = figureOf(signal, kernel, seen);
+}
+
+// A picture is without the words of the output.
+void FoldCommand::show(Shown& shown, PlotFile* picture, PageFile* pageFile) const {
+    RunRecord& record = shown.outcome.record;
+    const Page said = pageOf(record);
+    if (const std::size_t at = record.words.rfind(output.words()); at != std::string::npos) {
+        record.words.erase(at, output.words().size());
+    }
+    Figure figure = figureOf(shown.signal, shown.kernel, shown.outcome);
+    if (picture != nullptr) {
         picture->write(figure, plot.order(figure));
+    }
+    if (pageFile != nullptr) {
+        const auto begin = figure.caption.begin();
+        figure.caption.erase(begin, begin + std::ssize(captionOf(record)));  // the page says it
+        pageFile->write(said, figure);
+    }
+}
+
+void FoldCommand::run() const {
+    checkStreams();
+    const std::unique_ptr<PlotFile> picture = plot.open(output.replace);
+    const std::unique_ptr<PageFile> pageFile = page.open(output.replace);
+    const ModuleLibrary library = options.library();
+    FoldJob folding = job(library);
+    Shown shown;
+    const bool shows = picture || pageFile;
+    if (shows) {
+        shown.signal = readWhole(folding.first);
+        shown.kernel = readWhole(folding.second);
+    }
+    Progress progress("", output.quiet);
+    if (keepPartial) {
+        progress.stopOnInterrupt();
+    }
+    const RunRecord& record = shown.outcome.record =
+        ::run(folding, library, target(), progress, shows ? &shown.outcome.result : nullptr);
+    progress.end();
+    tell(record);
+    if (shows) {
+        show(shown, picture.get(), pageFile.get());
+    }
+    if (record.stop) {
+        throw Stopped(fmt::format("{}: {} holds the estimate so far", record.stop->text(),
+                                  record.output.shown));
     }
 }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "workbench/commands/FoldOptions.h"
+#include "workbench/commands/PageOptions.h"
 #include "workbench/commands/PlotOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
+#include <memory>
 #include <string>
 
 namespace CLI {
@@ -33,12 +35,20 @@ public:
 private:
     void addOutput(CLI::App& command);
     void checkStreams() const;
-    [[nodiscard]] std::string withoutOutput(const std::string& words) const;
+    void checkKeeping(const FoldJob& job) const;
+    void tell(const RunRecord& record) const;
+    // What pictures of a run are made from.
+    struct Shown {
+        std::shared_ptr<const Signal> signal, kernel;
+        Outcome outcome;
+    };
+    void show(Shown& shown, PlotFile* picture, PageFile* pageFile) const;
 
     std::string first, second, truth, curve;
     FoldOptions options;
-    bool json = false;
+    bool json = false, keepPartial = false;
     OutputOptions output{.file = "-"};
+    PageOptions page;
     PlotOptions plot;
     JobsOption jobs;
 };

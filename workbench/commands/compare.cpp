@@ -4,6 +4,7 @@
 #include "workbench/messages/Printable.h"
 #include "workbench/methods/Method.h"
 #include "workbench/reporting/figures.h"
+#include "workbench/reporting/pages.h"
 #include "workbench/terminal/Progress.h"
 #include "workbench/terminal/comparisonText.h"
 #include "workbench/terminal/values.h"
@@ -29,7 +30,8 @@ CompareJob CompareCommand::job() const {
     }
     options.refuseIgnored(used);
     treatments.refuseIgnored(used, pad);
-    const ReadOptions reading = input.reading();
+    ReadOptions reading = input.reading();
+    reading.digest = !page.file.empty();
     job.signal =
         std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(signal), reading)));
     job.kernel =
@@ -56,17 +58,15 @@ std::string CompareCommand::words(const CompareJob& job) const {
                        output.empty() ? "" : " -o " + quoted(output));
 }
 
-// The signals with all results, and the words without the name of the output.
-Figure CompareCommand::figure(const CompareJob& job,
-                              const std::vector<MethodOutcome>& outcomes) const {
+// Those of a picture.
+std::string CompareCommand::wordsWithoutOutput(const CompareJob& job) const {
     CompareCommand unnamed = *this;
     unnamed.output.clear();
-    Figure figure = figureOf(job, outcomes);
-    figure.caption.insert(figure.caption.begin(), printable(unnamed.words(job)));
-    return figure;
+    return unnamed.words(job);
 }
 
 void CompareCommand::run() const {
+    const std::unique_ptr<PageFile> pageFile = page.open(replace);
     const std::unique_ptr<PlotFile> picture = plot.open(replace);
     const CompareJob comparison = job();
     const ModuleLibrary library = input.library();
@@ -78,9 +78,16 @@ void CompareCommand::run() const {
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
-    if (picture) {
-        const Figure shown = figure(comparison, outcomes);
-        picture->write(shown, plot.order(shown));
+    if (pageFile || picture) {
+        Figure figure = figureOf(comparison, outcomes);
+        if (pageFile) {
+            pageFile->write(pageOf(comparison, outcomes, words(comparison)), figure);
+        }
+        if (picture) {
+            figure.caption.insert(figure.caption.begin(),
+                                  printable(wordsWithoutOutput(comparison)));
+            picture->write(figure, plot.order(figure));
+        }
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
@@ -116,6 +123,7 @@ void CompareCommand::addTo(CLI::App& command) {
         ->type_name("FILE")
         ->group("Result");
     command.add_flag("--force", replace, forceText)->group("Result");
+    page.addTo(command);
     plot.addTo(command);
     jobs.addTo(command, "methods");
     command.add_flag("--json", json, "print JSON")->group("Result");

@@ -2,6 +2,9 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/FoldCommand.h"
 #include "workbench/jobs/RunRecord.h"
+#include "workbench/reporting/figures.h"
+#include "workbench/reporting/pages.h"
+#include "workbench/signals/SampleDigest.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
@@ -10,6 +13,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -18,6 +22,7 @@ struct Sweep {
     std::string frequencies;
     double seconds = 0.0, rate = 0.0, fade = 0.01;
     OutputOptions output;
+    PageOptions page;
 };
 
 }  // namespace
@@ -42,8 +47,25 @@ static void check(const Sweep& sweep) {
             fmt::format("{} s is more than half of the sweep; give at most {}", sweep.fade, half));
 }
 
+static void writePage(PageFile& file, const Sweep& sweep, const ResultInfo& info,
+                      const std::vector<double>& samples) {
+    SampleDigest digest;
+    digest.add(samples.data(), samples.size());
+    const auto [from, to] = rangeOf(sweep.frequencies);
+    const SourceName name = SourceName::ofOutput(sweep.output.file);
+    Signal signal{{}, samples};
+    signal.info.source = name;
+    signal.info.channels = info.channels;
+    signal.info.samples = info.samples;
+    signal.info.rate = info.rate;
+    const SweepRecord record{info.notes.at(0), name,       from,         to,          sweep.seconds,
+                             sweep.fade,       sweep.rate, info.samples, digest.hex()};
+    file.write(pageOf(record), figureOf({std::make_shared<const Signal>(std::move(signal))}));
+}
+
 static void run(const Sweep& sweep) {
     check(sweep);
+    const std::unique_ptr<PageFile> pageFile = sweep.page.open(sweep.output.replace);
     const auto [from, to] = rangeOf(sweep.frequencies);
     const std::vector<double> samples =
         exponentialSweep(from, to, sweep.seconds, sweep.rate, sweep.fade);
@@ -63,6 +85,9 @@ static void run(const Sweep& sweep) {
         if (const std::string lost = withoutPlace(target, info); !lost.empty()) {
             fmt::print("remark: {} has no place for {}\n", target.name.shown, lost);
         }
+    }
+    if (pageFile) {
+        writePage(*pageFile, sweep, info, samples);
     }
 }
 
@@ -91,6 +116,7 @@ static void addSweep(CLI::App& program) {
         ->capture_default_str();
     sweep->output.addTo(command, "file; the ending chooses the format");
     command.get_option("--output")->required();
+    sweep->page.addTo(command);
     command.callback([sweep] { run(*sweep); });
 }
 

@@ -92,6 +92,15 @@ static SignalInfo described(const SignalReader& reader, const SignalSource& sour
     return info;
 }
 
+static void refusePartialOfSeveral(const FoldJob& job, const SignalInfo& info) {
+    if (job.keepPartial && info.channels > 1) {
+        throw Failure(fmt::format(
+            "--keep-partial: {} has {} channels, whose iterations would be stopped after different "
+            "steps; deconvolve one at a time, or leave out --keep-partial",
+            info.source.shown, info.channels));
+    }
+}
+
 FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
                  JobObserver& jobObserver, bool intoStream)
     : job(foldJob), library(moduleLibrary), observer(jobObserver) {
@@ -107,6 +116,7 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
     std::unique_ptr<SignalReader> second =
         opened(job.second, streams && first->info().samples != 0);
     const SignalInfo a = described(*first, job.first), b = described(*second, job.second);
+    refusePartialOfSeveral(job, a.channels > b.channels ? a : b);
     common = commonStep(a, b, job.rate);
     const bool whole = isWhole(job, a) && isWhole(job, b);
     kernelServesAll = isWhole(job, b);

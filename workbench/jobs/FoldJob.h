@@ -37,8 +37,9 @@ struct FoldJob {
     double rate = 0.0;                  // of signals that have none, in Hz; 0: not known
     std::optional<SignalSource> truth;  // to compare the result with
     bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
-    int threads = 1;                    // for channels and blocks, at most; they change no bit
-    Gain gain;                          // of the result, after it was compared
+    bool keepPartial = false;  // somebody may stop it, to have the estimate of one iteration
+    int threads = 1;           // for channels and blocks, at most; they change no bit
+    Gain gain;                 // of the result, after it was compared
     std::optional<SignalTarget> curve;  // where the points of a search are written
     std::string words;                  // the command line that gives the same result again
     // That with what was found in place of what was left to the data; may be empty.

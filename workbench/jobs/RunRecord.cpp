@@ -88,6 +88,11 @@ std::vector<std::string> RunRecord::judgementLines() const {
     return lines;
 }
 
+std::string StopRecord::text() const {
+    return fmt::format("stopped after {} of at most {} steps, counted as by --max-iterations", loop,
+                       most);
+}
+
 std::vector<std::string> RunRecord::openingNotes() const {
     std::vector<std::string> notes = {words, work()};
     if (!graph.empty()) {
@@ -107,7 +112,16 @@ std::vector<std::string> RunRecord::openingNotes() const {
 }
 
 std::vector<std::string> RunRecord::closingNotes() const {
-    std::vector<std::string> notes = judgementLines();
+    std::vector<std::string> notes;
+    if (stop) {
+        notes.push_back(stop->text());
+        if (!stop->rerun.empty()) {
+            notes.push_back("without a stop: " + stop->rerun);
+        }
+    }
+    for (const std::string& line : judgementLines()) {
+        notes.push_back(line);
+    }
     std::transform(remarks.begin(), remarks.end(), std::back_inserter(notes),
                    [](const std::string& remark) { return "remark: " + remark; });
     for (const SignalInfo& input : inputs) {
@@ -126,13 +140,18 @@ std::string RunRecord::summary() const {
         fmt::format("{}: {}, {}\n{}{}\n", output.shown, describe(channels, samples, rate),
                     hasRange ? fmt::format("from {:.6g} to {:.6g}", minimum, maximum) : "all NaN",
                     work(), stopped ? ", stopped: the estimate so far" : "");
+    if (stop) {
+        text += stop->text() + "\n";
+    }
     for (const std::string& line : treatmentLines()) {
         text += line + "\n";
     }
     for (const std::string& line : judgementLines()) {
         text += line + "\n";
     }
-    if (choice && !choice->rerun.empty()) {
+    if (stop && !stop->rerun.empty()) {
+        text += "without a stop: " + stop->rerun + "\n";
+    } else if (choice && !choice->rerun.empty()) {
         text += "without a search: " + choice->rerun + "\n";
     }
     for (const ReportedNumbers& entry : numbers) {
@@ -197,6 +216,9 @@ static Json resultOf(const RunRecord& record) {
     }
     if (record.stopped) {
         result["stopped"] = true;
+        if (record.stop) {
+            result["stoppedAfter"] = record.stop->loop;
+        }
     }
     addNumbers(record, result);
     if (!record.remarks.empty()) {
@@ -244,7 +266,9 @@ std::string RunRecord::json() const {
     if (!remarks.empty()) {
         record["warnings"] = remarks;
     }
-    if (choice && !choice->rerun.empty()) {
+    if (stop && !stop->rerun.empty()) {
+        record["rerun"] = stop->rerun;
+    } else if (choice && !choice->rerun.empty()) {
         record["rerun"] = choice->rerun;
     }
     return record.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

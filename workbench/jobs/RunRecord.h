@@ -30,6 +30,14 @@ struct GainRecord {
     std::optional<double> peak;  // that became 1.0, where the result was normalized; 0: all is zero
 };
 
+// Where an iteration was stopped.
+struct StopRecord {
+    std::uint32_t loop = 0, most = 0;  // its loop count, and the bound on that
+    std::string rerun;  // the command line that gives the same without a stop; empty: not known
+
+    [[nodiscard]] std::string text() const;
+};
+
 // What a run did, enough to judge its result and to run it again.
 struct RunRecord {
     std::string words;        // the command line
@@ -59,6 +67,7 @@ struct RunRecord {
     std::int64_t beyondFullScale = 0;       // values whose magnitude is above 1.0
     std::vector<ResponseRecord> responses;  // one a channel, where a band of frequencies was named
     bool stopped = false;                   // by the observer: the result is the estimate so far
+    std::optional<StopRecord> stop;         // of a single iteration
 
     // Comment lines of a text result: known before the run, and known after it.
     [[nodiscard]] std::vector<std::string> openingNotes() const;

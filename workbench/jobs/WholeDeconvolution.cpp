@@ -141,13 +141,30 @@ void WholeDeconvolution::report(const Deconvolution::Answer& answer, int channel
     }
 }
 
-// Of one iteration the estimate would be the result, if there was one.
+// Then the estimate of a step can be the result.
+bool WholeDeconvolution::isOneIteration() const {
+    return method().code == FendraSettings::vanCittert && channels() == 1 && passes() == 1;
+}
+
+// What would have ended by itself where it was stopped, with what was found in the data.
+void WholeDeconvolution::describeStop(const Deconvolution::Answer& answer,
+                                      RunRecord& record) const {
+    if (!isOneIteration()) {
+        return;
+    }
+    const Choice& choice = deconvolution->choice();
+    FendraSettings bounded = choice.settings;
+    bounded.maxIterations = static_cast<std::uint32_t>(answer.numbers.at(1));
+    record.stop = {bounded.maxIterations, choice.settings.maxIterations, ""};
+    if (job.wordsWith && job.graph.empty()) {
+        record.stop->rerun = job.wordsWith(bounded, choice.treatment);
+    }
+}
+
 Stopped WholeDeconvolution::stopped() const {
-    return Stopped(
-        fmt::format("stopped before {}; nothing is written",
-                    method().code == FendraSettings::vanCittert && channels() == 1 && passes() == 1
-                        ? "the first step of the iteration had ended"
-                        : "the result was complete"));
+    return Stopped(fmt::format("stopped before {}; nothing is written",
+                               isOneIteration() ? "the first step of the iteration had ended"
+                                                : "the result was complete"));
 }
 
 Deconvolution::Answer WholeDeconvolution::answer(int channel, StepRelay& relay) const {
@@ -193,6 +210,9 @@ void WholeDeconvolution::run(ResultTap& tap, StepRelay& relay, Findings& finding
     const auto end = [&](std::int64_t channel) {
         const Deconvolution::Answer done = std::move(answers[channel]);
         report(done, static_cast<int>(channel), findings, record);
+        if (relay.stopped()) {
+            describeStop(done, record);
+        }
         put(done, static_cast<std::size_t>(channel), width, values, bands);
     };
     inRounds(threads, channels(), 1, {[](std::int64_t) {}, run, end});

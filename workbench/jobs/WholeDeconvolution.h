@@ -34,6 +34,8 @@ private:
     [[nodiscard]] int threadsThatFit() const;
     [[nodiscard]] Deconvolution::Answer answer(int channel, StepRelay& relay) const;
     [[nodiscard]] Stopped stopped() const;
+    [[nodiscard]] bool isOneIteration() const;
+    void describeStop(const Deconvolution::Answer& answer, RunRecord& record) const;
     void report(const Deconvolution::Answer& answer, int channel, Findings& findings,
                 RunRecord& record) const;
 

@@ -5,6 +5,7 @@
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/reporting/choicePane.h"
+#include "workbench/reporting/figures.h"
 
 #include <fmt/format.h>
 
@@ -132,7 +133,7 @@ std::vector<std::string> RunFigure::notes() const {
     return lines;
 }
 
-static std::vector<std::string> linesOf(const RunRecord& record) {
+std::vector<std::string> captionOf(const RunRecord& record) {
     std::vector<std::string> lines;
     const auto add = [&lines](const std::vector<std::string>& more) {
         lines.insert(lines.end(), more.begin(), more.end());
@@ -168,7 +169,7 @@ Figure RunFigure::figure(const RunRecord* record) {
         if (record->choice && !record->choice->curve.empty()) {
             figure.panes.push_back(choicePane(*record->choice));
         }
-        figure.caption = linesOf(*record);
+        figure.caption = captionOf(*record);
     }
     for (std::string& note : notes()) {
         figure.caption.push_back(std::move(note));

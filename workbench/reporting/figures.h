@@ -5,6 +5,7 @@
 #include "workbench/jobs/FoldJob.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 // What there is to be seen of signals and of what was made of them.
@@ -18,6 +19,9 @@ Figure figureOf(const std::vector<SharedSignal>& signals);
 // convolved with the kernel less the signal; spectra; and the curve by which a strength was chosen.
 // Of an outcome with a band, the result has three columns a channel: value, lower and upper.
 Figure figureOf(const SharedSignal& signal, const SharedSignal& kernel, const Outcome& outcome);
+
+// What of its record the caption says, a line each, before what there is to be said of the panes.
+std::vector<std::string> captionOf(const RunRecord& record);
 
 // The signal with the results of all methods, their residuals and spectra.
 Figure figureOf(const CompareJob& job, const std::vector<MethodOutcome>& outcomes);

@@ -6,6 +6,8 @@
 #include <csignal>
 
 static std::atomic<void (*)()> clean = nullptr;
+static std::atomic<bool> noted = false;
+static bool interruptsEnd = false;
 
 // Raised again, the signal ends the process once this handler has returned.
 static void leave(int signal) {
@@ -18,5 +20,21 @@ void catchEndings(void (*cleanUp)()) {
     clean = cleanUp;
     for (const int signal : endingSignals()) {
         std::signal(signal, leave);
+        interruptsEnd = interruptsEnd || signal == SIGINT;
     }
+}
+
+static void note(int signal) {
+    noted = true;
+    std::signal(signal, leave);
+}
+
+void noteFirstInterrupt() {
+    if (interruptsEnd) {
+        std::signal(SIGINT, note);
+    }
+}
+
+bool interrupted() {
+    return noted;
 }

@@ -1,6 +1,7 @@
 #include "workbench/terminal/Progress.h"
 
 #include "workbench/system/Console.h"
+#include "workbench/system/endings.h"
 #include "workbench/terminal/duration.h"
 
 #include <fmt/format.h>
@@ -13,6 +14,11 @@ static constexpr auto beforeFirst = std::chrono::milliseconds(500);
 static constexpr double worthTelling = 10.0;  // seconds that are told of beforehand
 
 Progress::Progress(std::string what, bool quiet) : name(std::move(what)), silent(quiet) {}
+
+void Progress::stopOnInterrupt() {
+    stops = true;
+    noteFirstInterrupt();
+}
 
 Progress::~Progress() {
     end();
@@ -59,7 +65,7 @@ void Progress::begins(const JobSize& jobSize) {
 bool Progress::advances(const JobProgress& jobProgress) {
     const std::lock_guard lock(guard);
     progress = jobProgress;
-    return true;
+    return !(stops && interrupted());
 }
 
 // A thread of its own, since a transform of a long signal reports nothing until it ends.

@@ -18,6 +18,8 @@ class Progress final : public JobObserver {
 public:
     // what: in front of the line, "spectral"; empty: nothing. quiet: no line, and no estimate.
     explicit Progress(std::string what, bool quiet);
+    // Makes the first interrupt from the terminal stop the job instead of the program.
+    void stopOnInterrupt();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     ~Progress() override;
@@ -37,7 +39,7 @@ private:
     [[nodiscard]] std::string line() const;
 
     std::string name;
-    bool silent, shown = false, ended = false;
+    bool silent, shown = false, ended = false, stops = false;
     Clock::time_point start = Clock::now();
     std::mutex guard;  // of what follows and of ended
     JobSize size;

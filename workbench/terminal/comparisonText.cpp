@@ -1,5 +1,6 @@
 #include "workbench/terminal/comparisonText.h"
 
+#include "workbench/jobs/methodSentences.h"
 #include "workbench/jobs/recordJson.h"
 #include "workbench/methods/Method.h"
 
@@ -7,7 +8,6 @@
 #include <fmt/ranges.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cstddef>
 #include <iterator>
 
@@ -31,55 +31,6 @@ static std::string rowOf(const MethodOutcome& outcome) {
         "{:<16}{:>10.2g}{:>11.2g}{}   {}", outcome.method->word, outcome.misfit, outcome.roughness,
         error ? fmt::format("{:>10.2g}", error->relativeError) : "", reportedText(outcome));
     return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-}
-
-static bool isOnFile(const std::string& remark, const RunRecord& record) {
-    return std::any_of(record.inputs.begin(), record.inputs.end(), [&](const SignalInfo& input) {
-        return std::count(input.remarks.begin(), input.remarks.end(), remark) != 0;
-    });
-}
-
-static std::vector<std::string> sentencesOn(const MethodOutcome& outcome) {
-    std::vector<std::string> sentences;
-    const RunRecord& record = outcome.record;
-    if (record.choice) {
-        sentences = record.choice->reasons;
-    }
-    sentences.insert(sentences.end(), record.remarks.begin(), record.remarks.end());
-    if (record.error && record.error->known != record.samples) {
-        sentences.push_back(
-            fmt::format("the error is over the first {} samples", record.error->samples));
-    }
-    return sentences;
-}
-
-namespace {
-
-// A sentence, and the methods of which it holds; of none where it is on a file.
-struct Sentence {
-    std::string text;
-    std::vector<std::string> methods;
-};
-
-}  // namespace
-
-// What holds for several methods is said once.
-static std::vector<Sentence> sentencesOn(const std::vector<MethodOutcome>& outcomes) {
-    std::vector<Sentence> all;
-    for (const MethodOutcome& outcome : outcomes) {
-        for (const std::string& text : sentencesOn(outcome)) {
-            auto same = std::find_if(all.begin(), all.end(), [&](const Sentence& sentence) {
-                return sentence.text == text;
-            });
-            if (same == all.end()) {
-                same = all.insert(all.end(), {text, {}});
-            }
-            if (!isOnFile(text, outcome.record)) {
-                same->methods.emplace_back(outcome.method->word);
-            }
-        }
-    }
-    return all;
 }
 
 std::string comparisonTable(const std::vector<MethodOutcome>& outcomes, bool withTruth) {

@@ -43,7 +43,7 @@ void WorkWindow::addCentre() {
     seen->addWidget(plot);
     seen->addWidget(summary);
     seen->setStretchFactor(0, 1);
-    seen->setSizes({600, 150});
+    seen->setSizes({720, 140});
     comparison = new ComparisonTab([this](const QString& text) { readout->setText(text); });
     tabs = new QTabWidget;
     tabs->addTab(seen, tr("Result"));
@@ -60,7 +60,7 @@ void WorkWindow::addCentre() {
     whole->setStretchFactor(1, 1);
     setCentralWidget(whole);
     setAcceptDrops(true);
-    resize(1280, 860);
+    resize(1280, 960);
 }
 
 void WorkWindow::addStatus() {

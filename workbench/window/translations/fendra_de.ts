@@ -31,8 +31,84 @@
 <context>
     <name>Figure</name>
     <message>
-        <source>signal</source>
+        <source>Signal</source>
         <translation>Signal</translation>
+    </message>
+    <message>
+        <source>Signals</source>
+        <translation>Signale</translation>
+    </message>
+    <message>
+        <source>Signal and result</source>
+        <translation>Signal und Ergebnis</translation>
+    </message>
+    <message>
+        <source>Residual: result convolved with the kernel, less signal</source>
+        <translation>Residuum: Ergebnis mit dem Kern gefaltet, weniger Signal</translation>
+    </message>
+    <message>
+        <source>Kernel</source>
+        <translation>Kern</translation>
+    </message>
+    <message>
+        <source>Spectra</source>
+        <translation>Spektren</translation>
+    </message>
+    <message>
+        <source>Choice of the number of steps</source>
+        <translation>Wahl der Anzahl der Schritte</translation>
+    </message>
+    <message>
+        <source>Choice of the strength</source>
+        <translation>Wahl der Stärke</translation>
+    </message>
+    <message>
+        <source>sample</source>
+        <translation>Abtastwert</translation>
+    </message>
+    <message>
+        <source>time (s)</source>
+        <translation>Zeit (s)</translation>
+    </message>
+    <message>
+        <source>cycles per sample</source>
+        <translation>Perioden je Abtastwert</translation>
+    </message>
+    <message>
+        <source>frequency (Hz)</source>
+        <translation>Frequenz (Hz)</translation>
+    </message>
+    <message>
+        <source>magnitude</source>
+        <translation>Betrag</translation>
+    </message>
+    <message>
+        <source>value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>strength</source>
+        <translation>Stärke</translation>
+    </message>
+    <message>
+        <source>criterion</source>
+        <translation>Kriterium</translation>
+    </message>
+    <message>
+        <source>result</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>noise</source>
+        <translation>Rauschen</translation>
+    </message>
+    <message>
+        <source>known</source>
+        <translation>bekannt</translation>
     </message>
 </context>
 <context>
@@ -141,7 +217,7 @@
     </message>
     <message>
         <source>Stop at err&amp;or</source>
-        <translation>Ende bei F&amp;ehler</translation>
+        <translation>Ende bei Fe&amp;hler</translation>
     </message>
     <message>
         <source>Sum of the squared residuals at or below which the iteration stops</source>
@@ -229,7 +305,7 @@
     </message>
     <message>
         <source>&amp;Keep</source>
-        <translation>Behal&amp;ten</translation>
+        <translation>Beha&amp;lten</translation>
     </message>
     <message>
         <source>FROM:TO, the part of the result that is kept, in units of its axis</source>

@@ -31,8 +31,84 @@
 <context>
     <name>Figure</name>
     <message>
-        <source>signal</source>
-        <translation>signal</translation>
+        <source>Signal</source>
+        <translation>Signal</translation>
+    </message>
+    <message>
+        <source>Signals</source>
+        <translation>Signaux</translation>
+    </message>
+    <message>
+        <source>Signal and result</source>
+        <translation>Signal et résultat</translation>
+    </message>
+    <message>
+        <source>Residual: result convolved with the kernel, less signal</source>
+        <translation>Résidu : résultat convolué avec le noyau, moins le signal</translation>
+    </message>
+    <message>
+        <source>Kernel</source>
+        <translation>Noyau</translation>
+    </message>
+    <message>
+        <source>Spectra</source>
+        <translation>Spectres</translation>
+    </message>
+    <message>
+        <source>Choice of the number of steps</source>
+        <translation>Choix du nombre de pas</translation>
+    </message>
+    <message>
+        <source>Choice of the strength</source>
+        <translation>Choix de l&apos;intensité</translation>
+    </message>
+    <message>
+        <source>sample</source>
+        <translation>échantillon</translation>
+    </message>
+    <message>
+        <source>time (s)</source>
+        <translation>temps (s)</translation>
+    </message>
+    <message>
+        <source>cycles per sample</source>
+        <translation>périodes par échantillon</translation>
+    </message>
+    <message>
+        <source>frequency (Hz)</source>
+        <translation>fréquence (Hz)</translation>
+    </message>
+    <message>
+        <source>magnitude</source>
+        <translation>amplitude</translation>
+    </message>
+    <message>
+        <source>value</source>
+        <translation>valeur</translation>
+    </message>
+    <message>
+        <source>steps</source>
+        <translation>pas</translation>
+    </message>
+    <message>
+        <source>strength</source>
+        <translation>intensité</translation>
+    </message>
+    <message>
+        <source>criterion</source>
+        <translation>critère</translation>
+    </message>
+    <message>
+        <source>result</source>
+        <translation>résultat</translation>
+    </message>
+    <message>
+        <source>noise</source>
+        <translation>bruit</translation>
+    </message>
+    <message>
+        <source>known</source>
+        <translation>connu</translation>
     </message>
 </context>
 <context>
@@ -189,7 +265,7 @@
     </message>
     <message>
         <source>&amp;Band</source>
-        <translation>&amp;Bande</translation>
+        <translation>Bande</translation>
     </message>
     <message>
         <source>FROM:TO in Hz; all outside is suppressed: for a recording of a sweep</source>
@@ -213,7 +289,7 @@
     </message>
     <message>
         <source>&amp;Ends</source>
-        <translation>&amp;Extrémités</translation>
+        <translation>Extrémités</translation>
     </message>
     <message>
         <source>How the signal goes on beyond its ends</source>
@@ -229,7 +305,7 @@
     </message>
     <message>
         <source>&amp;Keep</source>
-        <translation>&amp;Garder</translation>
+        <translation>Garde&amp;r</translation>
     </message>
     <message>
         <source>FROM:TO, the part of the result that is kept, in units of its axis</source>
@@ -289,7 +365,7 @@
     </message>
     <message>
         <source>magnitude</source>
-        <translation>norme</translation>
+        <translation>amplitude</translation>
     </message>
     <message>
         <source>Manhattan magnitude</source>
