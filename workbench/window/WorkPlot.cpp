@@ -40,6 +40,14 @@ void WorkPlot::show(const Figure& newFigure) {
     clearItems();
     setFigure(std::make_shared<const Figure>(inPersonsLanguage(newFigure)));
     addCursors();
+    // Room for any number, so that what is under the pointer stays there when the numbers change.
+    constexpr int digits = 9;
+    const int room = fontMetrics().averageCharWidth() * digits + 2 * fontMetrics().height();
+    for (std::size_t i = 0; i < paneCount(); ++i) {
+        QMargins margins = pane(i).minimumMargins();
+        margins.setLeft(room);
+        pane(i).setMinimumMargins(margins);
+    }
     if (paneCount() > 1) {  // what it is all about; a title stands above each pane
         plotLayout()->setRowStretchFactor(1, 2.0);
     }

@@ -217,7 +217,7 @@
     </message>
     <message>
         <source>Stop at err&amp;or</source>
-        <translation>Ende bei F&amp;ehler</translation>
+        <translation>Ende bei Fe&amp;hler</translation>
     </message>
     <message>
         <source>Sum of the squared residuals at or below which the iteration stops</source>
@@ -305,7 +305,7 @@
     </message>
     <message>
         <source>&amp;Keep</source>
-        <translation>Behal&amp;ten</translation>
+        <translation>Beha&amp;lten</translation>
     </message>
     <message>
         <source>FROM:TO, the part of the result that is kept, in units of its axis</source>

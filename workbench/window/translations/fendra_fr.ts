@@ -265,7 +265,7 @@
     </message>
     <message>
         <source>&amp;Band</source>
-        <translation>&amp;Bande</translation>
+        <translation>Bande</translation>
     </message>
     <message>
         <source>FROM:TO in Hz; all outside is suppressed: for a recording of a sweep</source>
@@ -289,7 +289,7 @@
     </message>
     <message>
         <source>&amp;Ends</source>
-        <translation>&amp;Extrémités</translation>
+        <translation>Extrémités</translation>
     </message>
     <message>
         <source>How the signal goes on beyond its ends</source>
@@ -305,7 +305,7 @@
     </message>
     <message>
         <source>&amp;Keep</source>
-        <translation>&amp;Garder</translation>
+        <translation>Garde&amp;r</translation>
     </message>
     <message>
         <source>FROM:TO, the part of the result that is kept, in units of its axis</source>
