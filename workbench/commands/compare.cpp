@@ -58,11 +58,14 @@ std::string CompareCommand::words(const CompareJob& job) const {
                        output.empty() ? "" : " -o " + quoted(output));
 }
 
-// Those of a picture.
-std::string CompareCommand::wordsWithoutOutput(const CompareJob& job) const {
+// The signals with all results, and the words without the name of the output.
+Figure CompareCommand::figure(const CompareJob& job,
+                              const std::vector<MethodOutcome>& outcomes) const {
     CompareCommand unnamed = *this;
     unnamed.output.clear();
-    return unnamed.words(job);
+    Figure figure = figureOf(job, outcomes);
+    figure.caption.insert(figure.caption.begin(), printable(unnamed.words(job)));
+    return figure;
 }
 
 void CompareCommand::run() const {
@@ -78,16 +81,13 @@ void CompareCommand::run() const {
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
-    if (pageFile || picture) {
-        Figure figure = figureOf(comparison, outcomes);
-        if (pageFile) {
-            pageFile->write(pageOf(comparison, outcomes, words(comparison)), figure);
-        }
-        if (picture) {
-            figure.caption.insert(figure.caption.begin(),
-                                  printable(wordsWithoutOutput(comparison)));
-            picture->write(figure, plot.order(figure));
-        }
+    if (pageFile) {
+        pageFile->write(pageOf(comparison, outcomes, words(comparison)),
+                        figureOf(comparison, outcomes));
+    }
+    if (picture) {
+        const Figure shown = figure(comparison, outcomes);
+        picture->write(shown, plot.order(shown));
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });
