@@ -13,7 +13,7 @@ static bool mayBeEnglish(PageText text) {
     static const std::set<PageText> same = {PageText::signal,  PageText::format,  PageText::block,
                                             PageText::module,  PageText::channel, PageText::gain,
                                             PageText::quietest};
-    return same.count(text) != 0;
+    return same.contains(text);
 }
 
 static std::string placeholders(std::string_view text) {
@@ -24,18 +24,20 @@ static std::string placeholders(std::string_view text) {
     return found;
 }
 
+static void expectTranslated(const PageTextRow& row, PageLanguage language) {
+    const std::string_view text = pageText(row.text, language);
+    EXPECT_TRUE(!text.empty() && isUtf8(text)) << row.english;
+    EXPECT_TRUE(text != row.english || mayBeEnglish(row.text)) << row.english;
+    EXPECT_EQ(placeholders(text), placeholders(row.english)) << row.english;
+}
+
 TEST(PageTexts, AreThereInAllLanguages) {
     ASSERT_EQ(pageTexts().size(), static_cast<std::size_t>(PageText::last) + 1);
     for (std::size_t i = 0; i < pageTexts().size(); ++i) {
         const PageTextRow& row = pageTexts()[i];
         ASSERT_EQ(row.text, static_cast<PageText>(i)) << row.english;
-        const std::string_view english = pageText(row.text, PageLanguage::english);
-        ASSERT_FALSE(english.empty()) << i;
-        for (const PageLanguage language : {PageLanguage::german, PageLanguage::french}) {
-            const std::string_view text = pageText(row.text, language);
-            EXPECT_TRUE(!text.empty() && isUtf8(text)) << english;
-            EXPECT_TRUE(text != english || mayBeEnglish(row.text)) << english;
-            EXPECT_EQ(placeholders(text), placeholders(english)) << english;
-        }
+        EXPECT_FALSE(pageText(row.text, PageLanguage::english).empty()) << i;
+        expectTranslated(row, PageLanguage::german);
+        expectTranslated(row, PageLanguage::french);
     }
 }

@@ -31,8 +31,7 @@ public:
 
 private:
     [[nodiscard]] std::string words(const CompareJob& job) const;
-    [[nodiscard]] Figure figure(const CompareJob& job,
-                                const std::vector<MethodOutcome>& outcomes) const;
+    [[nodiscard]] std::string wordsWithoutOutput(const CompareJob& job) const;
 
     std::string signal, kernel, truth, output;
     std::vector<std::string> methods = Setting::named("method").wordList();

@@ -58,14 +58,11 @@ std::string CompareCommand::words(const CompareJob& job) const {
                        output.empty() ? "" : " -o " + quoted(output));
 }
 
-// The signals with all results, and the words without the name of the output.
-Figure CompareCommand::figure(const CompareJob& job,
-                              const std::vector<MethodOutcome>& outcomes) const {
+// Those of a picture.
+std::string CompareCommand::wordsWithoutOutput(const CompareJob& job) const {
     CompareCommand unnamed = *this;
     unnamed.output.clear();
-    Figure figure = figureOf(job, outcomes);
-    figure.caption.insert(figure.caption.begin(), printable(unnamed.words(job)));
-    return figure;
+    return unnamed.words(job);
 }
 
 void CompareCommand::run() const {
@@ -81,13 +78,16 @@ void CompareCommand::run() const {
     if (!output.empty()) {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
-    if (pageFile) {
-        pageFile->write(pageOf(comparison, outcomes, words(comparison)),
-                        figureOf(comparison, outcomes));
-    }
-    if (picture) {
-        const Figure shown = figure(comparison, outcomes);
-        picture->write(shown, plot.order(shown));
+    if (pageFile || picture) {
+        Figure figure = figureOf(comparison, outcomes);
+        if (pageFile) {
+            pageFile->write(pageOf(comparison, outcomes, words(comparison)), figure);
+        }
+        if (picture) {
+            figure.caption.insert(figure.caption.begin(),
+                                  printable(wordsWithoutOutput(comparison)));
+            picture->write(figure, plot.order(figure));
+        }
     }
     const auto failed = std::count_if(outcomes.begin(), outcomes.end(),
                                       [](const auto& outcome) { return !outcome.failure.empty(); });

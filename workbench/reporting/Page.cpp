@@ -129,11 +129,9 @@ void PageWriter::addRow(const PageRow& row, bool heads) {
     html += "<tr>";
     for (std::size_t i = 0; i < row.size(); ++i) {
         const bool head = heads || i == 0;
-        html += fmt::format("<{0}{1}>{2}</{0}>", head ? "th" : "td",
-                            !head   ? ""
-                            : heads ? " scope=\"col\""
-                                    : " scope=\"row\"",
-                            cell(row[i]));
+        const char* const kind = row[i].kind == PageCell::Kind::number ? " class=\"number\"" : "";
+        const char* const scope = !head ? "" : heads ? " scope=\"col\"" : " scope=\"row\"";
+        html += fmt::format("<{0}{1}{2}>{3}</{0}>", head ? "th" : "td", scope, kind, cell(row[i]));
     }
     html += "</tr>\n";
 }
@@ -227,8 +225,8 @@ std::string htmlOf(const Page& page, const Figure& figure, const PaintedFigure& 
     return std::move(writer.html);
 }
 
-// At 96 to an inch, 760 fill the width of A4 between its margins, 1060 its height.
+// In 900 by 1060 the text is of a size to be read on A4, below the title of the page.
 PictureOrder pageOrder(const Figure& figure) {
     const int panes = std::max(1, static_cast<int>(figure.panes.size()));
-    return {PictureFormat::svg, 760, std::min(1020, 40 + 250 * panes), {}, {}};
+    return {PictureFormat::svg, 900, std::min(1060, 40 + 260 * panes), {}, {}};
 }
