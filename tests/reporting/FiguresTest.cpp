@@ -1,6 +1,7 @@
 #include "workbench/reporting/figures.h"
 
 #include "workbench/figures/places.h"
+#include "workbench/methods/Method.h"
 #include "workbench/reporting/spectra.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <cmath>
 #include <memory>
 #include <numbers>
+#include <optional>
 #include <random>
 #include <utility>
 
@@ -179,4 +181,95 @@ TEST(Figures, SayHowManyChannelsAreLeftOut) {
     EXPECT_EQ(12U, figure.panes.at(0).graphs.size());
     ASSERT_EQ(1U, figure.caption.size());
     EXPECT_EQ("the first 12 of 20 channels are shown", figure.caption[0]);
+}
+
+// Time in seconds where there is a rate, even if an axis is something else; a falling axis begins
+// at its lower end.
+TEST(Figures, AxesAreThoseOfTheFiles) {
+    const SignalAxis time{"t_ms", 0.5, 0.25, true, 0.25, 0.25};
+    const SignalAxis energy{"E <keV>\t", 3.0, 0.5, false, 0.5, 0.5};
+    const SignalAxis falling{"wavenumber", 400.0, -2.0, false, 2.0, 2.0};
+    struct Row {
+        double rate;
+        std::optional<SignalAxis> axis;
+        const char *label, *frequency;
+        double first, last, nyquist;
+    };
+    for (const Row& row :
+         {Row{0.0, {}, "sample", "cycles per sample", 0.0, 9.0, 0.5},
+          Row{50.0, {}, "time (s)", "frequency (Hz)", 0.0, 0.18, 25.0},
+          Row{4.0, time, "time (s)", "frequency (Hz)", 0.5, 2.75, 2.0},
+          Row{0.0, energy, "E <keV>?", "cycles per E <keV>?", 3.0, 7.5, 1.0},
+          Row{0.0, falling, "wavenumber", "cycles per wavenumber", 382.0, 400.0, 0.25}}) {
+        auto signal = std::make_shared<Signal>(*signalOf("a", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+        signal->info.rate = row.rate;
+        signal->info.axis = row.axis;
+        const Figure figure = figureOf({signal});
+        const Graph &samples = figure.panes.at(0).graphs.at(0),
+                    &spectrum = figure.panes.at(1).graphs.at(0);
+        EXPECT_EQ(row.label, figure.panes[0].x.label);
+        EXPECT_EQ(row.frequency, figure.panes[1].x.label);
+        EXPECT_DOUBLE_EQ(row.first, placeOf(samples, 0));
+        EXPECT_DOUBLE_EQ(row.last, placeOf(samples, 9));
+        EXPECT_DOUBLE_EQ(row.nyquist, placeOf(spectrum, 5));
+        const bool reversed = row.axis && row.axis->step < 0.0;
+        EXPECT_EQ(reversed ? 10.0 : 1.0, (*samples.values)[0]);
+    }
+}
+
+// White noise of that deviation has the magnitude s sqrt(N) at all frequencies.
+TEST(Figures, NoiseIsALevelAmongTheSpectra) {
+    Outcome outcome;
+    outcome.result = *signalOf("result", std::vector<double>(100, 1.0));
+    outcome.record.choice.emplace();
+    outcome.record.choice->noise = 0.25;
+    const Figure figure = figureOf(signalOf("y", noise(100, 6)), signalOf("h", {1.0}), outcome);
+    const Pane* const spectra = paneOf(figure, PaneKind::spectra);
+    ASSERT_NE(nullptr, spectra);
+    EXPECT_TRUE(spectra->y.logarithmic);
+    EXPECT_FALSE(spectra->linked);
+    const Graph& level = spectra->graphs.back();
+    EXPECT_EQ(GraphRole::noise, level.role);
+    EXPECT_DOUBLE_EQ(2.5, (*level.values)[0]);
+    EXPECT_DOUBLE_EQ(0.5, placeOf(level, 1));
+}
+
+// A method without a result has no graph; the others go on.
+TEST(Figures, ComparisonHasAGraphForEachResult) {
+    CompareJob job;
+    job.signal = signalOf("y", {1.0, 2.0, 3.0});
+    job.kernel = signalOf("h", {1.0});
+    job.truth = sourceOf(signalOf("truth", {1.0, 2.0, 3.5}));
+    std::vector<MethodOutcome> outcomes(3);
+    const std::vector<const Method*> methods = Method::of(FendraSettings::deconvolution);
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        outcomes[i].method = methods.at(i);
+        outcomes[i].result = *job.signal;
+        outcomes[i].record.settings.direction = FendraSettings::deconvolution;
+        outcomes[i].record.rounds = 1;
+    }
+    outcomes[1].failure = "no result";
+    const Figure figure = figureOf(job, outcomes);
+    std::vector<std::string> names;
+    for (const Graph& graph : figure.panes.at(0).graphs) {
+        names.push_back(graph.name);
+    }
+    EXPECT_EQ((std::vector<std::string>{"y", "truth", methods[0]->word, methods[2]->word}), names);
+    const Pane* const residual = paneOf(figure, PaneKind::residual);
+    ASSERT_NE(nullptr, residual);
+    ASSERT_EQ(2U, residual->graphs.size());
+    EXPECT_NE(residual->graphs[0].variant, residual->graphs[1].variant);
+    EXPECT_NEAR(0.0, residual->graphs[0].values->finiteRange().highest, 1e-12);
+}
+
+// Of a part of the result, or one of several blocks, the kernel does not lead back to the signal.
+TEST(Figures, NoResidualWhereTheResultIsNotTheWhole) {
+    for (const auto& [samples, rounds] : {std::pair{3, 1}, {4, 2}}) {
+        Outcome outcome;
+        outcome.record.settings.direction = FendraSettings::deconvolution;
+        outcome.record.rounds = rounds;
+        outcome.result = *signalOf("r", noise(static_cast<std::size_t>(samples), 1));
+        const Figure figure = figureOf(signalOf("y", noise(4, 2)), signalOf("h", {1.0}), outcome);
+        EXPECT_EQ(nullptr, paneOf(figure, PaneKind::residual));
+    }
 }

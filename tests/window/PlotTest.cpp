@@ -1,9 +1,11 @@
 #include "workbench/window/FigurePainter.h"
 #include "workbench/window/FigurePlot.h"
+#include "workbench/window/PlainEnvironment.h"
 #include "workbench/window/PyramidGraph.h"
 
 #include <QApplication>
 #include <QImage>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -300,4 +302,133 @@ TEST_F(Plot, PicturesSayWhereTheirPanesAre) {
     const double row = frame.top + frame.height * (frame.highY - 1.0) / (frame.highY - frame.lowY);
     EXPECT_TRUE(isDrawn(column, row + 1) || isDrawn(column, row + 2) ||
                 isDrawn(column - 1, row + 2));
+}
+
+// Not every device clips: of a stretch in the middle of what goes far beyond it, nothing is drawn
+// outside the pane. The rest of a vector picture is text.
+TEST_F(Plot, VectorsStayWithinThePaneAndTextStaysText) {
+    figure.panes[0].linked = true;
+    figure.panes[0].title = "<title>";
+    figure.panes[0].y.label = "volts & amperes";
+    figure.caption = {"said below"};
+    for (const std::size_t size : {60U, 2000U, 100000U}) {
+        figure.panes[0].graphs.clear();
+        std::vector<double> samples(size);
+        for (std::size_t i = 0; i < size; ++i) {
+            samples[i] = std::sin(0.3 * static_cast<double>(i)) * (i < size / 2 ? 1.0 : 1e9);
+        }
+        Graph& graph = add(samples);
+        graph.lower = graph.upper = graph.values;
+        PictureOrder order;
+        order.format = PictureFormat::svg;
+        order.from = 0.3 * static_cast<double>(size);
+        order.to = 0.45 * static_cast<double>(size);
+        const PaintedFigure painted = FigurePainter(figure, order).paint();
+        const PaneFrame& frame = painted.frames.at(0);
+        const QString svg = QString::fromStdString(painted.bytes);
+        for (const char* text :
+             {">&lt;title&gt;</text>", ">volts &amp; amperes</text>", ">said below</text>"}) {
+            EXPECT_TRUE(svg.contains(text)) << text;
+        }
+        const QRegularExpression line("<polyline [^>]*points=\"([^\"]*)\"");
+        int points = 0;
+        for (QRegularExpressionMatchIterator all = line.globalMatch(svg); all.hasNext();) {
+            const QStringList run = all.next().captured(1).split(' ', Qt::SkipEmptyParts);
+            for (const QString& point : run.size() > 2 ? run : QStringList()) {  // or in the legend
+                const double at = point.section(',', 0, 0).toDouble();
+                const double height = point.section(',', 1, 1).toDouble();
+                EXPECT_TRUE(at >= frame.left - 1.0 && at <= frame.left + frame.width + 1.0);
+                EXPECT_TRUE(height >= frame.top - 1.0 && height <= frame.top + frame.height + 1.0);
+                ++points;
+            }
+        }
+        EXPECT_LT(8, points) << size;
+        EXPECT_GT(3000, points) << size;
+    }
+}
+
+// Columns are those of the device, of which a screen may have two in a unit.
+TEST_F(Plot, StrokesAreThoseOfTheDevicesPixels) {
+    std::vector<double> samples(100000);
+    samples[50000] = 1.0;
+    add(std::move(samples));
+    show();
+    image = QImage(1600, 800, QImage::Format_RGB32);
+    image.setDevicePixelRatio(2.0);
+    QCPPainter painter(&image);
+    plot->toPainter(&painter, 800, 400);
+    painter.end();
+    const int row = static_cast<int>(2.0 * y().coordToPixel(0.5));
+    const int middle = static_cast<int>(2.0 * x().coordToPixel(50000.0));
+    int columns = 0;
+    for (int column = middle - 8; column < middle + 8; ++column) {
+        columns += isDrawn(column, row) ? 1 : 0;
+    }
+    EXPECT_GE(3, columns);
+    EXPECT_LE(2, columns);
+}
+
+// Heights follow a stretch that is asked for, and new panes are shown whole.
+TEST_F(Plot, HeightsAreThoseOfTheStretch) {
+    figure.panes[0].linked = true;
+    std::vector<double> samples(1000, 1.0);
+    samples[10] = 100.0;
+    samples[700] = -2.0;
+    add(samples);
+    show();
+    EXPECT_LT(100.0, y().range().upper);
+    plot->showStretch(600.0, 800.0);
+    EXPECT_GT(2.0, y().range().upper);
+    EXPECT_GT(-2.0, y().range().lower);
+    plot->showStretch(std::nullopt, 900.0);
+    EXPECT_EQ(QCPRange(600.0, 900.0), x().range());
+    figure.panes.emplace_back().kind = PaneKind::choice;
+    plot->setFigure(std::make_shared<const Figure>(figure));
+    EXPECT_GT(0.0, x().range().lower);
+    EXPECT_LT(100.0, y().range().upper);
+}
+
+TEST_F(Plot, ShowsAnythingThatAFigureMayHold) {
+    const std::vector<std::vector<double>> all = {{},
+                                                  {5.0},
+                                                  {0.0, 0.0},
+                                                  {notANumber},
+                                                  {infinity},
+                                                  {-infinity, infinity},
+                                                  {1e308, -1e308},
+                                                  {5e-324, 1e-323},
+                                                  {-1.0, -2.0}};
+    for (const bool logarithmic : {false, true}) {
+        for (const std::vector<double>& samples : all) {
+            figure.panes[0].graphs.clear();
+            figure.panes[0].y.logarithmic = logarithmic;
+            figure.panes[0].x.logarithmic = logarithmic;
+            add(samples).marked = 0;
+            show();
+            paint();
+            EXPECT_LT(0.0, y().range().size());
+            EXPECT_LT(0.0, x().range().size());
+        }
+    }
+}
+
+// What the user's surroundings say is away while pictures are made, and back afterwards.
+TEST(PlainEnvironment, IsWithoutTheUsersLooks) {
+    qputenv("QT_SCALE_FACTOR", "3");
+    qputenv("LC_NUMERIC", "de_DE");
+    qputenv("TZ", "Asia/Tokyo");
+    qputenv("UNRELATED", "kept");
+    qunsetenv("LC_ALL");
+    {
+        const PlainEnvironment plain;
+        EXPECT_FALSE(qEnvironmentVariableIsSet("QT_SCALE_FACTOR"));
+        EXPECT_FALSE(qEnvironmentVariableIsSet("LC_NUMERIC"));
+        EXPECT_EQ("UTC", qgetenv("TZ"));
+        EXPECT_EQ("kept", qgetenv("UNRELATED"));
+    }
+    EXPECT_EQ("3", qgetenv("QT_SCALE_FACTOR"));
+    EXPECT_EQ("de_DE", qgetenv("LC_NUMERIC"));
+    EXPECT_EQ("Asia/Tokyo", qgetenv("TZ"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("LC_ALL"));
+    qunsetenv("QT_SCALE_FACTOR");
 }

@@ -1,9 +1,12 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/PlotOptions.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/reporting/figures.h"
 #include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <memory>
@@ -14,14 +17,37 @@ namespace {
 
 struct PlotCommand {
     std::vector<std::string> files;
+    double rate = 0.0;  // 0: from the files
     bool replace = false;
     PlotOptions picture;
     InputOptions input;
 
     void run() const;
+
+private:
+    [[nodiscard]] SharedSignal read(const std::string& file) const;
+    [[nodiscard]] std::string words() const;
 };
 
 }  // namespace
+
+SharedSignal PlotCommand::read(const std::string& file) const {
+    auto signal =
+        std::make_shared<Signal>(Signal::of(*openSignal(SourceName(file), input.reading())));
+    if (signal->info.rate == 0.0 && rate > 0.0) {
+        signal->info.rate = rate;
+    }
+    return signal;
+}
+
+// Without the name of the picture.
+std::string PlotCommand::words() const {
+    std::string line = "fendra plot";
+    for (const std::string& file : files) {
+        line += " " + quoted(file);
+    }
+    return line + (rate == 0.0 ? "" : fmt::format(" --rate {}", rate)) + input.words();
+}
 
 void PlotCommand::run() const {
     if (std::count(files.begin(), files.end(), "-") > 1) {
@@ -30,10 +56,10 @@ void PlotCommand::run() const {
     const std::unique_ptr<PlotFile> file = picture.open(replace);
     std::vector<SharedSignal> signals;
     for (const std::string& name : files) {
-        signals.push_back(std::make_shared<const Signal>(
-            Signal::of(*openSignal(SourceName(name), input.reading()))));
+        signals.push_back(read(name));
     }
-    const Figure figure = figureOf(signals);
+    Figure figure = figureOf(signals);
+    figure.caption.insert(figure.caption.begin(), printable(words()));
     file->write(figure, picture.order(figure));
 }
 
@@ -53,6 +79,10 @@ static void addPlot(CLI::App& program) {
     plot->picture.addAsOutputTo(command);
     command.add_flag("--force", plot->replace, forceText);
     plot->input.addReadingTo(command);
+    command.add_option("--rate", plot->rate, rateText)
+        ->check(positiveNumber("sampling rate"))
+        ->type_name("HZ")
+        ->group("Signals");
     command.callback([plot] { plot->run(); });
 }
 

@@ -35,7 +35,8 @@ extern "C" {
 
 // Needs no display. Paints a figure: the same bytes for the same figure and order, whatever the
 // display, its scale, the locale, the time and its zone, the home and the folder. Failure if no
-// font is installed, or memory does not suffice.
+// font is installed, nothing of the figure is in the stretch of the order, or memory does not
+// suffice.
 [[gnu::visibility("default")]] void paintFigure(const Figure& figure, const PictureOrder& order,
                                                 PaintedFigure& painted);
 

@@ -52,7 +52,22 @@ FigurePainter::FigurePainter(const Figure& figure, const PictureOrder& pictureOr
     plot.setFont(font);
     plot.setFigure(std::shared_ptr<const Figure>(std::shared_ptr<const Figure>(), &figure));
     if (order.from || order.to) {
+        requireStretch();
         plot.showStretch(order.from, order.to);
+    }
+}
+
+void FigurePainter::requireStretch() const {
+    for (std::size_t i = 0; i < plot.paneCount(); ++i) {
+        const QCPRange all = plot.pane(i).axis(QCPAxis::atBottom)->range();
+        if (plot.shown().panes[i].linked && (order.from.value_or(all.lower) >= all.upper ||
+                                             order.to.value_or(all.upper) <= all.lower)) {
+            throw Failure(QString("the picture would be empty: the axis goes from %1 to %2; give "
+                                  "another --from or --to")
+                              .arg(all.lower)
+                              .arg(all.upper)
+                              .toStdString());
+        }
     }
 }
 

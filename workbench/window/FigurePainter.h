@@ -13,12 +13,14 @@
 // with decimal points.
 class FigurePainter {
 public:
+    // Failure where nothing of the figure is in the stretch of the order.
     FigurePainter(const Figure& figure, const PictureOrder& pictureOrder);
 
     // Failure if memory does not suffice.
     PaintedFigure paint();
 
 private:
+    void requireStretch() const;
     void paintOn(QPaintDevice& device, double scale, QCPPainter::PainterModes modes);
     [[nodiscard]] QByteArray png();
     [[nodiscard]] QByteArray svg();

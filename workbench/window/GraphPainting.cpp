@@ -8,6 +8,9 @@
 #include <cmath>
 #include <limits>
 
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr QPointF gap(notANumber, notANumber);
+
 GraphPainting::GraphPainting(const Graph& shownGraph, const QCPAxis& xAxis, const QCPAxis& yAxis)
     : graph(shownGraph), x(xAxis), y(yAxis), pane(xAxis.axisRect()->rect()), seen(visible()) {
     const double spacing = pane.width() / static_cast<double>(seen.second - seen.first);
@@ -21,9 +24,10 @@ GraphPainting::Range GraphPainting::visible() const {
     return {first, std::max(first, samplesBefore(graph, x.coordinate(pane.right())))};
 }
 
-// NaN where there is a gap.
+// Both NaN where there is a gap.
 QPointF GraphPainting::point(std::size_t i) const {
-    return {x.pixel(placeOf(graph, i)), y.pixel((*graph.values)[i])};
+    const QPointF point(x.pixel(placeOf(graph, i)), y.pixel((*graph.values)[i]));
+    return std::isnan(point.x() + point.y()) ? gap : point;
 }
 
 // NaN where no sample has a place. What is too low for a logarithmic scale ends on its edge if
@@ -37,7 +41,7 @@ static std::pair<double, double> heightsOf(const PixelScale& y, double lowest, d
 // none.
 double GraphPainting::crossing(std::size_t sample, double column) const {
     if (sample == 0 || sample >= graph.values->size()) {
-        return std::numeric_limits<double>::quiet_NaN();
+        return notANumber;
     }
     const QPointF from = point(sample - 1), to = point(sample);
     const double along = std::clamp((column - from.x()) / (to.x() - from.x()), 0.0, 1.0);
@@ -59,9 +63,8 @@ std::vector<GraphPainting::Stroke> GraphPainting::filledStrokes(double width) co
         const std::size_t next = std::max(first, samplesBefore(graph, x.coordinate(left + width)));
         const Pyramid::Extremes own = values.extremes(first, next);
         if (!std::isnan(own.highest)) {
-            const double before = first > 0 && !std::isnan(values[first])
-                                      ? values[first - 1]
-                                      : std::numeric_limits<double>::quiet_NaN();
+            const double before =
+                first > 0 && !std::isnan(values[first]) ? values[first - 1] : notANumber;
             const auto [top, bottom] =
                 heightsOf(y, std::fmin(own.lowest, before), std::fmax(own.highest, before));
             if (!std::isnan(top)) {
@@ -137,7 +140,7 @@ QList<QPolygonF> GraphPainting::lines() const {
     QList<QPolygonF> runs;
     const std::size_t end = std::min(seen.second + 1, graph.values->size());
     const std::size_t begin = seen.first > 0 ? seen.first - 1 : 0;
-    QPointF before(0.0, std::numeric_limits<double>::quiet_NaN());
+    QPointF before = gap;
     for (std::size_t i = begin; i < end; ++i) {
         const QPointF next = point(i);
         QLineF line(std::exchange(before, next), next);
@@ -155,7 +158,7 @@ QList<QPolygonF> GraphPainting::lines() const {
 // All samples where there is room for points; else those that no line reaches.
 QList<QPointF> GraphPainting::points() const {
     const auto hasPlace = [this](std::size_t i) {
-        return i < graph.values->size() && !std::isnan(y.pixel((*graph.values)[i]));
+        return i < graph.values->size() && !std::isnan(point(i).y());
     };
     QList<QPointF> found;
     for (std::size_t i = seen.first; i < seen.second; ++i) {
@@ -327,7 +330,7 @@ void GraphPainting::paintPoints(QCPPainter& painter, const QPen& pen) const {
 
 void GraphPainting::paintMark(QCPPainter& painter, const QPen& pen) const {
     const QPointF place = point(*graph.marked);
-    if (pane.contains(place)) {
+    if (!std::isnan(place.y()) && pane.contains(place)) {
         painter.setAntialiasing(true);
         painter.setPen(QPen(pen.color(), 2.0));
         painter.drawEllipse(place, 6.0, 6.0);
