@@ -10,8 +10,11 @@ if(WIN32)
   list(APPEND copyrights gcc-mingw-w64-base libz-mingw-w64-dev mingw-w64-common)
   list(APPEND packed runtime sndfile)
 endif()
-if(TARGET fendra_window)
+if(TARGET fendra_window)  # which is under another licence than all else
   list(APPEND packed fendra_window)
+  list(APPEND copyrights libqcustomplot-dev)
+  install(FILES docs/package/window-part.txt /usr/share/common-licenses/GPL-3
+    DESTINATION fendra-${PROJECT_VERSION}-linux64/licences COMPONENT package)
 endif()
 get_property(parts GLOBAL PROPERTY FENDRA_PARTS)
 list(APPEND packed ${parts})

@@ -18,6 +18,7 @@ void WorkWatch::ask(double share) {
     if (watching == nullptr) {
         return;
     }
+    watching->waiting = 0.0;
     bool goesOn = false;
     try {
         goesOn = watching->question(watching->from + watching->width * std::min(share, 1.0));
@@ -25,6 +26,12 @@ void WorkWatch::ask(double share) {
     }
     if (!goesOn) {
         throw Stopped();
+    }
+}
+
+void WorkWatch::passed(double work) {
+    if (watching != nullptr && (watching->waiting += work) >= piece) {
+        ask(0.0);
     }
 }
 

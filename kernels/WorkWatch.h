@@ -26,12 +26,19 @@ public:
     // Asks the one of this thread, if there is one. Throws Stopped.
     static void ask(double share);
 
+    // Work that was done without asking, in multiply-adds; asks once it has added up to a piece.
+    static void passed(double work);
+
+    // A piece of work in multiply-adds, and what an element on its way through the caches counts.
+    static constexpr double piece = 1 << 25, element = 32.0;
+
 private:
     friend class WorkPart;
 
     const Question& question;
     WorkWatch* const before;
     double from = 0.0, width = 1.0;  // of the part under way
+    double waiting = 0.0;            // work since the last question
 };
 
 // While it lives, the work of its thread is a part of what is watched, from one share to another.
@@ -60,19 +67,14 @@ public:
     void add(double work) {
         done += work;
         if (done >= due) {
-            due = done + piece;
+            due = done + WorkWatch::piece;
             WorkWatch::ask(done / all);
         }
     }
 
-    // An element on its way through the caches, in multiply-adds.
-    static constexpr double element = 32.0;
-
 private:
-    static constexpr double piece = 1 << 25;
-
     const double all;
-    double done = 0.0, due = piece;
+    double done = 0.0, due = WorkWatch::piece;
 };
 
 }  // namespace kernels

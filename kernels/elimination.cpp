@@ -50,7 +50,7 @@ template <int lanes>
     *found = false;
     WorkCount work(WorkCount::unknown);
     for (int i = 0; i < n; ++i) {
-        work.add(WorkCount::element * n);
+        work.add(WorkWatch::element * n);
         const double largest = largestIn<lanes>(a + std::ptrdiff_t{n} * i, n);
         if (largest == 0.0) {
             return;
@@ -216,34 +216,43 @@ static int powerOfTwoIn(int q) {
     return q & -q;
 }
 
+// A product, as a part of all multiply-adds of the elimination, which share counts.
+static WorkPart takePart(const Elimination& e, int rows, int depth, int cols, double& share) {
+    const double before = share, n = e.n;
+    share += 3.0 * (rows / n) * (depth / n) * (cols / n);
+    return {before, share};
+}
+
 // The columns from the end of panel q - 1 up to column `to` have taken all products with the panels
 // before the last s; now they take those with the last s. First the rows of these, which become
 // rows of U: panel by panel and in the same manner. Then all rows below.
 template <int lanes>
-[[gnu::always_inline]] static inline void reduceRight(const Elimination& e, int q, int s, int to) {
+[[gnu::always_inline]] static inline void reduceRight(const Elimination& e, int q, int s, int to,
+                                                      double& share) {
     const int from = e.edge(q - s), end = e.edge(q), cols = to - end;
     for (int p = 1; p <= s; ++p) {
         const int done = q - s + p, t = powerOfTwoIn(p);
         const int first = e.edge(done - t), last = e.edge(done);
         reduceRows<lanes>(e.a, e.edge(done - 1), last, end, to);
         const int rows = std::min(e.edge(done + t), end) - last;
+        const WorkPart part = takePart(e, rows, last - first, cols, share);
         subtractProduct(e.a.from(last, first), e.a.from(first, end), rows, last - first, cols,
                         e.a.from(last, end));
     }
+    const WorkPart part = takePart(e, e.n - end, end - from, cols, share);
     subtractProduct(e.a.from(end, from), e.a.from(from, end), e.n - end, end - from, cols,
                     e.a.from(end, end));
 }
 
 template <int lanes>
 [[gnu::always_inline]] static inline void eliminatePanels(const Elimination& e) {
+    double share = 0.0;
     for (int q = 1; e.edge(q - 1) < e.n; ++q) {
         const int first = e.edge(q - 1), cols = e.edge(q) - first;
-        const double left = 1.0 - static_cast<double>(first) / e.n;
-        const WorkPart soFar(1.0 - left * left * left, 1.0 - left * left * left);
         e.scales != nullptr ? eliminatePanel<lanes>(e, first, cols)
                             : eliminatePanelInOrder<lanes>(e, first, cols);
         const int s = powerOfTwoIn(q);
-        reduceRight<lanes>(e, q, s, std::min(e.edge(q + s), e.n));
+        reduceRight<lanes>(e, q, s, std::min(e.edge(q + s), e.n), share);
     }
 }
 

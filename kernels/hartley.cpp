@@ -329,7 +329,7 @@ template <int lanes>
     constexpr int length = TwiddleRun::longest;
     WorkCount work(WorkCount::unknown);
     for (; k < log2Of(n); k += 2) {
-        work.add(WorkCount::element * n);
+        work.add(WorkWatch::element * n);
         TwiddleRecursion ends(k - log2Of(length));
         for (int first = 0; first < 1 << (k - 1); first += length) {
             TwiddleRun run;

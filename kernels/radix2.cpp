@@ -274,7 +274,7 @@ template <int lanes>
     for (int half = 8; half < n; half = size, size = n) {
         const double scale = sign == 1.0 && size == n ? 1.0 / n : 1.0;
         for (int block = 0; block < n; block += size) {
-            work.add(WorkCount::element * size);
+            work.add(WorkWatch::element * size);
             passes<lanes>(re + block, im + block, size, half, sign, scale);
         }
     }

@@ -38,11 +38,11 @@ void substitute(const T* a, int n, Block<T> b, int count) {
         }
         for (int i = first; i < n; ++i) {
             *b.row(i) = reduced(i, first, i);
-            work.add(WorkCount::element * i);
+            work.add(WorkWatch::element * i);
         }
         for (int i = n - 1; i >= 0; --i) {
             *b.row(i) = quotient(reduced(i, i + 1, n), a[std::ptrdiff_t{n} * i + i]);
-            work.add(WorkCount::element * (n - i));
+            work.add(WorkWatch::element * (n - i));
         }
     }
 }

@@ -24,7 +24,7 @@ static void fillAutocorrelation(SquareMatrix<double>& R, const double* h, const 
     std::reverse(lags, lags + N);
     kernels::WorkCount work(kernels::WorkCount::unknown);
     for (int i = 1; i < N; ++i) {
-        work.add(kernels::WorkCount::element * N);
+        work.add(kernels::WorkWatch::element * N);
         R.rowTable[i][0] = lags[i];
         std::copy_n(R.rowTable[i - 1], N - 1, R.rowTable[i] + 1);
     }
@@ -92,7 +92,11 @@ static bool solveNormalEquations(const double* h, int N, Vector<double>& f) {
         const kernels::WorkPart before(0.0, 0.0);
         fillAutocorrelation(R, h, f.dataBlock, N);
     }
-    return R.luDecompose(pivots) == 1 && R.luSolve(f, pivots) == 1;
+    if (R.luDecompose(pivots) != 1) {
+        return false;
+    }
+    const kernels::WorkPart after(1.0, 1.0);
+    return R.luSolve(f, pivots) == 1;
 }
 
 int PseudoInverseUnfolder::unfold(const double* signal, int signalLength, const double* kernel,

@@ -39,6 +39,10 @@ for archive; do
         cd "$place"/fendra-*
         find . -type f | sort > "$scratch/files-${archive##*-}"
         [[ $archive = *windows32* ]] || try "$archive"
+        if [ -e fendra-window.so ]; then
+            grep -q QCustomPlot licences/window-part.txt && grep -q 'version 3' licences/window-part.txt &&
+                [ -s licences/GPL-3 ] || fail "$archive: no notice of the licence of fendra-window.so"
+        fi
     )
     rm -rf "$place"
 done

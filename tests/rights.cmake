@@ -25,7 +25,7 @@ set(rows
   "workbench/files signalFiles workbench/messages workbench/system workbench/signals workbench/files/disk workbench/files/text workbench/files/audio workbench/files/array workbench/files/parts workbench/files/instrument"
   "workbench/methods Setting workbench/messages"
   "workbench/module ModuleRun host platform workbench/messages workbench/system workbench/signals workbench/files/disk workbench/methods"
-  "workbench/treatment Deconvolution host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/methods workbench/module"
+  "workbench/treatment Deconvolution host platform kernels workbench/messages workbench/analysis workbench/system workbench/signals workbench/methods workbench/module"
   "workbench/jobs RunRecord host platform transform kernels workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module"
   "workbench/figures Figure"
   "workbench/reporting figures host platform workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/figures"

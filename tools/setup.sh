@@ -14,6 +14,7 @@ windowsSources=(libsndfile flac)
 packagePackages=(git zip)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
     python3-scipy miller)
+windowPackages=(xvfb xauth chromium)
 slurmPackages=(slurm-wlm munge)
 
 say() { printf '%s\n' "$*" >&2; }

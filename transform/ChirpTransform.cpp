@@ -1,3 +1,4 @@
+#include "kernels/WorkWatch.h"
 #include "kernels/spectra.h"
 #include "kernels/trigonometry.h"
 #include "transform/FourierTransform.h"
@@ -56,6 +57,7 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
     const auto m = static_cast<int>(nextPowerOfTwo(2 * n));
     const WorkArrays work(m, n);
     makeChirp(work.chirpRe, work.chirpIm, n, n, sign);
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element * n);
 
     std::copy_n(re, n, work.dataRe);
     std::copy_n(im, n, work.dataIm);
@@ -66,6 +68,7 @@ void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
     std::copy_n(work.chirpRe, n, work.conjugateRe);
     std::transform(work.chirpIm, work.chirpIm + n, work.conjugateIm, std::negate());
     extendChirp(work.conjugateRe, work.conjugateIm, n, m);
+    kernels::WorkWatch::passed(2.0 * kernels::WorkWatch::element * m);
     circularFold(work.conjugateRe, work.conjugateIm, work.dataRe, work.dataIm,
                  std::countr_zero(nextPowerOfTwo(m)));
 

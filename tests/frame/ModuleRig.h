@@ -23,8 +23,10 @@ inline std::string record(const Settings& settings) {
 
 // A stored module.
 inline std::string graph(const std::string& version, char outputs, const std::string& settings) {
-    return std::string{static_cast<char>(version.size()), 0, 0, 0} + version +
-           std::string{outputs, 0, 0, 0} + settings;
+    std::string bytes = {static_cast<char>(version.size()), 0, 0, 0};
+    bytes += version;
+    bytes += {outputs, 0, 0, 0};
+    return bytes + settings;
 }
 
 // A module object, made and destroyed by the exports, with streams on all its ports.

@@ -57,6 +57,50 @@ TEST(WatchedRun, IsStoppedByTheObserverOfItsThread) {
     EXPECT_EQ(RunObserver::current(), nullptr);
 }
 
+// Long enough for questions within a step, and a kernel that takes some.
+static Signal longPeak(double height) {
+    Signal samples(9000);
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double x = (static_cast<double>(i) - 4500.0) / 400.0;
+        samples[i] = height * std::exp(-x * x);
+    }
+    return samples;
+}
+
+// In a step after others with the estimate of the last one; in the first one, and in a run without
+// steps, with a failure that is told as a stop, and what waits on the inputs is left there.
+TEST(WatchedRun, IsStoppedWithinAStep) {
+    const Signal smooth = longPeak(1.0 / 709.0);
+    struct Stop {
+        std::uint32_t within;
+        int code;
+        Settings settings;
+        const char* failures;
+    };
+    const std::vector<Stop> table = {{4, 0, iteration, ""},
+                                     {1, -1, iteration, "stopped "},
+                                     {0, -1, {.direction = 0, .method = 0}, "stopped "},
+                                     {RunWatcher::never, 0, {.direction = 0, .method = 0}, ""}};
+    for (const auto& [within, code, settings, failures] : table) {
+        RunWatcher watcher;
+        watcher.stopWithin = within;
+        const bool iterates = settings.direction == 1;
+        ModuleRig rig(settings, iterates ? 3 : 1);
+        feed(rig, longPeak(1.0), smooth);
+        feed(rig, {1.0}, {1.0});
+        EXPECT_EQ(rig.module.Process(), code);
+        EXPECT_EQ(watcher.failures, failures);
+        EXPECT_EQ(take(rig.output).size(), code == 0 ? 9000U : 0U);
+        EXPECT_EQ(take(rig.first).size(), code == 0 ? 0U : 1U);
+        EXPECT_TRUE(watcher.last.share > 0.0 && watcher.last.share < 1.0);
+        EXPECT_EQ(watcher.last.most, iterates ? 100U : 0U);
+        if (within == 4) {
+            EXPECT_EQ(take(rig.secondNumber), Signal{4.0});
+            EXPECT_EQ(watcher.steps.at(3).loop, 2U);  // the first one of the other pass
+        }
+    }
+}
+
 // What an observer throws ends the run as a stop does, and goes no further.
 TEST(WatchedRun, TakesNoHarmFromAnObserverThatThrows) {
     struct Thrower : RunWatcher {

@@ -190,6 +190,76 @@ TEST(FoldJob, EndsWithTheEstimateWhereItsLastIterationIsStopped) {
 
 namespace {
 
+// Stops a job at the first question once so many have been asked.
+class Stopper final : public JobObserver {
+public:
+    explicit Stopper(int questions) : left(questions) {}
+
+    bool advances(const JobProgress& progress) override {
+        shares += progress.share > 0.0 && progress.share < 1.0 ? 1 : 0;
+        return left-- > 0;
+    }
+
+    int left, shares = 0;
+};
+
+}  // namespace
+
+// Within a step, a transform, an elimination, a block that is convolved, a search and a comparison:
+// each asks often, and ends by Stopped wherever the answer is to stop.
+TEST(FoldJob, HearsOfAStopWherever) {
+    constexpr int n = 140000;
+    const auto longJob = [](std::int32_t method, int samples) {
+        FoldJob job = jobOf(method, 1.0, 1, samples);
+        job.first = peaks(1.0, 1, samples, samples);
+        return job;
+    };
+    std::vector<FoldJob> jobs = {
+        longJob(FendraSettings::vanCittert, 9000),   longJob(FendraSettings::pseudoInverse, 1100),
+        longJob(FendraSettings::timeDomain, 20000),  longJob(FendraSettings::timeDomain, 20000),
+        longJob(FendraSettings::frequencyDomain, n), longJob(FendraSettings::frequencyDomain, n)};
+    jobs[3].cutting.pad = jobs[4].cutting.pad = true;
+    jobs[5].settings.direction = FendraSettings::deconvolution;
+    jobs[5].treatment.automatic = jobs[5].leftToData.method = true;
+    for (const FoldJob& job : jobs) {
+        for (const int questions : {0, 1, 3}) {
+            Stopper stopper(questions);
+            EXPECT_THROW(run(job, fendra(), stopper), Stopped) << &job - jobs.data();
+            EXPECT_EQ(stopper.left, -1);  // nobody asks again
+        }
+    }
+    CompareJob comparison;
+    comparison.signal = std::make_shared<const Signal>(Signal::of(*jobs[5].first.open()));
+    comparison.kernel = std::make_shared<const Signal>(Signal::of(*jobs[5].second.open()));
+    comparison.methods = {Method::of(FendraSettings::deconvolution).front()};
+    Stopper stopper(2);
+    EXPECT_THROW(run(comparison, fendra(), stopper), Stopped);
+}
+
+// A step that is stopped leaves the estimate before it, which that bound on the count gives, too;
+// the record gives it, and the words of a run that ends there.
+TEST(FoldJob, KeepsTheEstimateBeforeAStepThatIsStopped) {
+    FoldJob job = jobOf(FendraSettings::vanCittert, 1.0, 1, 9000);
+    job.keepPartial = true;
+    job.wordsWith = [](const FendraSettings& found, const Treatment& /*treatment*/) {
+        return std::to_string(found.maxIterations);
+    };
+    Stopper stopper(20);
+    const Outcome stopped = run(job, fendra(), stopper);
+    ASSERT_TRUE(stopped.record.stopped && stopped.record.stop);
+    EXPECT_GT(stopper.shares, 10);
+    const StopRecord& stop = *stopped.record.stop;
+    EXPECT_TRUE(stop.loop > 1 && stop.loop < 20 && stop.most == 20);
+    EXPECT_EQ(stop.rerun, std::to_string(stop.loop));
+    job.settings.maxIterations = stop.loop;
+    JobObserver observer;
+    EXPECT_EQ(run(job, fendra(), observer).record.digest, stopped.record.digest);
+    job.first = peaks(1.0, 2, 48, 48);
+    EXPECT_TRUE(failureOf([&] { run(job, fendra(), observer); }).starts_with("--keep-partial: "));
+}
+
+namespace {
+
 // Keeps the estimates of every second step.
 class Onlooker final : public JobObserver {
 public:

@@ -21,11 +21,19 @@ public:
         steps.push_back(step);
         return step.loop < stopAt;
     }
+    bool within(const RunPart& part) override {
+        last = part;
+        return part.loop < stopWithin;
+    }
     void afterFailure(RunFailure why) override {
-        failures += why == RunFailure::memoryExhausted ? "memory " : "refused ";
+        static constexpr const char* words[] = {"memory ", "refused ", "stopped "};
+        failures += words[static_cast<int>(why)];
     }
 
-    std::uint32_t stopAt = std::numeric_limits<std::uint32_t>::max();
+    static constexpr std::uint32_t never = std::numeric_limits<std::uint32_t>::max();
+    std::uint32_t stopAt = never;
+    std::uint32_t stopWithin = never;  // the step after that loop; 0: any run
+    RunPart last = {};
     std::vector<RunStep> steps;
     std::string failures;
 

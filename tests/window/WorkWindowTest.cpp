@@ -6,12 +6,14 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QProgressBar>
 #include <QTableWidget>
 #include <QWheelEvent>
 
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <sstream>
 
 static const std::string samples = FENDRA_SAMPLES;
 
@@ -151,6 +153,55 @@ TEST(WorkWindow, StopsALongRunAndGoesOn) {
                   [] { return hasAnswer("spectral"); }});
 }
 
+// What is saved is what the command line gives that the window then shows: it ends there by itself.
+TEST(WorkWindow, KeepsTheEstimateOfAnIterationThatWasStopped) {
+    WorkScreen screen;
+    std::vector<double> wave(20000), box(wave.size());
+    for (std::size_t i = 0; i < wave.size(); ++i) {
+        wave[i] = std::sin(1e-6 * static_cast<double>(i * i)) +
+                  0.3 * std::cos(0.01 * static_cast<double>(i));
+        box[i] = i < 4 ? 0.25 : 0.0;
+    }
+    const std::string signal = screen.folder.write("wave.npy", npyOf(wave));
+    const std::string kernel = screen.folder.write("box.npy", npyOf(box));
+    const std::string saved = screen.folder.path("kept.csv");
+    std::string line;
+    screen.visit(
+        signal, kernel,
+        {[] { return WorkScreen::idle() && !WorkScreen::summary().isEmpty(); },
+         [] { return WorkScreen::uncheck("method-auto"); },
+         [] {
+             return WorkScreen::uncheck("max-iterations-auto") ||
+                    WorkScreen::control("max-iterations").isEnabled();
+         },
+         [] { return WorkScreen::type("max-iterations", "100000"); },
+         [] { return WorkScreen::choose("method", "van-cittert"); },
+         [] {
+             return WorkScreen::control<QProgressBar>("progress").format().contains("step 3 ") ||
+                    WorkScreen::control<QProgressBar>("progress").format().contains("step 4 ");
+         },
+         [] { return pressInWindow(Qt::Key_Escape); }, [] { return hasAnswer("stopped after"); },
+         [&] {
+             line = WorkScreen::commandLine();
+             nameFile(saved);
+             return pressInWindow('S', Qt::ControlModifier);
+         },
+         [] { return WorkScreen::readout().startsWith("Saved"); }});
+    const std::string bytes = screen.folder.read("kept.csv");
+    ASSERT_FALSE(bytes.empty());
+    std::filesystem::remove(saved);
+    ASSERT_EQ(0, runProgram(line + " -o " + saved));
+    const auto samplesOf = [](const std::string& text) {  // without the comments
+        std::istringstream lines(text);
+        std::string all;
+        for (std::string row; std::getline(lines, row);) {
+            all += row.starts_with("#") ? "" : row + "\n";
+        }
+        return all;
+    };
+    EXPECT_EQ(samplesOf(screen.folder.read("kept.csv")), samplesOf(bytes));
+}
+
 TEST(WorkWindow, SaysWhatFailsAndKeepsTheResult) {
     WorkScreen screen;
     const std::string zero = screen.folder.write("zero.csv", "0\n0\n0\n0\n");
@@ -219,7 +270,9 @@ TEST(WorkWindow, ZoomsAndPansAtThePointer) {
         ramp[i] = static_cast<double>(i);
     }
     screen.visit(screen.folder.write("ramp.npy", npyOf(ramp)), "",
-                 {[] { return !WorkScreen::commandLine().empty(); },
+                 {[&] {
+                      return xAt({WorkScreen::control("plot").width() / 2, 120}) > 0.0;
+                  },
                   [&] {
                       QWidget& plot = WorkScreen::control("plot");
                       const QPoint at(plot.width() / 3, 120), far = at + QPoint(200, 0);
@@ -275,7 +328,7 @@ TEST(WorkWindow, TakesDroppedFilesNoiseFromAStretchAndCompares) {
     WorkScreen screen;
     screen.visit(
         "", "",
-        {[] { return !WorkScreen::commandLine().empty(); },
+        {[] { return WorkScreen::window().isActiveWindow(); },
          [] {
              QMimeData dropped;
              dropped.setUrls(

@@ -9,11 +9,11 @@ static double robustGcv(double error, double left, double squares) {
 
 // An empty bin adds nothing to the error, however far it diverges.
 CurvePoint AnswerCurve::at(double parameter, const std::optional<NoiseModel>& noise) const {
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element *
+                               static_cast<double>(powers.signal.size()));
     CurvePoint point{.parameter = parameter};
     double freedomLeft = 0.0;  // N - A, small where nearly everything is kept
-    kernels::WorkCount work(kernels::WorkCount::unknown);
     for (std::size_t j = 0; j < powers.signal.size(); ++j) {
-        work.add(kernels::WorkCount::element);
         const int times = powers.multiplicity(j);
         const std::complex<double> rest = left(j, parameter), phi = 1.0 - rest;
         if (powers.signal[j] != 0.0) {

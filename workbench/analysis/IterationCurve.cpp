@@ -11,7 +11,7 @@ IterationCurve::IterationCurve(PowerSpectra powerSpectra, double convergence)
     : AnswerCurve(std::move(powerSpectra)) {
     kernels::WorkCount work(kernels::WorkCount::unknown);
     for (std::size_t j = 0; j < spectra().kernel.size(); ++j) {
-        work.add(10.0 * kernels::WorkCount::element);
+        work.add(10.0 * kernels::WorkWatch::element);
         const double a = convergence * spectra().kernel[j];
         const double w = spectra().frequency(j);
         logs.push_back(std::log1p(a * (a - 2.0 * std::cos(w))));
@@ -33,9 +33,9 @@ std::complex<double> IterationCurve::left(std::size_t j, double steps) const {
 bool IterationCurve::falls(std::int64_t step) const {
     const auto before = static_cast<double>(step - 1);
     double change = 0.0;
-    kernels::WorkCount work(kernels::WorkCount::unknown);
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element *
+                               static_cast<double>(logs.size()));
     for (std::size_t j = 0; j < logs.size(); ++j) {
-        work.add(2.0 * kernels::WorkCount::element);
         if (spectra().signal[j] != 0.0) {
             change += spectra().multiplicity(j) * spectra().signal[j] * power(logs[j], before) *
                       std::expm1(logs[j]);

@@ -1,5 +1,6 @@
 #include "workbench/analysis/NoiseEstimate.h"
 
+#include "kernels/WorkWatch.h"
 #include "workbench/analysis/CurveSearch.h"
 #include "workbench/analysis/RegularizedCurve.h"
 
@@ -30,6 +31,8 @@ static std::optional<double> noiseOfEmptyBins(const PowerSpectra& spectra) {
     if (empty.size() < fewestEmptyBins) {
         return std::nullopt;
     }
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element *
+                               static_cast<double>(empty.size()));
     const auto middle = empty.begin() + std::ssize(empty) / 2;
     std::nth_element(empty.begin(), middle, empty.end());
     const double mean = *middle / std::numbers::ln2;

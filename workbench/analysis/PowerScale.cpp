@@ -1,5 +1,7 @@
 #include "workbench/analysis/PowerScale.h"
 
+#include "kernels/WorkWatch.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,6 +17,8 @@ PowerScale PowerScale::of(const std::vector<double>& samples) {
 }
 
 std::vector<double> scaled(const std::vector<double>& samples, int exponent) {
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element *
+                               static_cast<double>(samples.size()));
     std::vector<double> moved = samples;
     for (double& sample : moved) {
         sample = std::ldexp(sample, exponent);

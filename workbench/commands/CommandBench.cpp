@@ -160,7 +160,11 @@ std::string CommandBench::save(const Words& words, const Answer& answer, const s
     Words whole = withModule(words);
     whole.insert(whole.end(), {"-o", file, "--force"});
     const ParsedFold parsed(whole);
-    return saveOutcome(answer.outcome, parsed.job.words, parsed.command.target());
+    const auto& stop = answer.outcome.record.stop;
+    const std::string said = stop && !stop->rerun.empty()
+                                 ? fmt::format("{} -o {}", stop->rerun, quoted(file))
+                                 : parsed.job.words;
+    return saveOutcome(answer.outcome, said, parsed.command.target());
 }
 
 FendraSettings CommandBench::settingsOf(const Words& words) {

@@ -31,6 +31,7 @@ public:
 
 private:
     [[nodiscard]] std::string words(const CompareJob& job) const;
+    [[nodiscard]] std::string wordsWithoutOutput(const CompareJob& job) const;
 
     std::string signal, kernel, truth, output;
     std::vector<std::string> methods = Setting::named("method").wordList();

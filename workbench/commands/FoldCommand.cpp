@@ -125,11 +125,13 @@ void FoldCommand::tell(const RunRecord& record) const {
     }
 }
 
-// The words of a record end with those of the output, which a picture is without.
+// A picture is without the words of the output.
 void FoldCommand::show(Shown& shown, PlotFile* picture, PageFile* pageFile) const {
     RunRecord& record = shown.outcome.record;
     const Page said = pageOf(record);
-    record.words.resize(record.words.size() - output.words().size());
+    if (const std::size_t at = record.words.rfind(output.words()); at != std::string::npos) {
+        record.words.erase(at, output.words().size());
+    }
     Figure figure = figureOf(shown.signal, shown.kernel, shown.outcome);
     if (picture != nullptr) {
         picture->write(figure, plot.order(figure));

@@ -1,6 +1,7 @@
 #include "workbench/commands/Command.h"
 #include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/messages/Printable.h"
 #include "workbench/methods/Method.h"
 #include "workbench/reporting/figures.h"
 #include "workbench/reporting/pages.h"
@@ -57,6 +58,13 @@ std::string CompareCommand::words(const CompareJob& job) const {
                        output.empty() ? "" : " -o " + quoted(output));
 }
 
+// Those of a picture.
+std::string CompareCommand::wordsWithoutOutput(const CompareJob& job) const {
+    CompareCommand unnamed = *this;
+    unnamed.output.clear();
+    return unnamed.words(job);
+}
+
 void CompareCommand::run() const {
     const std::unique_ptr<PageFile> pageFile = page.open(replace);
     const std::unique_ptr<PlotFile> picture = plot.open(replace);
@@ -71,11 +79,13 @@ void CompareCommand::run() const {
         writeResults(outcomes, {SourceName::ofOutput(output), replace});
     }
     if (pageFile || picture) {
-        const Figure figure = figureOf(comparison, outcomes);
+        Figure figure = figureOf(comparison, outcomes);
         if (pageFile) {
             pageFile->write(pageOf(comparison, outcomes, words(comparison)), figure);
         }
         if (picture) {
+            figure.caption.insert(figure.caption.begin(),
+                                  printable(wordsWithoutOutput(comparison)));
             picture->write(figure, plot.order(figure));
         }
     }

@@ -10,16 +10,18 @@
 static SharedLibrary loadWindow() {
     const std::filesystem::path file = SharedLibrary::besideProgram("fendra-window");
     if (!std::filesystem::is_regular_file(file)) {
-        throw Failure(
-            fmt::format("{} does not exist: fendra was built without Qt 6; install qt6-base-dev "
-                        "and build it again",
-                        printable(nameOf(file))));
+        throw Failure(fmt::format(
+            "{} does not exist, which paints pictures and opens windows; install qt6-base-dev, "
+            "qt6-svg-dev, qt6-l10n-tools and libqcustomplot-dev and build fendra again",
+            printable(nameOf(file))));
     }
     try {
         return SharedLibrary(file);
     } catch (const Failure& reason) {
-        throw Failure(fmt::format("{} cannot be loaded ({}); install libqt6widgets6",
-                                  printable(nameOf(file)), reason.what()));
+        throw Failure(
+            fmt::format("{} cannot be loaded ({}); install libqcustomplot2.1-qt6 and "
+                        "libqt6svg6",
+                        printable(nameOf(file)), reason.what()));
     }
 }
 

@@ -4,25 +4,45 @@
 #include <cmath>
 #include <utility>
 
-// fmin and fmax leave NaN out.
-static Pyramid::Extremes joined(const Pyramid::Extremes& a, const Pyramid::Extremes& b) {
-    return {std::fmin(a.lowest, b.lowest), std::fmax(a.highest, b.highest)};
+constexpr std::size_t ofLowestLevel = 8;  // samples in a stretch of it
+constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr Pyramid::Extremes nothing = {infinite, -infinite};
+
+// Comparisons with NaN fail, and so it is left out.
+static void include(Pyramid::Extremes& all, double value) {
+    all.lowest = value < all.lowest ? value : all.lowest;
+    all.highest = value > all.highest ? value : all.highest;
+}
+
+static void include(Pyramid::Extremes& all, const Pyramid::Extremes& more) {
+    all.lowest = std::min(all.lowest, more.lowest);
+    all.highest = std::max(all.highest, more.highest);
+}
+
+static Pyramid::Extremes shown(const Pyramid::Extremes& found) {
+    return found.lowest <= found.highest ? found : Pyramid::Extremes();
+}
+
+static std::vector<Pyramid::Extremes> levelAbove(const std::vector<Pyramid::Extremes>& level) {
+    std::vector<Pyramid::Extremes> above((level.size() + 1) / 2, nothing);
+    for (std::size_t i = 0; i < level.size(); ++i) {
+        include(above[i / 2], level[i]);
+    }
+    return above;
 }
 
 Pyramid::Pyramid(std::vector<double> levelZero) : samples(std::move(levelZero)) {
-    std::vector<Extremes> level((samples.size() + 1) / 2);
+    Level level((samples.size() + ofLowestLevel - 1) / ofLowestLevel, nothing);
+    Extremes numbers = nothing;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        const double value = samples[i];
-        level[i / 2] = joined(level[i / 2], {value, value});
-        if (std::isfinite(value)) {
-            finite = joined(finite, {value, value});
-        }
+        include(level[i / ofLowestLevel], samples[i]);
+        include(numbers, std::abs(samples[i]) < infinite
+                             ? samples[i]
+                             : std::numeric_limits<double>::quiet_NaN());
     }
+    finite = shown(numbers);
     while (level.size() > 1) {
-        std::vector<Extremes> above((level.size() + 1) / 2);
-        for (std::size_t i = 0; i < level.size(); ++i) {
-            above[i / 2] = joined(above[i / 2], level[i]);
-        }
+        Level above = levelAbove(level);
         levels.push_back(std::exchange(level, std::move(above)));
     }
     levels.push_back(std::move(level));
@@ -31,25 +51,28 @@ Pyramid::Pyramid(std::vector<double> levelZero) : samples(std::move(levelZero)) 
 // From both ends inwards: at each level at most one stretch on either side is not covered by the
 // level above.
 Pyramid::Extremes Pyramid::extremes(std::size_t first, std::size_t last) const {
-    Extremes found;
+    Extremes found = nothing;
     last = std::min(last, samples.size());
-    if (first < last && first % 2 == 1) {
-        found = joined(found, {samples[first], samples[first]});
-        ++first;
+    while (first < last && first % ofLowestLevel != 0) {
+        include(found, samples[first++]);
     }
-    if (first < last && last % 2 == 1) {
-        --last;
-        found = joined(found, {samples[last], samples[last]});
+    while (first < last && last % ofLowestLevel != 0) {
+        include(found, samples[--last]);
     }
-    for (std::size_t k = 0; k < levels.size() && first < last; ++k) {
-        first /= 2;
-        last /= 2;
-        if (first % 2 == 1 && first < last) {
-            found = joined(found, levels[k][first++]);
+    first /= ofLowestLevel;
+    last /= ofLowestLevel;
+    for (const Level& level : levels) {
+        if (first >= last) {
+            break;
+        }
+        if (first % 2 == 1) {
+            include(found, level[first++]);
         }
         if (last % 2 == 1 && first < last) {
-            found = joined(found, levels[k][--last]);
+            include(found, level[--last]);
         }
+        first /= 2;
+        last /= 2;
     }
-    return found;
+    return shown(found);
 }

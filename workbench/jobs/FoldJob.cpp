@@ -86,6 +86,13 @@ static std::unique_ptr<SignalReader> opened(const SignalSource& source, bool asS
     return asStream && source.openStream ? source.openStream() : source.open();
 }
 
+static Signal wholeOf(SignalReader& reader) {
+    Signal signal = Signal::of(reader);
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element *
+                               static_cast<double>(signal.interleaved.size()));
+    return signal;
+}
+
 static SignalInfo described(const SignalReader& reader, const SignalSource& source) {
     SignalInfo info = reader.info();
     info.sha256 = source.sha256.empty() ? info.sha256 : source.sha256;
@@ -123,7 +130,7 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
     record.rate = common.rate;
     if (whole && method.direction == FendraSettings::deconvolution) {
         checkWholeMemory(method, a, b, job.cutting.pad);
-        Signal measured = Signal::of(*first), kernel = Signal::of(*second);
+        Signal measured = wholeOf(*first), kernel = wholeOf(*second);
         measured.info.rate = common.rate;
         folding = std::make_unique<WholeDeconvolution>(job, library, std::move(measured),
                                                        std::move(kernel), observer);
@@ -292,13 +299,14 @@ private:
 
 }  // namespace
 
-// Work that is stopped outside the rounds: what is left to the data was being chosen.
+// Work that is stopped outside the module: what is left to the data was being chosen, or a result
+// was being judged.
 static RunRecord runJob(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer,
                         bool intoStream, const MakeWriter& makeWriter) {
     try {
         return FoldRun(job, library, observer, intoStream).run(makeWriter);
     } catch (const kernels::Stopped&) {
-        throw Stopped("stopped before the module ran; nothing is written");
+        throw Stopped("stopped before there was a result; nothing is written");
     }
 }
 

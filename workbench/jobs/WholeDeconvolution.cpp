@@ -162,9 +162,9 @@ void WholeDeconvolution::describeStop(const Deconvolution::Answer& answer,
 }
 
 Stopped WholeDeconvolution::stopped() const {
-    return Stopped(fmt::format("stopped before {}; nothing is written",
-                               isOneIteration() ? "the first step of the iteration had ended"
-                                                : "the result was complete"));
+    return Stopped(fmt::format(
+        "stopped before {}; nothing is written",
+        isOneIteration() ? "the first step of the iteration had ended" : "there was a result"));
 }
 
 Deconvolution::Answer WholeDeconvolution::answer(int channel, StepRelay& relay) const {
@@ -207,7 +207,12 @@ void WholeDeconvolution::run(ResultTap& tap, StepRelay& relay, Findings& finding
     const auto run = [&](std::int64_t channel, int) {
         answers[channel] = answer(static_cast<int>(channel), relay);
     };
+    // An estimate that is kept is judged whatever happens.
+    const kernels::WorkWatch::Question goesOn = [&](double /*share*/) {
+        return job.keepPartial || relay.stopped() || relay.advance(0, 0.0);
+    };
     const auto end = [&](std::int64_t channel) {
+        const kernels::WorkWatch judging(goesOn);
         const Deconvolution::Answer done = std::move(answers[channel]);
         report(done, static_cast<int>(channel), findings, record);
         if (relay.stopped()) {

@@ -155,6 +155,9 @@ std::vector<std::string> captionOf(const RunRecord& record) {
 
 Figure RunFigure::figure(const RunRecord* record) {
     addNoise();
+    if (results > 1 && record == nullptr) {
+        samples.title = "Signal and results";
+    }
     Figure figure;
     figure.panes.push_back(std::move(samples));
     if (!residual.graphs.empty()) {

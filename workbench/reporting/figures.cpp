@@ -31,10 +31,11 @@ Figure figureOf(const std::vector<SharedSignal>& signals) {
         for (int c = 0; c < signal->info.channels; ++c, ++channels) {
             if (channels < most) {
                 const std::string name = channelName(signal->info, c);
-                samples.graphs.push_back(
-                    graphOf(channelOf(*signal, c), axis, GraphRole::result, channels, name));
+                std::vector<double> values = channelOf(*signal, c);
                 spectra.graphs.push_back(
-                    spectrumGraph(channelOf(*signal, c), axis, GraphRole::result, channels, name));
+                    spectrumGraph(values, axis, GraphRole::result, channels, name));
+                samples.graphs.push_back(
+                    graphOf(std::move(values), axis, GraphRole::result, channels, name));
             }
         }
     }

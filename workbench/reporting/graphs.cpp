@@ -82,9 +82,9 @@ std::string valueName(const SignalInfo& info) {
     return named ? printable(info.names.front(), longestName) : "value";
 }
 
-Graph spectrumGraph(std::vector<double> samples, const SampleAxis& axis, GraphRole role,
+Graph spectrumGraph(const std::vector<double>& samples, const SampleAxis& axis, GraphRole role,
                     int variant, std::string name) {
-    MagnitudeSpectrum spectrum = magnitudeSpectrum(std::move(samples));
+    MagnitudeSpectrum spectrum = magnitudeSpectrum(samples);
     Graph graph;
     graph.name = std::move(name);
     graph.role = role;

@@ -35,7 +35,7 @@ std::string channelName(const SignalInfo& info, int channel);
 std::string valueName(const SignalInfo& info);
 
 // The magnitude spectrum of samples in as many samples of the axis.
-Graph spectrumGraph(std::vector<double> samples, const SampleAxis& axis, GraphRole role,
+Graph spectrumGraph(const std::vector<double>& samples, const SampleAxis& axis, GraphRole role,
                     int variant, std::string name);
 
 // What a caption says of spectra that are averaged; empty where no signal is long enough.

@@ -25,6 +25,10 @@ static std::vector<double> windowOf(std::size_t n) {
     return window;
 }
 
+static double numberOf(double sample) {
+    return std::isfinite(sample) ? sample : 0.0;
+}
+
 // Stretches overlap by half, unless there were more than so many of them.
 static void addStretches(const std::vector<double>& samples, MagnitudeSpectrum& spectrum) {
     const std::size_t length = spectrum.length, room = samples.size() - length;
@@ -38,7 +42,7 @@ static void addStretches(const std::vector<double>& samples, MagnitudeSpectrum& 
     for (std::size_t k = 0; k < spectrum.stretches; ++k) {
         const std::size_t first = k * (room / (spectrum.stretches - 1));
         for (std::size_t i = 0; i < length; ++i) {
-            stretch[i] = window[i] * samples[first + i];
+            stretch[i] = window[i] * numberOf(samples[first + i]);
         }
         addSquares(stretch, spectrum.magnitudes);
     }
@@ -49,9 +53,7 @@ static void addStretches(const std::vector<double>& samples, MagnitudeSpectrum& 
     }
 }
 
-MagnitudeSpectrum magnitudeSpectrum(std::vector<double> samples) {
-    std::replace_if(
-        samples.begin(), samples.end(), [](double x) { return !std::isfinite(x); }, 0.0);
+MagnitudeSpectrum magnitudeSpectrum(const std::vector<double>& samples) {
     MagnitudeSpectrum spectrum;
     const bool averaged = samples.size() > longestWhole;
     spectrum.length = averaged ? stretchLength : samples.size();
@@ -59,7 +61,9 @@ MagnitudeSpectrum magnitudeSpectrum(std::vector<double> samples) {
     if (averaged) {
         addStretches(samples, spectrum);
     } else {
-        addSquares(samples, spectrum.magnitudes);
+        std::vector<double> numbers(samples.size());
+        std::transform(samples.begin(), samples.end(), numbers.begin(), numberOf);
+        addSquares(numbers, spectrum.magnitudes);
     }
     for (double& magnitude : spectrum.magnitudes) {
         magnitude = std::sqrt(magnitude);

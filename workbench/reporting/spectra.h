@@ -20,4 +20,4 @@ struct MagnitudeSpectrum {
 constexpr std::size_t longestWhole = 1 << 15, stretchLength = 1 << 14, mostStretches = 64;
 
 // Of one sample or more. NaN and infinity count as 0. std::bad_alloc.
-MagnitudeSpectrum magnitudeSpectrum(std::vector<double> samples);
+MagnitudeSpectrum magnitudeSpectrum(const std::vector<double>& samples);

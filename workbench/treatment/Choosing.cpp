@@ -123,9 +123,10 @@ void Choosing::chooseEnds() {
 void Choosing::chooseOversampling() {
     constexpr int enough = 4;
     constexpr double empty = 1e-6;
+    const double largest = plain->largestGain();
     bool diverges = false;
     for (std::size_t j = 0; j < plain->kernel.size(); ++j) {
-        const double gain = plain->kernel[j] / plain->largestGain();
+        const double gain = plain->kernel[j] / largest;
         diverges = diverges || (gain > empty && 2.0 * std::cos(plain->frequency(j)) < gain);
     }
     choice.treatment.oversampling = diverges ? enough : 1;

@@ -1,5 +1,6 @@
 #include "workbench/treatment/Deconvolution.h"
 
+#include "kernels/WorkWatch.h"
 #include "workbench/analysis/Band.h"
 #include "workbench/analysis/PowerScale.h"
 #include "workbench/analysis/PowerSpectra.h"
@@ -23,6 +24,11 @@ static int strongestChannel(const Signal& signal, int exponent) {
         energies[i % width] += value * value;
     }
     return static_cast<int>(std::max_element(energies.begin(), energies.end()) - energies.begin());
+}
+
+// Samples on their way, some times.
+static void passed(std::size_t samples) {
+    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element * static_cast<double>(samples));
 }
 
 static std::vector<double> quietSamples(const Signal& signal, int channel, const Span& stretch) {
@@ -67,6 +73,7 @@ Deconvolution::Deconvolution(const ModuleLibrary& moduleLibrary, const Signal& m
       exponent(PowerScale::of(signal.interleaved).exponent),
       zero(zeroOf(kernel, wanted.origin)) {
     strongest = strongestChannel(signal, exponent);
+    passed(signal.interleaved.size());
     chosen = chooseFor(questionOf(signal, kernel, strongest, zero, wanted.noise), given, leftToData,
                        wanted);
     const bool moves = wanted.origin.kind != Origin::Kind::none;
@@ -143,6 +150,7 @@ Deconvolution::Answer Deconvolution::run(int channel,
     const Preparation preparation = preparationOf(channel, exponent);
     Answer result;
     result.operands = preparation.operands(channelOf(signal, channel));
+    passed(result.operands.signal.size());
     result.made = answerTo(result.operands, chosen.settings);
     result.samples = preparation.restored(result.made.samples);
     result.names = result.made.numberNames;

@@ -1,5 +1,6 @@
 #include "workbench/window/PlainEnvironment.h"
 
+#include <QHashFunctions>
 #include <QProcessEnvironment>
 #include <QtGlobal>
 
@@ -14,7 +15,9 @@ static bool isAboutLooks(const QString& name) {
         [&name](const char* beginning) { return name.startsWith(QLatin1String(beginning)); });
 }
 
+// The fonts of a PDF stand in the order of their hashes.
 PlainEnvironment::PlainEnvironment() {
+    QHashSeed::setDeterministicGlobalSeed();
     for (const QString& name : QProcessEnvironment::systemEnvironment().keys()) {
         if (isAboutLooks(name)) {
             set(name.toLocal8Bit().constData(), nullptr);

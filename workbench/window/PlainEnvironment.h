@@ -7,7 +7,8 @@
 
 // While it lives, the process's environment holds nothing of what the user, the display or the
 // place say about how things look: Qt starts off screen, with the system's fonts, in English and
-// at UTC. To be made where no other thread reads the environment.
+// at UTC, and its hashes are the same in every process from then on. To be made where no other
+// thread reads the environment.
 class PlainEnvironment {
 public:
     PlainEnvironment();

@@ -14,7 +14,7 @@ struct Look {
 }  // namespace
 
 // In the order of the roles. What a measurement gave is paler than what was made of it.
-constexpr std::array<Look, 7> roleLooks = {{{0x9aa3ad, 0x78828e},
+constexpr std::array<Look, 7> roleLooks = {{{0x9aa3ad, 0x667180},
                                             {0x0b7a6f, 0x43c2b2},
                                             {0x12357f, 0x9cc4ff},
                                             {0xd98a1f, 0xf2b04e, Qt::DashLine, 1.6},

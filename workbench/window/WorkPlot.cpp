@@ -56,6 +56,7 @@ void WorkPlot::show(const Figure& newFigure) {
             fitHeight(i);
         }
     }
+    spaceNumbers();
     if (cursor && cursor->pane >= paneCount()) {
         cursor.reset();
     }
@@ -64,6 +65,21 @@ void WorkPlot::show(const Figure& newFigure) {
     }
     showCursor();
     replot(rpQueuedReplot);
+}
+
+// As many numbers on an axis as have room beside it: a pane is about as high as its share.
+void WorkPlot::spaceNumbers() {
+    constexpr int most = 6, least = 2;
+    const int share = height() / static_cast<int>(paneCount() + 1);
+    for (std::size_t i = 0; i < paneCount(); ++i) {
+        const int tall = (i == 0 ? 2 * share : share) - 4 * fontMetrics().height();
+        y(i).ticker()->setTickCount(std::clamp(tall / (2 * fontMetrics().height()), least, most));
+    }
+}
+
+void WorkPlot::resizeEvent(QResizeEvent* event) {
+    FigurePlot::resizeEvent(event);
+    spaceNumbers();
 }
 
 // On a layer of their own, so that a cursor that moves does not paint the graphs again.

@@ -53,6 +53,7 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     enum class Drag { none, pan, box, stretch };
@@ -65,6 +66,7 @@ private:
     [[nodiscard]] QCPAxis& y(std::size_t pane) const;
     [[nodiscard]] std::optional<std::size_t> paneAt(const QPointF& point) const;
     void takeColours();
+    void spaceNumbers();
     void addCursors();
     void showBox(const QPointF& to);
     void dragTo(const QPointF& to);

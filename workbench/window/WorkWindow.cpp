@@ -27,9 +27,7 @@
 static constexpr int settlingMilliseconds = 150;
 
 WorkWindow::WorkWindow(FoldBench& ownBench, Desktop& moduleDesktop, const WindowOrder& order)
-    : bench(ownBench),
-      desktop(moduleDesktop),
-      paintsOnly(!order.picture.empty()) {
+    : bench(ownBench), desktop(moduleDesktop), paintsOnly(!order.picture.empty()) {
     setWindowTitle("Fendra");
     addCentre();
     addStatus();
@@ -134,6 +132,7 @@ void WorkWindow::showAnswer(const FoldBench::Words& words, const WorkRunner::Ans
     figure = made->figure;
     showFigure();
     controls->showFound(made->outcome.record);
+    showCommandLine();
     summary->setPlainText(
         QString::fromStdString(made->outcome.record.summary()) +
         tr("SHA-256 of the samples: %1").arg(QString::fromStdString(made->outcome.record.digest)));
@@ -192,8 +191,17 @@ void WorkWindow::showMessage(const QString& text) {
     message->show();
 }
 
+// Of an iteration that was stopped, the one that ends there by itself.
 void WorkWindow::showCommandLine() {
-    commandLine->setText(QString::fromStdString(bench.commandLine(controls->state().words())));
+    const WorkState state = controls->state();
+    const FoldBench::Words words = state.words();
+    std::string line;
+    if (answer != nullptr && words == answerWords && answer->outcome.record.stop) {
+        line = answer->outcome.record.stop->rerun;
+    } else if (!state.signal.empty() && !state.kernel.empty()) {
+        line = bench.commandLine(words);
+    }
+    commandLine->setText(QString::fromStdString(line));
     commandLine->setCursorPosition(0);
 }
 
