@@ -43,10 +43,12 @@ struct RunRecord {
     std::string words;        // the command line
     FendraSettings settings;  // with which the module ran
     std::int64_t block = 0;   // 0: the whole signal is one block
-    bool pad = false;
-    std::string graph;  // stored, from which the settings are; empty: none
+    std::string graph;        // stored, from which the settings are; empty: none
     std::string module, moduleVersion, moduleFile;
+    bool pad = false;
     bool overlapAdd = false;  // the samples are from the workbench's overlap-add, not the module
+    bool stays = false;       // the result was to stay as the module gives it
+    bool stopped = false;     // by the observer: the result is the estimate so far
     std::vector<SignalInfo> inputs;
     SourceName output;
     int channels = 1;
@@ -60,13 +62,11 @@ struct RunRecord {
     std::optional<TruthError> error;
     std::vector<std::string> remarks;  // why the result may not be what was wanted
     std::optional<Movement> moved;
-    bool stays = false;  // the result was to stay as the module gives it
     std::optional<ChoiceRecord> choice;
     std::optional<UncertaintyRecord> uncertainty;
     std::optional<GainRecord> gain;
     std::int64_t beyondFullScale = 0;       // values whose magnitude is above 1.0
     std::vector<ResponseRecord> responses;  // one a channel, where a band of frequencies was named
-    bool stopped = false;                   // by the observer: the result is the estimate so far
     std::optional<StopRecord> stop;         // of a single iteration
 
     // Comment lines of a text result: known before the run, and known after it.

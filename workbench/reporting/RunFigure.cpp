@@ -166,7 +166,7 @@ Figure RunFigure::figure(const RunRecord* record) {
     figure.panes.push_back(std::move(kernelPane));
     figure.panes.push_back(std::move(spectra));
     if (record != nullptr) {
-        if (record->choice && !record->choice->curve.empty()) {
+        if (record->choice && record->choice->curve.size() > 1) {
             figure.panes.push_back(choicePane(*record->choice));
         }
         figure.caption = captionOf(*record);

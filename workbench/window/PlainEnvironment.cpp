@@ -40,12 +40,14 @@ void PlainEnvironment::set(const char* name, const char* value) {
     }
 }
 
+// Backwards: some are set after they were taken away.
 PlainEnvironment::~PlainEnvironment() {
-    for (const auto& [name, value] : before) {
+    std::for_each(before.rbegin(), before.rend(), [](const auto& variable) {
+        const auto& [name, value] = variable;
         if (value.isNull()) {
             qunsetenv(name.constData());
         } else {
             qputenv(name.constData(), value);
         }
-    }
+    });
 }
