@@ -47,6 +47,7 @@ struct RunRecord {
     std::string graph;  // stored, from which the settings are; empty: none
     std::string module, moduleVersion, moduleFile;
     bool overlapAdd = false;  // the samples are from the workbench's overlap-add, not the module
+    bool stays = false;       // the result was to stay as the module gives it
     std::vector<SignalInfo> inputs;
     SourceName output;
     int channels = 1;
@@ -60,7 +61,6 @@ struct RunRecord {
     std::optional<TruthError> error;
     std::vector<std::string> remarks;  // why the result may not be what was wanted
     std::optional<Movement> moved;
-    bool stays = false;  // the result was to stay as the module gives it
     std::optional<ChoiceRecord> choice;
     std::optional<UncertaintyRecord> uncertainty;
     std::optional<GainRecord> gain;
