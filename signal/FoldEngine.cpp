@@ -36,6 +36,7 @@ static void foldInFrequency(const double* a, int L, const double* b, int S, doub
     std::fill(end, result + resultLength, 0.0);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): a run, whatever it changes
 int FoldEngine::fold(const double* first, int firstLength, const double* second, int secondLength,
                      double* result, int resultLength, int mode) {
     if (firstLength < secondLength) {

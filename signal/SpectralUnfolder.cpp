@@ -38,6 +38,7 @@ static void divideSpectra(const double* signal, int signalLength, const double* 
     std::fill(end, result + resultLength, 0.0);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): a run, whatever it changes
 int SpectralUnfolder::unfold(const double* signal, int signalLength, const double* kernel,
                              int kernelLength, double* result, int resultLength) {
     return watched(within, [&] {

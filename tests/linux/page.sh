@@ -31,7 +31,7 @@ fendra deconvolve recorded.wav sweep.wav --auto --frequencies 60:7400 -q -o room
 
 # Steps of 1 s from -2 s on, with values that are all different, gaps and an infinity, under a name
 # and columns that would be markup.
-name='"><script>document.title="owned"<!--<img src=x onerror=document.title=1>${1+1}&lt;.csv'
+name='"><img src=x onerror=document.title=1><script>document.title="owned"<!--<script x>${1+1}&lt;.csv'
 {
     echo 't_s,"</script><svg onload=document.title=2>"'
     seq 0 63 | awk '{ print $1 - 2 "," (7 * $1 * $1) % 101 + 0.25 }'

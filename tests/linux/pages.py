@@ -120,6 +120,12 @@ def check_pointer():
     keep("pointed")
     browser.point(5, 5)
     require(readout() is None, readout())
+    for share in (0.05, 0.2, 0.4):  # of a picture that is wider than the window
+        browser.open("hostile.html", phone, 1200)
+        browser.point(*middle_of_pane(0, share))
+        left, right = browser.ask("""(() => { const box = document.getElementById('readout')
+            .getBoundingClientRect(); return [box.left, box.right]; })()""")
+        require(0 <= left < right <= phone, "values are seen on a phone", share, left, right)
 
 
 def check_keys():

@@ -70,13 +70,14 @@ void FoldCommand::checkStreams() const {
 void FoldCommand::checkKeeping(const FoldJob& job) const {
     const auto refuse = [](const char* why) { throw CLI::ValidationError("--keep-partial", why); };
     if (job.settings.method != FendraSettings::vanCittert && !job.leftToData.method) {
-        refuse("only the iteration has steps; give --method van-cittert, or leave it out");
+        refuse(
+            "only the iteration has steps; give --method van-cittert, or leave out --keep-partial");
     }
     if (job.cutting.block != 0) {
-        refuse("several blocks have no common step; leave out --block, or it");
+        refuse("several blocks have no common step; leave out --block or --keep-partial");
     }
     if (job.treatment.uncertainty) {
-        refuse("a part of the steps has no band; leave out --uncertainty, or it");
+        refuse("an estimate that is kept has no band; leave out --uncertainty or --keep-partial");
     }
 }
 

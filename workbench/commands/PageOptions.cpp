@@ -39,12 +39,13 @@ void PageOptions::addTo(CLI::App& command) {
                                  name);
     };
     command
-        .add_option("--page", file,
-                    "write one HTML page to send to a colleague: pictures with the values under "
-                    "the pointer, what was chosen and why, remarks, settings, digests and the "
-                    "command line that gives the same again")
+        .add_option(
+            "--page", file,
+            "write one page, FILE.html, to send to a colleague: pictures with the values under "
+            "the pointer, what was chosen and why, remarks, settings, digests and the "
+            "command line that gives the same again")
         ->check(CLI::Validator(check, ""))
-        ->type_name("FILE.html")
+        ->type_name("FILE")
         ->group("Result");
 }
 

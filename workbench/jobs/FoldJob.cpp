@@ -103,7 +103,7 @@ static void refusePartialOfSeveral(const FoldJob& job, const SignalInfo& info) {
     if (job.keepPartial && info.channels > 1) {
         throw Failure(fmt::format(
             "--keep-partial: {} has {} channels, whose iterations would be stopped after different "
-            "steps; deconvolve one at a time, or leave out --keep-partial",
+            "steps; deconvolve one at a time, of text as FILE:COLUMN, or leave out --keep-partial",
             info.source.shown, info.channels));
     }
 }

@@ -84,13 +84,15 @@
     });
   };
 
-  // Beside the cursor, on the side where there is room.
+  // Beside the cursor, on the side where there is room in the part of the picture that is seen.
   const moveReadout = (pane) => {
     const matrix = svg.getScreenCTM();
     const box = picture.getBoundingClientRect();
+    const seen = picture.parentElement.getBoundingClientRect();
     const left = across(pane, place) * matrix.a + matrix.e - box.left;
-    const fits = left + 12 + readout.offsetWidth <= box.width;
-    readout.style.left = `${Math.max(0, fits ? left + 12 : left - 12 - readout.offsetWidth)}px`;
+    const fits = left + 12 + readout.offsetWidth <= seen.right - box.left;
+    const beside = fits ? left + 12 : left - 12 - readout.offsetWidth;
+    readout.style.left = `${Math.max(seen.left - box.left, beside)}px`;
     readout.style.top = `${pane.frame[1] * matrix.d + matrix.f - box.top + 8}px`;
   };
 
