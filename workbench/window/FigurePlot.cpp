@@ -7,7 +7,7 @@
 #include <cmath>
 #include <utility>
 
-FigurePlot::FigurePlot(QWidget* parent) : QCustomPlot(parent) {
+FigurePlot::FigurePlot(QWidget* parent) : QCustomPlot(parent), margins(new QCPMarginGroup(this)) {
     QLocale numbers = QLocale::c();
     numbers.setNumberOptions(QLocale::OmitGroupSeparator);
     setLocale(numbers);
@@ -37,9 +37,8 @@ void FigurePlot::setFigure(std::shared_ptr<const Figure> shownFigure) {
     rects.clear();
     legends.clear();
     figure = std::move(shownFigure);
-    auto* const margins = new QCPMarginGroup(this);
     for (std::size_t i = 0; i < figure->panes.size(); ++i) {
-        addPane(i, *margins);
+        addPane(i);
     }
     applyColours();
     for (std::size_t i = 0; i < ranges.size(); ++i) {
@@ -59,13 +58,13 @@ static bool namesItsAxis(const Figure& figure, std::size_t index) {
     return next == nullptr || !pane.linked || !next->linked || next->x.label != pane.x.label;
 }
 
-void FigurePlot::addPane(std::size_t index, QCPMarginGroup& margins) {
+void FigurePlot::addPane(std::size_t index) {
     const Pane& pane = figure->panes[index];
     auto* const names = new QCPLegend;
     addHead(pane, *names);
     auto* const rect = new QCPAxisRect(this);
     plotLayout()->addElement(plotLayout()->rowCount(), 0, rect);
-    rect->setMarginGroup(QCP::msLeft | QCP::msRight, &margins);
+    rect->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
     rect->setMinimumMargins(QMargins(10, 2, 14, 6));
     setUpAxis(*rect->axis(QCPAxis::atBottom), pane.x);
     setUpAxis(*rect->axis(QCPAxis::atLeft), pane.y);

@@ -52,7 +52,7 @@ public:
     [[nodiscard]] std::optional<double> valueAt(std::size_t pane, double x) const;
 
 private:
-    void addPane(std::size_t index, QCPMarginGroup& margins);
+    void addPane(std::size_t index);
     void addHead(const Pane& pane, QCPLegend& names);
     void addGraphs(const Pane& pane, QCPAxisRect& rect, QCPLegend& names);
     void setUpAxis(QCPAxis& axis, const FigureAxis& shownAxis) const;
@@ -65,6 +65,7 @@ private:
 
     std::shared_ptr<const Figure> figure = std::make_shared<const Figure>();
     PlotColours colours = PlotColours::light();
-    std::vector<QCPAxisRect*> rects;  // one a pane; the plot's
+    QCPMarginGroup* margins;          // of all panes; the plot's, as these are
+    std::vector<QCPAxisRect*> rects;  // one a pane
     std::vector<QCPLegend*> legends;
 };

@@ -24,6 +24,10 @@ GraphPainting::Range GraphPainting::visible() const {
     return {first, std::max(first, samplesBefore(graph, x.coordinate(pane.right())))};
 }
 
+int GraphPainting::columnsOf(double width) const {
+    return static_cast<int>(std::ceil(pane.width() / width));
+}
+
 // Both NaN where there is a gap.
 QPointF GraphPainting::point(std::size_t i) const {
     const QPointF point(x.pixel(placeOf(graph, i)), y.pixel((*graph.values)[i]));
@@ -57,9 +61,10 @@ std::vector<GraphPainting::Stroke> GraphPainting::strokes(double width) const {
 std::vector<GraphPainting::Stroke> GraphPainting::filledStrokes(double width) const {
     const Pyramid& values = *graph.values;
     std::vector<Stroke> columns;
-    columns.reserve(static_cast<std::size_t>(pane.width() / width) + 1);
+    columns.reserve(static_cast<std::size_t>(columnsOf(width)));
     std::size_t first = seen.first;
-    for (double left = pane.left(); left < pane.right(); left += width) {
+    for (int column = 0; column < columnsOf(width); ++column) {
+        const double left = pane.left() + column * width;
         const std::size_t next = std::max(first, samplesBefore(graph, x.coordinate(left + width)));
         const Pyramid::Extremes own = values.extremes(first, next);
         if (!std::isnan(own.highest)) {
@@ -78,10 +83,11 @@ std::vector<GraphPainting::Stroke> GraphPainting::filledStrokes(double width) co
 
 std::vector<GraphPainting::Stroke> GraphPainting::crossedStrokes(double width) const {
     std::vector<Stroke> columns;
-    columns.reserve(static_cast<std::size_t>(pane.width() / width) + 1);
+    columns.reserve(static_cast<std::size_t>(columnsOf(width)));
     std::size_t first = seen.first;
     double entry = crossing(first, pane.left());
-    for (double left = pane.left(); left < pane.right(); left += width) {
+    for (int column = 0; column < columnsOf(width); ++column) {
+        const double left = pane.left() + column * width;
         const std::size_t next = std::max(first, samplesBefore(graph, x.coordinate(left + width)));
         const double exit = crossing(next, left + width);
         const Pyramid::Extremes own = graph.values->extremes(first, next);
@@ -100,13 +106,13 @@ std::vector<GraphPainting::Stroke> GraphPainting::crossedStrokes(double width) c
 std::vector<GraphPainting::Stroke> GraphPainting::bandStrokes(double width) const {
     std::vector<Stroke> columns;
     std::size_t first = seen.first;
-    for (double left = pane.left(); left < pane.right(); left += width) {
+    for (int column = 0; column < columnsOf(width); ++column) {
+        const double left = pane.left() + column * width;
         const std::size_t next = samplesBefore(graph, x.coordinate(left + width));
         const auto [top, bottom] = heightsOf(y, graph.lower->extremes(first, next).lowest,
                                              graph.upper->extremes(first, next).highest);
         if (first < next && !std::isnan(top)) {
-            const bool connected = !columns.empty() && columns.back().left >= left - 1.5 * width;
-            columns.push_back({left, top, bottom, connected});
+            columns.push_back({left, top, bottom, false});
         }
         first = std::max(first, next);
     }

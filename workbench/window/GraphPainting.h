@@ -29,6 +29,7 @@ private:
     };
 
     [[nodiscard]] Range visible() const;
+    [[nodiscard]] int columnsOf(double width) const;  // of that width, in the pane
     [[nodiscard]] QPointF point(std::size_t i) const;
     [[nodiscard]] double crossing(std::size_t sample, double column) const;
     [[nodiscard]] std::vector<Stroke> strokes(double width) const;
