@@ -47,6 +47,7 @@ struct RunRecord {
     std::string graph;  // stored, from which the settings are; empty: none
     std::string module, moduleVersion, moduleFile;
     bool overlapAdd = false;  // the samples are from the workbench's overlap-add, not the module
+    bool stopped = false;     // by the observer: the result is the estimate so far
     std::vector<SignalInfo> inputs;
     SourceName output;
     int channels = 1;
@@ -66,7 +67,6 @@ struct RunRecord {
     std::optional<GainRecord> gain;
     std::int64_t beyondFullScale = 0;       // values whose magnitude is above 1.0
     std::vector<ResponseRecord> responses;  // one a channel, where a band of frequencies was named
-    bool stopped = false;                   // by the observer: the result is the estimate so far
     std::optional<StopRecord> stop;         // of a single iteration
 
     // Comment lines of a text result: known before the run, and known after it.
