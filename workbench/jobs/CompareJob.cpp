@@ -72,8 +72,8 @@ static Treatment treatmentOf(const CompareJob& job, const Method& method) {
     return treatment;
 }
 
-static Stopped stoppedComparison() {
-    return Stopped("stopped before all methods had a result; nothing is written");
+[[noreturn]] static void throwStopped() {
+    throw Stopped("stopped before all methods had a result; nothing is written");
 }
 
 // A method that fails takes its place in the comparison with its reason.
@@ -107,7 +107,7 @@ static MethodOutcome runMethod(const CompareJob& job, const Method& method,
         compared.misfit = misfitOf(job, compared);
         compared.roughness = roughnessOf(compared.result);
     } catch (const kernels::Stopped&) {
-        throw stoppedComparison();
+        throwStopped();
     } catch (const Failure& failure) {
         compared.failure = failure.what();
     }
@@ -124,7 +124,7 @@ std::vector<MethodOutcome> run(const CompareJob& job, const ModuleLibrary& libra
         outcomes[i] = runMethod(job, *job.methods[i], library, part);
     });
     if (joined.stopped()) {
-        throw stoppedComparison();
+        throwStopped();
     }
     return outcomes;
 }

@@ -224,9 +224,9 @@ void LinearConvolution::pass(ResultTap& tap, const double* interleaved, std::int
     }
 }
 
-Stopped LinearConvolution::stoppedAfter(std::int64_t done) const {
-    return Stopped(fmt::format("stopped after {} of {} blocks; nothing is written", done,
-                               blocks(signal->info().samples)));
+void LinearConvolution::throwStopped(std::int64_t done) const {
+    throw Stopped(fmt::format("stopped after {} of {} blocks; nothing is written", done,
+                              blocks(signal->info().samples)));
 }
 
 // Of a signal that comes along, nobody knows which share a block is.
@@ -238,9 +238,9 @@ void LinearConvolution::convolve(BlockRounds& rounds, StepRelay& relay, std::int
             work();
         });
     } catch (const kernels::Stopped&) {
-        throw stoppedAfter(done);
+        throwStopped(done);
     } catch (const Stopped&) {
-        throw stoppedAfter(done);
+        throwStopped(done);
     }
 }
 
@@ -255,7 +255,7 @@ void LinearConvolution::run(ResultTap& tap, StepRelay& relay, Findings& /*findin
     for (std::int64_t done = 0; rounds.read();) {
         for (std::int64_t i = 0; i < rounds.blocks(); ++i, ++done) {
             if (!relay.before(stream ? 0 : done, 0)) {
-                throw stoppedAfter(done);
+                throwStopped(done);
             }
             if (i == 0) {
                 convolve(rounds, relay, done);

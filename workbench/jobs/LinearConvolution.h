@@ -44,7 +44,7 @@ private:
     std::unique_ptr<BlockConvolution> makeKernel(std::vector<double> samples);
     [[nodiscard]] bool comesAlong() const { return signal->info().samples == 0; }
     [[nodiscard]] std::int64_t blocks(std::int64_t samples) const;
-    [[nodiscard]] Stopped stoppedAfter(std::int64_t done) const;
+    [[noreturn]] void throwStopped(std::int64_t done) const;
     void convolve(BlockRounds& rounds, StepRelay& relay, std::int64_t done) const;
     void describeLengths(RunRecord& record, std::int64_t samples) const;
     void pass(ResultTap& tap, const double* interleaved, std::int64_t samples);

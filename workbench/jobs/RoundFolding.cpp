@@ -121,12 +121,12 @@ void RoundFolding::describe(RunRecord& record) const {
 
 void RoundFolding::runChannel(ModuleRun::Round& round, int channel, StepRelay& relay) {
     ChannelRelay watch(relay, round.number);
-    const auto stopped = [&] {
-        return Stopped(fmt::format("stopped after {} of {} blocks; nothing is written",
-                                   round.number, driven->rounds()));
+    const auto throwStopped = [&] {
+        throw Stopped(fmt::format("stopped after {} of {} blocks; nothing is written", round.number,
+                                  driven->rounds()));
     };
     if (!watch.before()) {
-        throw stopped();
+        throwStopped();
     }
     try {
         drivers.use([&](ModuleDriver& driver) {
@@ -134,7 +134,7 @@ void RoundFolding::runChannel(ModuleRun::Round& round, int channel, StepRelay& r
                 driven->answer(driver, round, channel);
         });
     } catch (const Stopped&) {
-        throw stopped();
+        throwStopped();
     }
 }
 

@@ -161,8 +161,8 @@ void WholeDeconvolution::describeStop(const Deconvolution::Answer& answer,
     }
 }
 
-Stopped WholeDeconvolution::stopped() const {
-    return Stopped(fmt::format(
+void WholeDeconvolution::throwStopped() const {
+    throw Stopped(fmt::format(
         "stopped before {}; nothing is written",
         isOneIteration() ? "the first step of the iteration had ended" : "there was a result"));
 }
@@ -175,9 +175,9 @@ Deconvolution::Answer WholeDeconvolution::answer(int channel, StepRelay& relay) 
     try {
         return deconvolution->run(channel, [&](int pass) { return watch.before(pass); });
     } catch (const kernels::Stopped&) {
-        throw stopped();
+        throwStopped();
     } catch (const Stopped&) {
-        throw stopped();
+        throwStopped();
     } catch (const Failure& failure) {
         throw Failure(fmt::format("block 1: {}", failure.what()));
     }

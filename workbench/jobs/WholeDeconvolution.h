@@ -33,7 +33,7 @@ private:
     [[nodiscard]] JobSize sizeOfChannel() const;
     [[nodiscard]] int threadsThatFit() const;
     [[nodiscard]] Deconvolution::Answer answer(int channel, StepRelay& relay) const;
-    [[nodiscard]] Stopped stopped() const;
+    [[noreturn]] void throwStopped() const;
     [[nodiscard]] bool isOneIteration() const;
     void describeStop(const Deconvolution::Answer& answer, RunRecord& record) const;
     void report(const Deconvolution::Answer& answer, int channel, Findings& findings,
