@@ -7,7 +7,8 @@
 #include <cmath>
 #include <utility>
 
-FigurePlot::FigurePlot(QWidget* parent) : QCustomPlot(parent), margins(new QCPMarginGroup(this)) {
+FigurePlot::FigurePlot(QWidget* parent)
+    : QCustomPlot(parent), commonMargins(new QCPMarginGroup(this)) {
     QLocale numbers = QLocale::c();
     numbers.setNumberOptions(QLocale::OmitGroupSeparator);
     setLocale(numbers);
@@ -64,7 +65,7 @@ void FigurePlot::addPane(std::size_t index) {
     addHead(pane, *names);
     auto* const rect = new QCPAxisRect(this);
     plotLayout()->addElement(plotLayout()->rowCount(), 0, rect);
-    rect->setMarginGroup(QCP::msLeft | QCP::msRight, margins);
+    rect->setMarginGroup(QCP::msLeft | QCP::msRight, commonMargins);
     rect->setMinimumMargins(QMargins(10, 2, 14, 6));
     setUpAxis(*rect->axis(QCPAxis::atBottom), pane.x);
     setUpAxis(*rect->axis(QCPAxis::atLeft), pane.y);

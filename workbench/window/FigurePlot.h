@@ -65,7 +65,7 @@ private:
 
     std::shared_ptr<const Figure> figure = std::make_shared<const Figure>();
     PlotColours colours = PlotColours::light();
-    QCPMarginGroup* margins;          // of all panes; the plot's, as these are
+    QCPMarginGroup* commonMargins;    // of all panes; the plot's, as these are
     std::vector<QCPAxisRect*> rects;  // one a pane
     std::vector<QCPLegend*> legends;
 };
