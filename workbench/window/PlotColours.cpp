@@ -34,10 +34,9 @@ constexpr std::array<Look, 7> variantLooks = {{{0xe08a3c, 0xb5651d},
 static const Look& lookOf(GraphRole role, int variant) {
     const auto row = static_cast<std::size_t>(role);
     constexpr std::size_t apart = 3;
-    return variant == 0
-               ? roleLooks.at(row)
-               : variantLooks.at((static_cast<std::size_t>(variant - 1) + apart * row) %
-                                 variantLooks.size());
+    return variant == 0 ? roleLooks.at(row)
+                        : variantLooks.at((static_cast<std::size_t>(variant - 1) + apart * row) %
+                                          variantLooks.size());
 }
 
 QPen PlotColours::pen(GraphRole role, int variant) const {
