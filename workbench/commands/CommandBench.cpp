@@ -96,7 +96,11 @@ std::shared_ptr<const Signal> CommandBench::signalOf(const SignalSource& source,
         }
     }
     const auto signal = std::make_shared<const Signal>(Signal::of(*source.open()));
+    constexpr std::size_t most = 8;
     const std::lock_guard lock(guard);
+    if (kept.size() >= most) {
+        kept.clear();
+    }
     kept[key] = {time, size, signal};
     return signal;
 }

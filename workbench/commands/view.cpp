@@ -7,6 +7,7 @@
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <memory>
 #include <string>
@@ -27,7 +28,12 @@ void ViewCommand::run() const {
     CommandBench bench(module);
     WindowOrder order{signal, kernel, colours, picture};
     if (picture.empty()) {
-        WindowLibrary::requireDisplay();
+        try {
+            WindowLibrary::requireDisplay();
+        } catch (const Failure& failure) {
+            throw Failure(
+                fmt::format("{}; paint pictures with fendra plot, or with --plot", failure.what()));
+        }
     } else {
         const OutputFile refusesExisting(SourceName::ofOutput(picture), replace);
     }
