@@ -160,6 +160,11 @@ Figure RunFigure::figure(const RunRecord* record) {
     }
     Figure figure;
     figure.panes.push_back(std::move(samples));
+    if (residual.graphs.size() > 1) {  // each looks as its result does
+        for (Graph& graph : residual.graphs) {
+            graph.role = GraphRole::result;
+        }
+    }
     if (!residual.graphs.empty()) {
         figure.panes.push_back(std::move(residual));
     }
