@@ -1,7 +1,6 @@
 #include "workbench/commands/PlotOptions.h"
 
 #include "workbench/signals/SourceName.h"
-#include "workbench/system/fileNames.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -17,17 +16,6 @@ PlotFile::PlotFile(const std::string& file, bool replace)
 void PlotFile::write(const Figure& figure, const PictureOrder& order) {
     output.write(window.paint(figure, order).bytes);
     output.commit();
-}
-
-static std::optional<PictureFormat> formatOf(const std::string& file) {
-    const std::string ending = lowerCaseEnding(file);
-    if (ending == ".png") {
-        return PictureFormat::png;
-    }
-    if (ending == ".svg") {
-        return PictureFormat::svg;
-    }
-    return ending == ".pdf" ? std::optional(PictureFormat::pdf) : std::nullopt;
 }
 
 // Width and height; none where the word is not two numbers of pixels.
@@ -48,11 +36,12 @@ static std::optional<std::pair<int, int>> sizeOf(const std::string& word) {
 
 static CLI::Validator pictureName() {
     const auto check = [](const std::string& name) -> std::string {
-        return formatOf(name) ? ""
-                              : fmt::format(
-                                    "\"{}\" is not the name of a picture; give one that ends in "
-                                    ".png, .svg or .pdf",
-                                    name);
+        return pictureFormatOf(name)
+                   ? ""
+                   : fmt::format(
+                         "\"{}\" is not the name of a picture; give one that ends in "
+                         ".png, .svg or .pdf",
+                         name);
     };
     return {check, ""};
 }
@@ -120,7 +109,7 @@ std::unique_ptr<PlotFile> PlotOptions::open(bool replace) const {
 PictureOrder PlotOptions::order(const Figure& figure) const {
     constexpr int paneHeight = 240, lineHeight = 18, most = 10000;
     PictureOrder order;
-    order.format = formatOf(file).value_or(PictureFormat::png);
+    order.format = pictureFormatOf(file).value_or(PictureFormat::png);
     order.height = std::min(most, paneHeight * static_cast<int>(figure.panes.size()) +
                                       lineHeight * static_cast<int>(figure.caption.size()) + 60);
     if (const auto given = sizeOf(size)) {

@@ -6,6 +6,10 @@
 
 enum class PictureFormat { png, svg, pdf };
 
+// The one that the ending of a file's name stands for, in either case; none: it is not that of a
+// picture.
+std::optional<PictureFormat> pictureFormatOf(const std::string& file);
+
 // How a figure is to be painted.
 struct PictureOrder {
     PictureFormat format = PictureFormat::png;

@@ -9,7 +9,7 @@
 #include <QMenu>
 #include <QSettings>
 
-#include <algorithm>
+#include <optional>
 
 // Where the person's settings of the window lie.
 static const char* const maker = "fendra";
@@ -101,18 +101,14 @@ void WorkWindow::saveGraph() {
 
 // What is seen, by the picture's own measures: a picture is not a copy of the screen.
 void WorkWindow::writePicture(const QString& file) {
-    static const std::pair<const char*, PictureFormat> endings[] = {
-        {".png", PictureFormat::png}, {".svg", PictureFormat::svg}, {".pdf", PictureFormat::pdf}};
-    const auto* const ending = std::find_if(
-        std::begin(endings), std::end(endings),
-        [&](const auto& row) { return file.endsWith(row.first, Qt::CaseInsensitive); });
-    if (ending == std::end(endings)) {
+    const std::optional<PictureFormat> format = pictureFormatOf(file.toStdString());
+    if (!format) {
         throw Failure(tr("%1: a picture is .png, .svg or .pdf; choose another ending")
                           .arg(file)
                           .toStdString());
     }
     PictureOrder order;
-    order.format = ending->second;
+    order.format = *format;
     if (const auto stretch = plot->stretch()) {
         order.from = stretch->lower;
         order.to = stretch->upper;

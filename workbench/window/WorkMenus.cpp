@@ -155,7 +155,11 @@ void WorkWindow::addViewMenu() {
         action->setCheckable(true);
         action->setChecked(true);
         connect(action, &QAction::toggled, this, [this, shown = kind](bool on) {
-            on ? hidden.erase(shown) : hidden.insert(shown).first == hidden.end();
+            if (on) {
+                hidden.erase(shown);
+            } else {
+                hidden.insert(shown);
+            }
             showFigure();
         });
     }

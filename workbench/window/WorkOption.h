@@ -3,7 +3,6 @@
 #include "workbench/desktop/FoldBench.h"
 
 #include <QString>
-#include <QStringList>
 
 #include <map>
 #include <string>
