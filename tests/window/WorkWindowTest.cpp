@@ -207,7 +207,7 @@ TEST(WorkWindow, SaysWhatFailsAndKeepsTheResult) {
     const std::string zero = screen.folder.write("zero.csv", "0\n0\n0\n0\n");
     const std::string gone = screen.folder.write("gone.csv", "1\n2\n3\n2\n");
     std::vector<QString> told;
-    const auto hears = [&told](const char* part) {
+    const auto hears = [](const char* part) {
         return WorkScreen::idle() && WorkScreen::message().contains(part);
     };
     screen.visit(gone, gone,
