@@ -300,6 +300,7 @@ TEST(WorkWindow, ZoomsAndPansAtThePointer) {
                       EXPECT_LT(middle, right);
 
                       QTest::mouseDClick(&plot, Qt::LeftButton, {}, at);
+                      EXPECT_FALSE(WorkScreen::readout().contains("from the mark"));
                       EXPECT_NEAR(before, xAt(at), pixel);
                       return true;
                   },

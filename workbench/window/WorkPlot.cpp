@@ -63,6 +63,7 @@ void WorkPlot::show(const Figure& newFigure) {
     if (mark && mark->pane >= paneCount()) {
         mark.reset();
     }
+    markBefore.reset();
     showCursor();
     replot(rpQueuedReplot);
 }
@@ -295,12 +296,14 @@ void WorkPlot::mouseReleaseEvent(QMouseEvent* event) {
     replot(rpQueuedReplot);
 }
 
+// The click that it began with has set a mark, or taken it away, which was not meant.
 void WorkPlot::mouseDoubleClickEvent(QMouseEvent* /*event*/) {
     drag = Drag::none;
+    mark = markBefore;
+    showCursor();
     showWhole();
 }
 
-// The click that begins a double click has set a mark; the person did not mean it.
 void WorkPlot::click() {
     if (!cursor) {
         return;
@@ -316,6 +319,7 @@ void WorkPlot::click() {
 }
 
 void WorkPlot::toggleMark() {
+    markBefore = mark;
     if (mark && cursor && mark->pane == cursor->pane && mark->x == cursor->x) {
         mark.reset();
     } else {

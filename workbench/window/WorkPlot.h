@@ -89,7 +89,7 @@ private:
     bool moved = false;
     QCPRange pressedX, pressedY;
     std::size_t pressedPane = 0;
-    std::optional<Place> cursor, mark;
+    std::optional<Place> cursor, mark, markBefore;             // the last click
     std::vector<QCPItemStraightLine*> cursorLines, markLines;  // one a pane; the plot's
     QCPItemRect* box = nullptr;
 };
