@@ -60,8 +60,21 @@ TEST(Pyramid, RangesOverNumbersThatAreFinite) {
     }
 }
 
-// A picture of any stretch, at any width: the column that has the outlier reaches up to it, and no
-// other does.
+// The column that has the outlier reaches up to it, and no other does.
+static void expectOneColumnAtOutlier(const Pyramid& pyramid, std::size_t place, std::size_t begin,
+                                     std::size_t stretch, std::size_t columns) {
+    int seen = 0;
+    for (std::size_t column = 0; column < columns; ++column) {
+        const std::size_t first = begin + stretch * column / columns;
+        const std::size_t last = begin + stretch * (column + 1) / columns;
+        const bool shown = pyramid.extremes(first, last).highest == 1.0;
+        EXPECT_EQ(first <= place && place < last, shown) << stretch << ' ' << column;
+        seen += shown ? 1 : 0;
+    }
+    EXPECT_EQ(1, seen) << stretch << " in " << columns;
+}
+
+// A picture of any stretch, at any width.
 TEST(Pyramid, ShowsASingleOutlierAmongTenMillionAtEveryZoom) {
     constexpr std::size_t size = 10000000, place = 7654321;
     std::vector<double> samples(size);
@@ -70,17 +83,23 @@ TEST(Pyramid, ShowsASingleOutlierAmongTenMillionAtEveryZoom) {
     for (std::size_t stretch = 1; stretch / 2 < size; stretch *= 2) {
         const std::size_t begin = place - std::min(place, stretch / 3);
         for (const std::size_t columns : {1U, 3U, 1000U, 1920U}) {
-            int seen = 0;
-            for (std::size_t column = 0; column < columns; ++column) {
-                const std::size_t first = begin + stretch * column / columns;
-                const std::size_t last = begin + stretch * (column + 1) / columns;
-                const bool shown = pyramid.extremes(first, last).highest == 1.0;
-                EXPECT_EQ(first <= place && place < last, shown) << stretch << ' ' << column;
-                seen += shown ? 1 : 0;
-            }
-            EXPECT_EQ(1, seen) << stretch << " in " << columns;
+            expectOneColumnAtOutlier(pyramid, place, begin, stretch, columns);
         }
     }
+}
+
+static void expectCountsAtSample(const Graph& graph, std::size_t i) {
+    const double place = placeOf(graph, i);
+    EXPECT_EQ(i, samplesBefore(graph, place));
+    EXPECT_EQ(i + 1, samplesBefore(graph, std::nextafter(place, infinity)));
+    EXPECT_EQ(i, nearestSample(graph, place + 1e-3));
+}
+
+static void expectCountsOutside(const Graph& graph) {
+    EXPECT_EQ(0U, samplesBefore(graph, -infinity));
+    EXPECT_EQ(1000U, samplesBefore(graph, infinity));
+    EXPECT_EQ(0U, nearestSample(graph, -1e300));
+    EXPECT_EQ(999U, nearestSample(graph, 1e300));
 }
 
 // Steps that no double holds: the count is that of the places as they are computed.
@@ -94,14 +113,8 @@ TEST(Places, CountWhatStandsBefore) {
     }
     for (const Graph& graph : {even, uneven}) {
         for (std::size_t i = 0; i < 1000; ++i) {
-            const double place = placeOf(graph, i);
-            EXPECT_EQ(i, samplesBefore(graph, place));
-            EXPECT_EQ(i + 1, samplesBefore(graph, std::nextafter(place, infinity)));
-            EXPECT_EQ(i, nearestSample(graph, place + 1e-3));
+            expectCountsAtSample(graph, i);
         }
-        EXPECT_EQ(0U, samplesBefore(graph, -infinity));
-        EXPECT_EQ(1000U, samplesBefore(graph, infinity));
-        EXPECT_EQ(0U, nearestSample(graph, -1e300));
-        EXPECT_EQ(999U, nearestSample(graph, 1e300));
+        expectCountsOutside(graph);
     }
 }

@@ -67,34 +67,46 @@ static Signal longPeak(double height) {
     return samples;
 }
 
+namespace {
+
+struct Stop {
+    std::uint32_t within;
+    int code;
+    Settings settings;
+    const char* failures;
+};
+
+}  // namespace
+
+// Runs over a long signal, and a short one that waits after it.
+static void runAndStop(const Stop& stop, ModuleRig& rig, RunWatcher& watcher) {
+    watcher.stopWithin = stop.within;
+    feed(rig, longPeak(1.0), longPeak(1.0 / 709.0));
+    feed(rig, {1.0}, {1.0});
+    EXPECT_EQ(rig.module.Process(), stop.code);
+    EXPECT_EQ(watcher.failures, stop.failures);
+    EXPECT_TRUE(watcher.last.share > 0.0 && watcher.last.share < 1.0);
+    EXPECT_EQ(watcher.last.most, stop.settings.direction == 1 ? 100U : 0U);
+}
+
+static void expectResultOrWaitingInput(ModuleRig& rig, bool result) {
+    EXPECT_EQ(take(rig.output).size(), result ? 9000U : 0U);
+    EXPECT_EQ(take(rig.first).size(), result ? 0U : 1U);
+}
+
 // In a step after others with the estimate of the last one; in the first one, and in a run without
 // steps, with a failure that is told as a stop, and what waits on the inputs is left there.
 TEST(WatchedRun, IsStoppedWithinAStep) {
-    const Signal smooth = longPeak(1.0 / 709.0);
-    struct Stop {
-        std::uint32_t within;
-        int code;
-        Settings settings;
-        const char* failures;
-    };
     const std::vector<Stop> table = {{4, 0, iteration, ""},
                                      {1, -1, iteration, "stopped "},
                                      {0, -1, {.direction = 0, .method = 0}, "stopped "},
                                      {RunWatcher::never, 0, {.direction = 0, .method = 0}, ""}};
-    for (const auto& [within, code, settings, failures] : table) {
+    for (const Stop& stop : table) {
         RunWatcher watcher;
-        watcher.stopWithin = within;
-        const bool iterates = settings.direction == 1;
-        ModuleRig rig(settings, iterates ? 3 : 1);
-        feed(rig, longPeak(1.0), smooth);
-        feed(rig, {1.0}, {1.0});
-        EXPECT_EQ(rig.module.Process(), code);
-        EXPECT_EQ(watcher.failures, failures);
-        EXPECT_EQ(take(rig.output).size(), code == 0 ? 9000U : 0U);
-        EXPECT_EQ(take(rig.first).size(), code == 0 ? 0U : 1U);
-        EXPECT_TRUE(watcher.last.share > 0.0 && watcher.last.share < 1.0);
-        EXPECT_EQ(watcher.last.most, iterates ? 100U : 0U);
-        if (within == 4) {
+        ModuleRig rig(stop.settings, stop.settings.direction == 1 ? 3 : 1);
+        runAndStop(stop, rig, watcher);
+        expectResultOrWaitingInput(rig, stop.code == 0);
+        if (stop.within == 4) {
             EXPECT_EQ(take(rig.secondNumber), Signal{4.0});
             EXPECT_EQ(watcher.steps.at(3).loop, 2U);  // the first one of the other pass
         }

@@ -205,6 +205,11 @@ public:
 
 }  // namespace
 
+template <typename Job>
+static void expectStopBy(Stopper& stopper, const Job& job) {
+    EXPECT_THROW(run(job, fendra(), stopper), Stopped);
+}
+
 // Within a step, a transform, an elimination, a block that is convolved, a search and a comparison:
 // each asks often, and ends by Stopped wherever the answer is to stop.
 TEST(FoldJob, HearsOfAStopWherever) {
@@ -222,9 +227,10 @@ TEST(FoldJob, HearsOfAStopWherever) {
     jobs[5].settings.direction = FendraSettings::deconvolution;
     jobs[5].treatment.automatic = jobs[5].leftToData.method = true;
     for (const FoldJob& job : jobs) {
+        SCOPED_TRACE(&job - jobs.data());
         for (const int questions : {0, 1, 3}) {
             Stopper stopper(questions);
-            EXPECT_THROW(run(job, fendra(), stopper), Stopped) << &job - jobs.data();
+            expectStopBy(stopper, job);
             EXPECT_EQ(stopper.left, -1);  // nobody asks again
         }
     }
@@ -233,7 +239,7 @@ TEST(FoldJob, HearsOfAStopWherever) {
     comparison.kernel = std::make_shared<const Signal>(Signal::of(*jobs[5].second.open()));
     comparison.methods = {Method::of(FendraSettings::deconvolution).front()};
     Stopper stopper(2);
-    EXPECT_THROW(run(comparison, fendra(), stopper), Stopped);
+    expectStopBy(stopper, comparison);
 }
 
 // A step that is stopped leaves the estimate before it, which that bound on the count gives, too;
@@ -274,6 +280,15 @@ public:
 
 }  // namespace
 
+static void expectResultOfSteps(std::uint32_t steps, FoldJob job,
+                                const std::pair<int, std::vector<double>>& estimate) {
+    job.settings.maxIterations = steps + 1;
+    JobObserver observer;
+    const Signal expected = run(job, fendra(), observer).result;
+    EXPECT_EQ(estimate.first, 0);
+    EXPECT_TRUE(sameBits(estimate.second, channelOf(expected, 0))) << steps;
+}
+
 // Cut, turned and scaled as it: the estimate after the k-th step is the result of k steps.
 TEST(FoldJob, ShowsTheEstimatesThatAreWanted) {
     FoldJob job = jobOf(FendraSettings::vanCittert, std::ldexp(1.0, 600), 2, 96);
@@ -286,12 +301,7 @@ TEST(FoldJob, ShowsTheEstimatesThatAreWanted) {
         run(job, fendra(), onlooker);
         ASSERT_EQ(onlooker.estimates.size(), 5U);  // of five steps in each of two channels
         for (const auto& [step, at] : {std::pair(1U, 0U), {3, 1}, {5, 2}}) {
-            FoldJob bounded = job;
-            bounded.settings.maxIterations = step + 1;
-            JobObserver observer;
-            const Signal expected = run(bounded, fendra(), observer).result;
-            EXPECT_EQ(onlooker.estimates[at].first, 0);
-            EXPECT_TRUE(sameBits(onlooker.estimates[at].second, channelOf(expected, 0))) << step;
+            expectResultOfSteps(step, job, onlooker.estimates[at]);
         }
         EXPECT_EQ(onlooker.estimates[4].first, 1);
     }

@@ -99,8 +99,22 @@ static const Pane* paneOf(const Figure& figure, PaneKind kind) {
     return found == figure.panes.end() ? nullptr : &*found;
 }
 
-// sum_k kernel[k] result[n + zero - k], periodic or with zeros around, less the signal; the result
-// was scaled by 20 dB.
+// sum_k kernel[k] result[place - k], periodic or with zeros around.
+static double plainFold(const std::vector<double>& kernel, const std::vector<double>& result,
+                        int place, bool pad) {
+    const int length = static_cast<int>(result.size());
+    double sum = 0.0;
+    for (int k = 0; k < static_cast<int>(kernel.size()); ++k) {
+        const int i = place - k;
+        const bool inside = i >= 0 && i < length;
+        sum += inside || !pad ? kernel[static_cast<std::size_t>(k)] *
+                                    result[static_cast<std::size_t>((i + length) % length)]
+                              : 0.0;
+    }
+    return sum;
+}
+
+// The result was scaled by 20 dB.
 TEST(Figures, ResidualIsTheKernelOnTheResultLessTheSignal) {
     constexpr int length = 40, taps = 7, zero = 2;
     const std::vector<double> result = noise(length, 3), kernel = noise(taps, 4),
@@ -122,14 +136,7 @@ TEST(Figures, ResidualIsTheKernelOnTheResultLessTheSignal) {
         ASSERT_NE(nullptr, pane);
         EXPECT_TRUE(pane->linked);
         for (int n = 0; n < length; ++n) {
-            double sum = 0.0;
-            for (int k = 0; k < taps; ++k) {
-                const int i = n + zero - k;
-                const bool inside = i >= 0 && i < length;
-                sum += inside || !pad ? kernel[static_cast<std::size_t>(k)] *
-                                            result[static_cast<std::size_t>((i + length) % length)]
-                                      : 0.0;
-            }
+            const double sum = plainFold(kernel, result, n + zero, pad);
             const auto place = static_cast<std::size_t>(n);
             EXPECT_NEAR(sum - measured[place], (*pane->graphs.at(0).values)[place], 1e-12) << n;
         }
@@ -183,37 +190,47 @@ TEST(Figures, SayHowManyChannelsAreLeftOut) {
     EXPECT_EQ("the first 12 of 20 channels are shown", figure.caption[0]);
 }
 
+namespace {
+
+// What a file says of its axis, and what stands on the axes of its panes.
+struct AxisRow {
+    double rate;
+    std::optional<SignalAxis> axis;
+    const char *label, *frequency;
+    double first, last, nyquist;
+};
+
+}  // namespace
+
+static void expectAxesOf(const AxisRow& row) {
+    auto signal = std::make_shared<Signal>(*signalOf("a", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+    signal->info.rate = row.rate;
+    signal->info.axis = row.axis;
+    const Figure figure = figureOf({signal});
+    const Graph &samples = figure.panes.at(0).graphs.at(0),
+                &spectrum = figure.panes.at(1).graphs.at(0);
+    EXPECT_EQ(row.label, figure.panes[0].x.label);
+    EXPECT_EQ(row.frequency, figure.panes[1].x.label);
+    EXPECT_DOUBLE_EQ(row.first, placeOf(samples, 0));
+    EXPECT_DOUBLE_EQ(row.last, placeOf(samples, 9));
+    EXPECT_DOUBLE_EQ(row.nyquist, placeOf(spectrum, 5));
+    const bool reversed = row.axis && row.axis->step < 0.0;
+    EXPECT_EQ(reversed ? 10.0 : 1.0, (*samples.values)[0]);
+}
+
 // Time in seconds where there is a rate, even if an axis is something else; a falling axis begins
 // at its lower end.
 TEST(Figures, AxesAreThoseOfTheFiles) {
     const SignalAxis time{"t_ms", 0.5, 0.25, true, 0.25, 0.25};
     const SignalAxis energy{"E <keV>\t", 3.0, 0.5, false, 0.5, 0.5};
     const SignalAxis falling{"wavenumber", 400.0, -2.0, false, 2.0, 2.0};
-    struct Row {
-        double rate;
-        std::optional<SignalAxis> axis;
-        const char *label, *frequency;
-        double first, last, nyquist;
-    };
-    for (const Row& row :
-         {Row{0.0, {}, "sample", "cycles per sample", 0.0, 9.0, 0.5},
-          Row{50.0, {}, "time (s)", "frequency (Hz)", 0.0, 0.18, 25.0},
-          Row{4.0, time, "time (s)", "frequency (Hz)", 0.5, 2.75, 2.0},
-          Row{0.0, energy, "E <keV>?", "cycles per E <keV>?", 3.0, 7.5, 1.0},
-          Row{0.0, falling, "wavenumber", "cycles per wavenumber", 382.0, 400.0, 0.25}}) {
-        auto signal = std::make_shared<Signal>(*signalOf("a", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
-        signal->info.rate = row.rate;
-        signal->info.axis = row.axis;
-        const Figure figure = figureOf({signal});
-        const Graph &samples = figure.panes.at(0).graphs.at(0),
-                    &spectrum = figure.panes.at(1).graphs.at(0);
-        EXPECT_EQ(row.label, figure.panes[0].x.label);
-        EXPECT_EQ(row.frequency, figure.panes[1].x.label);
-        EXPECT_DOUBLE_EQ(row.first, placeOf(samples, 0));
-        EXPECT_DOUBLE_EQ(row.last, placeOf(samples, 9));
-        EXPECT_DOUBLE_EQ(row.nyquist, placeOf(spectrum, 5));
-        const bool reversed = row.axis && row.axis->step < 0.0;
-        EXPECT_EQ(reversed ? 10.0 : 1.0, (*samples.values)[0]);
+    for (const AxisRow& row :
+         {AxisRow{0.0, {}, "sample", "cycles per sample", 0.0, 9.0, 0.5},
+          AxisRow{50.0, {}, "time (s)", "frequency (Hz)", 0.0, 0.18, 25.0},
+          AxisRow{4.0, time, "time (s)", "frequency (Hz)", 0.5, 2.75, 2.0},
+          AxisRow{0.0, energy, "E <keV>?", "cycles per E <keV>?", 3.0, 7.5, 1.0},
+          AxisRow{0.0, falling, "wavenumber", "cycles per wavenumber", 382.0, 400.0, 0.25}}) {
+        expectAxesOf(row);
     }
 }
 

@@ -30,14 +30,21 @@ struct Outcome {
 
 }  // namespace
 
-static Outcome unfold(const Iteration& run) {
-    VanCittertUnfolder unfolder(run.convergence, run.maxIterations, run.abortAtError ? 1 : 0,
-                                run.errorValue, run.abortAtMinError ? 1 : 0);
+static VanCittertUnfolder unfolderOf(const Iteration& run) {
+    return {run.convergence, run.maxIterations, run.abortAtError ? 1 : 0, run.errorValue,
+            run.abortAtMinError ? 1 : 0};
+}
+
+static Outcome unfold(const Iteration& run, VanCittertUnfolder unfolder) {
     Guarded result(run.signal.size());
     EXPECT_EQ(1, unfolder.unfold(run.signal.data(), static_cast<int>(run.signal.size()),
                                  run.kernel.data(), static_cast<int>(run.kernel.size()),
                                  result.data(), result.size()));
     return {result.values(), unfolder.lastError, unfolder.loopCount};
+}
+
+static Outcome unfold(const Iteration& run) {
+    return unfold(run, unfolderOf(run));
 }
 
 // The residual of an estimate replaces e; its squares are summed in order.
@@ -118,32 +125,34 @@ TEST(VanCittertUnfolder, DoesThePlainLoopsOperations) {
     }
 }
 
+// Expects the result to be what was shown last.
+static Outcome watch(const Iteration& run, const std::function<bool(std::uint32_t loop)>& answer) {
+    VanCittertUnfolder unfolder = unfolderOf(run);
+    std::uint32_t due = 2;
+    double shownError = 0.0;
+    Signal shown;
+    unfolder.keepGoing = [&](std::uint32_t loop, double error, const double* estimate) {
+        EXPECT_EQ(loop, due++);
+        shownError = error;
+        shown.assign(estimate, estimate + run.signal.size());
+        return answer(loop);
+    };
+    Outcome outcome = unfold(run, unfolder);
+    EXPECT_EQ(bits({outcome.lastError}), bits({shownError}));
+    EXPECT_EQ(bits(outcome.result), bits(shown));
+    return outcome;
+}
+
 // Each kept step is shown. Where the answer is to stop, or the question throws, the run is the one
 // that the bound on the loop count would have ended there, bit for bit.
 TEST(VanCittertUnfolder, IsWatchedAndStopped) {
-    const Signal y = noise(20, 1), kernel(20, 0.05);
-    const auto watch = [&](const std::function<bool(std::uint32_t loop)>& answer) {
-        VanCittertUnfolder unfolder(1.0, 9, 0, 0.0, 0);
-        std::uint32_t due = 2;
-        double error = 0.0;
-        Signal shown, result(20);
-        unfolder.keepGoing = [&](std::uint32_t loop, double stepError, const double* estimate) {
-            EXPECT_EQ(loop, due++);
-            error = stepError;
-            shown.assign(estimate, estimate + 20);
-            return answer(loop);
-        };
-        EXPECT_EQ(1, unfolder.unfold(y.data(), 20, kernel.data(), 20, result.data(), 20));
-        EXPECT_EQ(bits({unfolder.lastError}), bits({error}));
-        EXPECT_EQ(bits(result), bits(shown));
-        return Outcome{result, unfolder.lastError, unfolder.loopCount};
+    const auto bounded = [](std::uint32_t most) {
+        return Iteration{noise(20, 1), Signal(20, 0.05), 1.0, most, false, 0.0, false};
     };
-    const auto bounded = [&](std::uint32_t most) {
-        return unfold({y, kernel, 1.0, most, false, 0.0, false});
-    };
-    expectSameBits(watch([](std::uint32_t /*loop*/) { return true; }), bounded(9));
-    expectSameBits(watch([](std::uint32_t loop) { return loop < 5; }), bounded(5));
-    expectSameBits(watch([](std::uint32_t /*loop*/) -> bool { throw 1; }), bounded(2));
+    const Iteration run = bounded(9);
+    expectSameBits(watch(run, [](std::uint32_t /*loop*/) { return true; }), unfold(run));
+    expectSameBits(watch(run, [](std::uint32_t loop) { return loop < 5; }), unfold(bounded(5)));
+    expectSameBits(watch(run, [](std::uint32_t /*loop*/) -> bool { throw 1; }), unfold(bounded(2)));
 }
 
 // A refused run would fall over the missing result array if it wrote to it.

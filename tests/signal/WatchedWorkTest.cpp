@@ -66,6 +66,24 @@ static Made fold(int mode, const Signal& y, const Signal& h,
     return {code, result};
 }
 
+// From 0 to 1, in steps of at most so many thousandths.
+static void expectShortSteps(Signal shares, int mostBetween) {
+    EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
+    double last = 0.0;
+    shares.push_back(1.0);
+    for (const double share : shares) {
+        EXPECT_LE(1000.0 * (share - last), mostBetween);
+        last = share;
+    }
+    EXPECT_LE(shares.back(), 1.0);
+}
+
+static void expectStop(const Algorithm& algorithm, const Signal& y, const Signal& h,
+                       Answers answers) {
+    EXPECT_EQ(algorithm.run(y, h, std::ref(answers)).code, 0);
+    EXPECT_EQ(std::ssize(answers.shares), answers.stopAt);  // nobody asks again
+}
+
 // Shares rise from 0 to 1 in short steps. A stop at any question ends the run by 0, and being asked
 // moves no bit.
 TEST_P(WatchedWork, IsAskedAndStopped) {
@@ -75,20 +93,11 @@ TEST_P(WatchedWork, IsAskedAndStopped) {
     const Made watched = algorithm.run(y, h, std::ref(all)), alone = algorithm.run(y, h, {});
     EXPECT_TRUE(watched.code == 1 && alone.code == 1);
     EXPECT_EQ(bits(watched.result), bits(alone.result));
-    EXPECT_TRUE(std::is_sorted(all.shares.begin(), all.shares.end()));
-    double last = 0.0;
-    all.shares.push_back(1.0);
-    for (const double share : all.shares) {
-        EXPECT_LE(1000.0 * (share - last), algorithm.mostBetween);
-        last = share;
-    }
-    EXPECT_LE(all.shares.back(), 1.0);
-    const std::ptrdiff_t questions = std::ssize(all.shares) - 1;
+    expectShortSteps(all.shares, algorithm.mostBetween);
+    const std::ptrdiff_t questions = std::ssize(all.shares);
     for (const std::ptrdiff_t stopAt : {std::ptrdiff_t{1}, questions / 2, questions}) {
         for (const bool throws : {false, true}) {
-            Answers answers{stopAt, throws};
-            EXPECT_EQ(algorithm.run(y, h, std::ref(answers)).code, 0);
-            EXPECT_EQ(std::ssize(answers.shares), stopAt);  // nobody asks again
+            expectStop(algorithm, y, h, {stopAt, throws});
         }
     }
 }
@@ -110,34 +119,53 @@ INSTANTIATE_TEST_SUITE_P(
             [](auto&... arguments) { return unfold(PseudoInverseUnfolder(1), arguments...); }}),
     [](const auto& row) { return row.param.name; });
 
+namespace {
+
+struct Iterated {
+    Made made;
+    double lastError;
+    std::uint32_t loopCount;
+};
+
+}  // namespace
+
+static Iterated iterate(VanCittertUnfolder unfolder) {
+    const Signal y = noise(12000, 1), h(12000, 1e-5);
+    Signal result(12000, 7.0);
+    unfolder.lastError = -1.0;
+    unfolder.loopCount = 0;
+    const int code = unfolder.unfold(y.data(), 12000, h.data(), 12000, result.data(), 12000);
+    return {{code, result}, unfolder.lastError, unfolder.loopCount};
+}
+
+// Stops late in the step that follows this loop; the first step follows loop 1.
+static Iterated iterateAndStop(std::uint32_t stopAfter) {
+    VanCittertUnfolder unfolder(1.0, 9, 0, 0.0, 0);
+    std::uint32_t loop = 1;
+    unfolder.keepGoing = [&](std::uint32_t count, double /*error*/, const double* /*estimate*/) {
+        loop = count;
+        return true;
+    };
+    unfolder.within = [&](double share) { return loop < stopAfter || share < 0.8; };
+    return iterate(unfolder);
+}
+
+static void expectEndAfter(std::uint32_t loop) {
+    const Iterated stopped = iterateAndStop(loop);
+    const Iterated bounded = iterate(VanCittertUnfolder(1.0, loop, 0, 0.0, 0));
+    EXPECT_EQ(stopped.made.code, 1);
+    EXPECT_EQ(bits(stopped.made.result), bits(bounded.made.result));
+    EXPECT_EQ(bits({stopped.lastError}), bits({bounded.lastError}));
+    EXPECT_EQ(stopped.loopCount, loop);
+}
+
 // With the estimate after the last whole step, bit for bit; before the first one with nothing.
 TEST(WatchedWork, EndsAnIterationAfterItsLastWholeStep) {
-    const Signal y = noise(12000, 1), h(12000, 1e-5);
-    const auto run = [&](std::uint32_t most, VanCittertUnfolder& unfolder) {
-        unfolder.maxIterations = most;
-        Signal result(y.size(), 7.0);
-        const int n = static_cast<int>(y.size());
-        return Made{unfolder.unfold(y.data(), n, h.data(), n, result.data(), n), result};
-    };
-    for (const std::uint32_t stopAfter : {1U, 2U, 4U}) {
-        VanCittertUnfolder watched(1.0, 9, 0, 0.0, 0), bounded = watched;
-        std::uint32_t loop = 1;
-        watched.keepGoing = [&](std::uint32_t count, double /*error*/, const double* /*estimate*/) {
-            loop = count;
-            return true;
-        };
-        watched.within = [&](double share) { return loop < stopAfter || share < 0.8; };
-        watched.lastError = -1.0;
-        const Made stopped = run(9, watched), expected = run(stopAfter, bounded);
-        EXPECT_EQ(stopped.code, stopAfter == 1 ? 0 : 1);
-        if (stopAfter == 1) {
-            EXPECT_TRUE(watched.lastError == -1.0 && stopped.result == Signal(y.size(), 7.0));
-            continue;
-        }
-        EXPECT_EQ(bits(stopped.result), bits(expected.result));
-        EXPECT_EQ(bits({watched.lastError}), bits({bounded.lastError}));
-        EXPECT_EQ(watched.loopCount, stopAfter);
-    }
+    const Iterated nothing = iterateAndStop(1);
+    EXPECT_EQ(nothing.made.code, 0);
+    EXPECT_TRUE(nothing.lastError == -1.0 && nothing.made.result == Signal(12000, 7.0));
+    expectEndAfter(2);
+    expectEndAfter(4);
 }
 
 // A part of a part is a share of the whole, and short work adds up to a question.

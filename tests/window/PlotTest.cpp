@@ -72,6 +72,26 @@ protected:
         return rows;
     }
 
+    // Of a band from -1 to 3 around a line at 0.
+    void expectBandAt(double place) {
+        const int column = static_cast<int>(x().coordToPixel(place));
+        const auto at = [&](double value) {
+            return QColor(image.pixel(column, static_cast<int>(y().coordToPixel(value)) + 1));
+        };
+        EXPECT_GT(at(2.8).blue(), at(2.8).red() + 20);
+        EXPECT_EQ(at(2.7), at(-0.8));
+        EXPECT_GT(at(2.8).lightness(), at(0.0).lightness() + 50);
+        EXPECT_EQ(QColor(Qt::white), at(3.15));
+    }
+
+    // Four samples from 10 on, and many from 0 to 10.
+    void showFewAndMany() {
+        add({0.0, 4.0, 0.0, 4.0}).start = 10.0;
+        add(std::vector<double>(100000, 2.0)).step = 1e-4;
+        show();
+        paint();
+    }
+
     Figure figure{{Pane{}}, {}};
     std::unique_ptr<FigurePlot> plot;
     QImage image;
@@ -86,7 +106,8 @@ TEST_F(Plot, ShowsASingleOutlierAtEveryZoom) {
     samples[place] = 1.0;
     add(std::move(samples));
     show();
-    for (double half = 400000.0; half > 0.5; half *= 0.6) {
+    double half = 400000.0;
+    while (half > 0.5) {
         x().setRange(place - half, place + 0.7 * half);
         paint();
         const double column = x().coordToPixel(static_cast<double>(place));
@@ -97,6 +118,7 @@ TEST_F(Plot, ShowsASingleOutlierAtEveryZoom) {
         }
         EXPECT_TRUE(seen) << half;
         EXPECT_FALSE(isDrawn(plot->pane(0).left() + 20, top + 1.0)) << half;
+        half *= 0.6;
     }
 }
 
@@ -126,13 +148,14 @@ TEST_F(Plot, InfinityStandsOnTheEdgeAndSetsNoRange) {
         for (std::size_t i = 0; i < size; ++i) {
             samples[i] = i % 2 == 0 ? 1.0 : -1.0;
         }
-        samples[size / 2] = infinity;
+        const std::size_t middle = size / 2;
+        samples[middle] = infinity;
         add(std::move(samples));
         show();
         EXPECT_NEAR(1.1, y().range().upper, 0.01);
         EXPECT_NEAR(-1.1, y().range().lower, 0.01);
         paint();
-        const double column = x().coordToPixel(static_cast<double>(size / 2));
+        const double column = x().coordToPixel(static_cast<double>(middle));
         EXPECT_TRUE(isDrawn(column, plot->pane(0).top() + 1)) << size;
     }
 }
@@ -160,6 +183,7 @@ TEST_F(Plot, LogarithmicAxisHasAGapForZerosAndAnEnd) {
 
 TEST_F(Plot, BandIsAnAreaUnderTheGraph) {
     for (const std::size_t size : {40U, 50000U}) {
+        SCOPED_TRACE(size);
         figure.panes[0].graphs.clear();
         Graph& graph = add(std::vector<double>(size, 0.0));
         graph.lower = pyramidOf(std::vector<double>(size, -1.0));
@@ -167,14 +191,7 @@ TEST_F(Plot, BandIsAnAreaUnderTheGraph) {
         show();
         EXPECT_LT(3.0, y().range().upper);
         paint();
-        const int column = static_cast<int>(x().coordToPixel(0.52 * static_cast<double>(size)));
-        const auto at = [&](double value) {
-            return QColor(image.pixel(column, static_cast<int>(y().coordToPixel(value)) + 1));
-        };
-        EXPECT_GT(at(2.8).blue(), at(2.8).red() + 20) << size;
-        EXPECT_EQ(at(2.7), at(-0.8)) << size;
-        EXPECT_GT(at(2.8).lightness(), at(0.0).lightness() + 50) << size;
-        EXPECT_EQ(QColor(Qt::white), at(3.15)) << size;
+        expectBandAt(0.52 * static_cast<double>(size));
     }
 }
 
@@ -208,18 +225,18 @@ TEST_F(Plot, ConnectsUnevenPlaces) {
     EXPECT_LT(0, rowsOf(x().coordToPixel(1.0)));
 }
 
-TEST_F(Plot, ReadsValuesAndDistances) {
-    Graph& few = add({0.0, 4.0, 0.0, 4.0});
-    few.start = 10.0;
-    add(std::vector<double>(100000, 2.0)).step = 1e-4;
-    show();
-    paint();
+TEST_F(Plot, ReadsValues) {
+    showFewAndMany();
     const std::vector<FigurePlot::Reading> readings = plot->readingsAt(0, 10.9);
     ASSERT_EQ(1U, readings.size());  // the second graph ends at 10
     EXPECT_EQ(1U, readings[0].sample);
     EXPECT_EQ(11.0, readings[0].x);
     EXPECT_EQ(4.0, plot->valueAt(0, 10.9));
     EXPECT_FALSE(plot->valueAt(0, 20.0));
+}
+
+TEST_F(Plot, MeasuresDistancesToGraphs) {
+    showFewAndMany();
     const auto distance = [&](int graph, double at, double value, double aside) {
         const QPointF point(x().coordToPixel(at), y().coordToPixel(value) + aside);
         return plot->plottable(graph)->selectTest(point, false);
@@ -229,9 +246,30 @@ TEST_F(Plot, ReadsValuesAndDistances) {
     EXPECT_EQ(-1.0, distance(1, 5.0, 2.0, 30.0));
 }
 
-// Curves are told apart without hues: by lightness, dashes or width.
+using RolesAndVariants = std::vector<std::pair<GraphRole, int>>;
+
+// By lightness, dashes or width.
+static bool differWithoutHue(const QPen& a, const QPen& b) {
+    return std::abs(qGray(a.color().rgb()) - qGray(b.color().rgb())) > 25 ||
+           a.style() != b.style() || a.widthF() != b.widthF();
+}
+
+static void expectToldApart(const PlotColours& colours, const RolesAndVariants& graphs) {
+    for (std::size_t i = 0; i < graphs.size(); ++i) {
+        const QPen a = colours.pen(graphs[i].first, graphs[i].second);
+        EXPECT_LT(35, std::abs(qGray(a.color().rgb()) - qGray(colours.background.rgb())));
+        for (std::size_t k = i + 1; k < graphs.size(); ++k) {
+            const QPen b = colours.pen(graphs[k].first, graphs[k].second);
+            EXPECT_TRUE(differWithoutHue(a, b))
+                << static_cast<int>(graphs[i].first) << ' ' << graphs[i].second << ' '
+                << static_cast<int>(graphs[k].first) << ' ' << graphs[k].second;
+        }
+    }
+}
+
+// Curves are told apart without hues, and from the background.
 TEST_F(Plot, ColoursDifferInMoreThanHue) {
-    const std::vector<std::vector<std::pair<GraphRole, int>>> together = {
+    const std::vector<RolesAndVariants> together = {
         {{GraphRole::signal, 0}, {GraphRole::result, 0}, {GraphRole::known, 0}},
         {{GraphRole::signal, 0},
          {GraphRole::kernel, 0},
@@ -242,18 +280,8 @@ TEST_F(Plot, ColoursDifferInMoreThanHue) {
         {{GraphRole::result, 2}, {GraphRole::result, 3}},
         {{GraphRole::result, 3}, {GraphRole::result, 4}}};
     for (const PlotColours& colours : {PlotColours::light(), PlotColours::dark()}) {
-        for (const auto& graphs : together) {
-            for (std::size_t i = 0; i < graphs.size(); ++i) {
-                const QPen a = colours.pen(graphs[i].first, graphs[i].second);
-                EXPECT_LT(35, std::abs(qGray(a.color().rgb()) - qGray(colours.background.rgb())));
-                for (std::size_t k = i + 1; k < graphs.size(); ++k) {
-                    const QPen b = colours.pen(graphs[k].first, graphs[k].second);
-                    EXPECT_TRUE(std::abs(qGray(a.color().rgb()) - qGray(b.color().rgb())) > 25 ||
-                                a.style() != b.style() || a.widthF() != b.widthF())
-                        << static_cast<int>(graphs[i].first) << ' ' << graphs[i].second << ' '
-                        << static_cast<int>(graphs[k].first) << ' ' << graphs[k].second;
-                }
-            }
+        for (const RolesAndVariants& graphs : together) {
+            expectToldApart(colours, graphs);
         }
     }
 }
@@ -304,6 +332,41 @@ TEST_F(Plot, PicturesSayWhereTheirPanesAre) {
                 isDrawn(column - 1, row + 2));
 }
 
+// A sine whose second half goes a billion times as far.
+static std::vector<double> growingSine(std::size_t size) {
+    std::vector<double> samples(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        samples[i] = std::sin(0.3 * static_cast<double>(i)) * (i < size / 2 ? 1.0 : 1e9);
+    }
+    return samples;
+}
+
+// The points of the lines that have more than two: lines of two may be in the legend.
+static std::vector<QPointF> linePointsOf(const QString& svg) {
+    const QRegularExpression line("<polyline [^>]*points=\"([^\"]*)\"");
+    std::vector<QPointF> points;
+    for (QRegularExpressionMatchIterator all = line.globalMatch(svg); all.hasNext();) {
+        const QStringList run = all.next().captured(1).split(' ', Qt::SkipEmptyParts);
+        for (const QString& point : run.size() > 2 ? run : QStringList()) {
+            points.emplace_back(point.section(',', 0, 0).toDouble(),
+                                point.section(',', 1, 1).toDouble());
+        }
+    }
+    return points;
+}
+
+static void expectWithin(const PaneFrame& frame, const QPointF& point) {
+    EXPECT_TRUE(point.x() >= frame.left - 1.0 && point.x() <= frame.left + frame.width + 1.0);
+    EXPECT_TRUE(point.y() >= frame.top - 1.0 && point.y() <= frame.top + frame.height + 1.0);
+}
+
+static void expectTexts(const QString& svg) {
+    for (const char* text :
+         {">&lt;title&gt;</text>", ">volts &amp; amperes</text>", ">said below</text>"}) {
+        EXPECT_TRUE(svg.contains(text)) << text;
+    }
+}
+
 // Not every device clips: of a stretch in the middle of what goes far beyond it, nothing is drawn
 // outside the pane. The rest of a vector picture is text.
 TEST_F(Plot, VectorsStayWithinThePaneAndTextStaysText) {
@@ -313,37 +376,21 @@ TEST_F(Plot, VectorsStayWithinThePaneAndTextStaysText) {
     figure.caption = {"said below"};
     for (const std::size_t size : {60U, 2000U, 100000U}) {
         figure.panes[0].graphs.clear();
-        std::vector<double> samples(size);
-        for (std::size_t i = 0; i < size; ++i) {
-            samples[i] = std::sin(0.3 * static_cast<double>(i)) * (i < size / 2 ? 1.0 : 1e9);
-        }
-        Graph& graph = add(samples);
+        Graph& graph = add(growingSine(size));
         graph.lower = graph.upper = graph.values;
         PictureOrder order;
         order.format = PictureFormat::svg;
         order.from = 0.3 * static_cast<double>(size);
         order.to = 0.45 * static_cast<double>(size);
         const PaintedFigure painted = FigurePainter(figure, order).paint();
-        const PaneFrame& frame = painted.frames.at(0);
         const QString svg = QString::fromStdString(painted.bytes);
-        for (const char* text :
-             {">&lt;title&gt;</text>", ">volts &amp; amperes</text>", ">said below</text>"}) {
-            EXPECT_TRUE(svg.contains(text)) << text;
+        expectTexts(svg);
+        const std::vector<QPointF> points = linePointsOf(svg);
+        for (const QPointF& point : points) {
+            expectWithin(painted.frames.at(0), point);
         }
-        const QRegularExpression line("<polyline [^>]*points=\"([^\"]*)\"");
-        int points = 0;
-        for (QRegularExpressionMatchIterator all = line.globalMatch(svg); all.hasNext();) {
-            const QStringList run = all.next().captured(1).split(' ', Qt::SkipEmptyParts);
-            for (const QString& point : run.size() > 2 ? run : QStringList()) {  // or in the legend
-                const double at = point.section(',', 0, 0).toDouble();
-                const double height = point.section(',', 1, 1).toDouble();
-                EXPECT_TRUE(at >= frame.left - 1.0 && at <= frame.left + frame.width + 1.0);
-                EXPECT_TRUE(height >= frame.top - 1.0 && height <= frame.top + frame.height + 1.0);
-                ++points;
-            }
-        }
-        EXPECT_LT(8, points) << size;
-        EXPECT_GT(3000, points) << size;
+        EXPECT_LT(8U, points.size()) << size;
+        EXPECT_GT(3000U, points.size()) << size;
     }
 }
 

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <numeric>
 #include <sstream>
 
 static const std::string samples = FENDRA_SAMPLES;
@@ -256,72 +257,81 @@ static double valueIn(const QString& readout, const QString& word) {
     return rest.section(' ', 0, 0).remove(',').toDouble();
 }
 
+// Where the cursor is once the pointer is there.
+static double xAt(QPoint point) {
+    QWidget& plot = WorkScreen::control("plot");
+    QTest::mouseMove(&plot, point + QPoint(1, 0));
+    QTest::mouseMove(&plot, point);
+    return valueIn(WorkScreen::readout(), "sample");
+}
+
+static void drag(Qt::MouseButton button, QPoint from, QPoint to) {
+    QWidget& plot = WorkScreen::control("plot");
+    QTest::mousePress(&plot, button, {}, from);
+    QTest::mouseMove(&plot, to);
+    QTest::mouseRelease(&plot, button, {}, to);
+}
+
+static void zoomIntoBox(const QWidget& plot, QPoint from, QPoint to) {
+    const double left = xAt(from), right = xAt(to);
+    drag(Qt::RightButton, from, to + QPoint(0, 40));
+    const double middle = xAt({plot.width() / 2, 120});
+    EXPECT_GT(middle, left);
+    EXPECT_LT(middle, right);
+}
+
 // What is under the pointer stays there when the wheel turns, and moves with it when it drags.
+static void zoomAndPan(QWidget& plot) {
+    const QPoint at(plot.width() / 3, 120), far = at + QPoint(200, 0);
+    const double before = xAt(at), size = xAt(far) - before, pixel = size / 200;
+    QWheelEvent wheel(at, plot.mapToGlobal(at), {}, {0, 480}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                      false);
+    QApplication::sendEvent(&plot, &wheel);
+    EXPECT_NEAR(before, xAt(at), pixel);
+    EXPECT_NEAR(before + size * std::pow(0.85, 4), xAt(far), 2 * pixel);
+
+    const double zoomed = xAt(at);
+    drag(Qt::LeftButton, at, at + QPoint(50, 0));
+    EXPECT_NEAR(zoomed, xAt(at + QPoint(50, 0)), 2 * pixel);
+
+    zoomIntoBox(plot, at, far);
+    QTest::mouseDClick(&plot, Qt::LeftButton, {}, at);
+    EXPECT_FALSE(WorkScreen::readout().contains("from the mark"));
+    EXPECT_NEAR(before, xAt(at), pixel);
+}
+
+// Mark, difference, and zoom into the stretch between.
+static void markByKeys(QWidget& plot) {
+    plot.setFocus();
+    xAt({plot.width() / 2, 120});
+    press(plot, 'M');
+    for (int i = 0; i < 5; ++i) {
+        press(plot, Qt::Key_Right, Qt::ShiftModifier);
+    }
+    const double difference = valueIn(WorkScreen::readout(), "from the mark");
+    EXPECT_GT(difference, 0.0);
+    EXPECT_TRUE(plot.accessibleDescription().contains("from the mark"));
+    const double value = valueIn(WorkScreen::readout(), "sample");
+    press(plot, 'B');
+    QTest::mouseMove(&plot, {plot.width() / 2, 121});
+    const double centre = valueIn(WorkScreen::readout(), "sample");
+    EXPECT_GT(centre, value - difference);
+    EXPECT_LT(centre, value);
+    press(plot, Qt::Key_Home);
+}
+
 TEST(WorkWindow, ZoomsAndPansAtThePointer) {
     WorkScreen screen;
-    const auto xAt = [](QPoint point) {
-        QWidget& plot = WorkScreen::control("plot");
-        QTest::mouseMove(&plot, point + QPoint(1, 0));
-        QTest::mouseMove(&plot, point);
-        return valueIn(WorkScreen::readout(), "sample");
-    };
     std::vector<double> ramp(100000);
-    for (std::size_t i = 0; i < ramp.size(); ++i) {
-        ramp[i] = static_cast<double>(i);
-    }
+    std::iota(ramp.begin(), ramp.end(), 0.0);
     screen.visit(screen.folder.write("ramp.npy", npyOf(ramp)), "",
-                 {[&] {
+                 {[] {
                       return xAt({WorkScreen::control("plot").width() / 2, 120}) > 0.0;
                   },
-                  [&] {
-                      QWidget& plot = WorkScreen::control("plot");
-                      const QPoint at(plot.width() / 3, 120), far = at + QPoint(200, 0);
-                      const double before = xAt(at), farBefore = xAt(far);
-                      QWheelEvent wheel(at, plot.mapToGlobal(at), {}, {0, 480}, Qt::NoButton, {},
-                                        Qt::NoScrollPhase, false);
-                      QApplication::sendEvent(&plot, &wheel);
-                      const double pixel = (farBefore - before) / 200;
-                      EXPECT_NEAR(before, xAt(at), pixel);
-                      EXPECT_NEAR(before + (farBefore - before) * std::pow(0.85, 4), xAt(far),
-                                  2 * pixel);
-
-                      const double zoomed = xAt(at);
-                      QTest::mousePress(&plot, Qt::LeftButton, {}, at);
-                      QTest::mouseMove(&plot, at + QPoint(50, 0));
-                      QTest::mouseRelease(&plot, Qt::LeftButton, {}, at + QPoint(50, 0));
-                      EXPECT_NEAR(zoomed, xAt(at + QPoint(50, 0)), 2 * pixel);
-
-                      const double left = xAt(at), right = xAt(far);
-                      QTest::mousePress(&plot, Qt::RightButton, {}, at);
-                      QTest::mouseMove(&plot, far + QPoint(0, 40));
-                      QTest::mouseRelease(&plot, Qt::RightButton, {}, far + QPoint(0, 40));
-                      const double middle = xAt({plot.width() / 2, 120});
-                      EXPECT_GT(middle, left);
-                      EXPECT_LT(middle, right);
-
-                      QTest::mouseDClick(&plot, Qt::LeftButton, {}, at);
-                      EXPECT_FALSE(WorkScreen::readout().contains("from the mark"));
-                      EXPECT_NEAR(before, xAt(at), pixel);
+                  [] {
+                      zoomAndPan(WorkScreen::control("plot"));
+                      markByKeys(WorkScreen::control("plot"));
                       return true;
-                  },
-                  [&] {  // and by keys: mark, difference, zoom into the stretch
-                      QWidget& plot = WorkScreen::control("plot");
-                      plot.setFocus();
-                      xAt({plot.width() / 2, 120});
-                      press(plot, 'M');
-                      for (int i = 0; i < 5; ++i) {
-                          press(plot, Qt::Key_Right, Qt::ShiftModifier);
-                      }
-                      const double difference = valueIn(WorkScreen::readout(), "from the mark");
-                      EXPECT_GT(difference, 0.0);
-                      EXPECT_TRUE(plot.accessibleDescription().contains("from the mark"));
-                      const double value = valueIn(WorkScreen::readout(), "sample");
-                      press(plot, 'B');
-                      QTest::mouseMove(&plot, {plot.width() / 2, 121});
-                      const double centre = valueIn(WorkScreen::readout(), "sample");
-                      EXPECT_GT(centre, value - difference);
-                      EXPECT_LT(centre, value);
-                      return press(plot, Qt::Key_Home);
                   }});
 }
 

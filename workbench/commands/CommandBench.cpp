@@ -38,6 +38,7 @@ public:
     }
     Parsed(const Parsed&) = delete;
     Parsed& operator=(const Parsed&) = delete;
+    ~Parsed() = default;
 
     template <typename Action>
     auto guarded(const Action& action) const {
@@ -95,7 +96,7 @@ std::shared_ptr<const Signal> CommandBench::signalOf(const SignalSource& source,
             return found->second.signal;
         }
     }
-    const auto signal = std::make_shared<const Signal>(Signal::of(*source.open()));
+    auto signal = std::make_shared<const Signal>(Signal::of(*source.open()));
     constexpr std::size_t most = 8;
     const std::lock_guard lock(guard);
     if (kept.size() >= most) {

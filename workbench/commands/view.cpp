@@ -3,7 +3,7 @@
 #include "workbench/desktop/WindowLibrary.h"
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
-#include "workbench/terminal/texts.h"
+#include "workbench/terminal/InputOptions.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>

@@ -31,7 +31,7 @@ std::string saveOutcome(const Outcome& outcome, const std::string& words,
     info.columnNames = result.info.names;
     info.notes = record.openingNotes();
     info.labels = result.info.labels;
-    const std::string lost = withoutPlace(target, info);
+    std::string lost = withoutPlace(target, info);
     const std::unique_ptr<SignalWriter> writer = createSignal(target, info);
     writer->write(result.interleaved.data(), result.info.samples);
     writer->finish(record.closingNotes());

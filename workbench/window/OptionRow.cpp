@@ -8,8 +8,10 @@
 
 #include <utility>
 
-OptionRow::OptionRow(const WorkOption& shownOption, std::function<void()> onChange)
-    : option(shownOption), changed(std::move(onChange)), label(new QLabel(option.label(), this)) {
+OptionRow::OptionRow(WorkOption shownOption, std::function<void()> onChange)
+    : option(std::move(shownOption)),
+      changed(std::move(onChange)),
+      label(new QLabel(option.label(), this)) {
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     QWidget* const editor = makeEditor();

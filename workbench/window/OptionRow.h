@@ -19,7 +19,7 @@ class OptionRow : public QWidget {
 
 public:
     // onChange: what is called when a person has changed the value.
-    OptionRow(const WorkOption& shownOption, std::function<void()> onChange);
+    OptionRow(WorkOption shownOption, std::function<void()> onChange);
 
     const WorkOption option;
 

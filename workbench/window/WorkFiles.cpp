@@ -19,7 +19,7 @@ void WorkWindow::addRecent() {
     recent->clear();
     const QStringList pairs = QSettings(maker, maker).value("recent").toStringList();
     for (qsizetype i = 0; i + 1 < pairs.size(); i += 2) {
-        const QString signal = pairs[i], kernel = pairs[i + 1];
+        const QString &signal = pairs[i], &kernel = pairs[i + 1];
         QString text = QFileInfo(signal).fileName() + ", " + QFileInfo(kernel).fileName();
         addAction(*recent, text.replace('&', "&&"), {}, [this, signal, kernel] {
             WorkState state = controls->state();

@@ -62,8 +62,8 @@ private:
         double x;
     };
 
-    [[nodiscard]] QCPAxis& x(std::size_t pane) const;
-    [[nodiscard]] QCPAxis& y(std::size_t pane) const;
+    [[nodiscard]] QCPAxis& x(std::size_t index) const;
+    [[nodiscard]] QCPAxis& y(std::size_t index) const;
     [[nodiscard]] std::optional<std::size_t> paneAt(const QPointF& point) const;
     void takeColours();
     void spaceNumbers();
@@ -72,10 +72,10 @@ private:
     void dragTo(const QPointF& to);
     void endDrag(const QPointF& to);
     void click();
-    void zoomAt(std::size_t pane, double factor, double at);
-    void panBy(std::size_t pane, double share);
-    void follow(std::size_t pane);
-    void moveCursor(std::size_t pane, double at);
+    void zoomAt(std::size_t index, double factor, double at);
+    void panBy(std::size_t index, double share);
+    void follow(std::size_t index);
+    void moveCursor(std::size_t index, double at);
     void moveByKey(double columns);
     void showCursor();
     void toggleMark();

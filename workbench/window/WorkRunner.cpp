@@ -1,12 +1,25 @@
 #include "workbench/window/WorkRunner.h"
 
-#include <QMetaObject>
+#include <QCoreApplication>
+#include <QEvent>
 
 #include <chrono>
 #include <new>
 #include <utility>
 
 using Clock = std::chrono::steady_clock;
+
+namespace {
+
+// Something to be done in the window's thread.
+class Errand : public QEvent {
+public:
+    explicit Errand(std::function<void()> action) : QEvent(User), act(std::move(action)) {}
+
+    const std::function<void()> act;
+};
+
+}  // namespace
 
 // The observer of one run.
 class WorkRunner::Watch : public JobObserver, public std::enable_shared_from_this<Watch> {
@@ -95,14 +108,15 @@ void WorkRunner::work() {
 }
 
 void WorkRunner::post(const std::shared_ptr<Watch>& watch, std::function<void()> action) {
-    QMetaObject::invokeMethod(
-        this,
-        [this, watch, act = std::move(action)] {
-            if (watch == current) {
-                act();
-            }
-        },
-        Qt::QueuedConnection);
+    QCoreApplication::postEvent(this, new Errand([this, watch, act = std::move(action)] {
+                                    if (watch == current) {
+                                        act();
+                                    }
+                                }));
+}
+
+void WorkRunner::customEvent(QEvent* event) {
+    dynamic_cast<const Errand&>(*event).act();
 }
 
 void WorkRunner::finish(const std::shared_ptr<Watch>& watch, std::function<void()> action) {

@@ -45,6 +45,9 @@ public:
 
     [[nodiscard]] bool isBusy() const { return busy; }
 
+protected:
+    void customEvent(QEvent* event) override;
+
 private:
     class Watch;
     struct Task {

@@ -38,6 +38,8 @@ WorkWindow::WorkWindow(FoldBench& ownBench, Desktop& moduleDesktop, const Window
     settling.setSingleShot(true);
     settling.setInterval(settlingMilliseconds);
     connect(&settling, &QTimer::timeout, this, [this] { restart(); });
+    painting.setSingleShot(true);
+    connect(&painting, &QTimer::timeout, this, [this] { paintPicture(); });
     WorkState state = controls->state();
     state.signal = order.signal;
     state.kernel = order.kernel;
@@ -117,7 +119,7 @@ void WorkWindow::look() {
 
 Figure WorkWindow::visibleFigure() const {
     Figure visible = figure;
-    std::erase_if(visible.panes, [this](const Pane& pane) { return hidden.count(pane.kind) > 0; });
+    std::erase_if(visible.panes, [this](const Pane& pane) { return hidden.contains(pane.kind); });
     return visible;
 }
 
@@ -319,20 +321,19 @@ void WorkWindow::closeEvent(QCloseEvent* event) {
     QCoreApplication::exit(0);
 }
 
-// Once the events that the last change has brought about are through.
 void WorkWindow::paintIfDone() {
-    if (picture.isEmpty() || runner == nullptr || runner->isBusy() || settling.isActive()) {
-        return;
+    if (!picture.isEmpty() && runner != nullptr && !runner->isBusy() && !settling.isActive()) {
+        painting.start(0);
     }
-    QTimer::singleShot(0, this, [this, file = std::exchange(picture, QString())] {
-        QSaveFile target(file);
-        const bool done =
-            target.open(QIODevice::WriteOnly) && grab().save(&target, "PNG") && target.commit();
-        if (!done) {
-            std::fprintf(stderr,
-                         "fendra: %s: the picture cannot be written (%s); name another file\n",
-                         file.toUtf8().constData(), target.errorString().toUtf8().constData());
-        }
-        QCoreApplication::exit(done ? 0 : 1);
-    });
+}
+
+void WorkWindow::paintPicture() {
+    QSaveFile target(picture);
+    const bool done =
+        target.open(QIODevice::WriteOnly) && grab().save(&target, "PNG") && target.commit();
+    if (!done) {
+        std::fprintf(stderr, "fendra: %s: the picture cannot be written (%s); name another file\n",
+                     picture.toUtf8().constData(), target.errorString().toUtf8().constData());
+    }
+    QCoreApplication::exit(done ? 0 : 1);
 }

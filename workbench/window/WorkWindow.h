@@ -31,6 +31,8 @@ class WorkWindow : public QMainWindow {
 public:
     // The bench, and the desktop for the module's own dialog, outlive the window.
     WorkWindow(FoldBench& ownBench, Desktop& moduleDesktop, const WindowOrder& order);
+    WorkWindow(const WorkWindow&) = delete;
+    WorkWindow& operator=(const WorkWindow&) = delete;
     ~WorkWindow() override;
 
 protected:
@@ -74,6 +76,7 @@ private:
     void saveGraph();
     void editModule();
     void paintIfDone();
+    void paintPicture();
     // What fails is shown, and loses nothing.
     void attempt(const std::function<void()>& action);
     [[nodiscard]] FendraSettings settingsNow() const;
@@ -93,6 +96,7 @@ private:
     QAction *flipAction = nullptr, *noiseAction = nullptr;
 
     QTimer settling;  // until a person has done with a change
+    QTimer painting;  // until what the last change has brought about is through
     Figure figure;    // that is shown, with all its panes
     std::set<PaneKind> hidden;
     FoldBench::Words answerWords;
