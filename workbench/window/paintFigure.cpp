@@ -26,15 +26,13 @@ private:
 
 }  // namespace
 
-// Where there is no window, Qt starts here, and stays until the process ends.
+// Where there is no window, Qt starts here, and ends with the picture: what it holds is given back.
 void paintFigure(const Figure& figure, const PictureOrder& order, PaintedFigure& painted) {
-    static const Application* own = nullptr;
     std::optional<PlainEnvironment> plain;
-    if (own != nullptr || QApplication::instance() == nullptr) {
-        plain.emplace();
-    }
+    std::optional<Application> own;
     if (QApplication::instance() == nullptr) {
-        own = new Application;
+        plain.emplace();
+        own.emplace();
     }
     const Silence silence;
     try {
