@@ -63,10 +63,12 @@ TEST(Pyramid, RangesOverNumbersThatAreFinite) {
 // The column that has the outlier reaches up to it, and no other does.
 static void expectOneColumnAtOutlier(const Pyramid& pyramid, std::size_t place, std::size_t begin,
                                      std::size_t stretch, std::size_t columns) {
+    const auto edge = [=](std::size_t column) {
+        return begin + static_cast<std::size_t>(std::uint64_t{stretch} * column / columns);
+    };
     int seen = 0;
     for (std::size_t column = 0; column < columns; ++column) {
-        const std::size_t first = begin + stretch * column / columns;
-        const std::size_t last = begin + stretch * (column + 1) / columns;
+        const std::size_t first = edge(column), last = edge(column + 1);
         const bool shown = pyramid.extremes(first, last).highest == 1.0;
         EXPECT_EQ(first <= place && place < last, shown) << stretch << ' ' << column;
         seen += shown ? 1 : 0;
