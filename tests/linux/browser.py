@@ -26,7 +26,7 @@ class Browser:
             os.dup2(answers, 4)
 
         self.process = subprocess.Popen(
-            [program, "--headless", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
+            [program, "--headless", "--no-sandbox", "--disable-dev-shm-usage", "--disable-gpu", "--hide-scrollbars",
              "--disable-background-networking", "--host-resolver-rules=MAP * ~NOTFOUND",
              "--remote-debugging-pipe", f"--user-data-dir={self.profile.name}", "about:blank"],
             preexec_fn=give, pass_fds=(3, 4), stdin=subprocess.DEVNULL,

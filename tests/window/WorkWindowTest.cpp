@@ -287,7 +287,7 @@ static void zoomAndPan(QWidget& plot) {
     QWheelEvent wheel(at, plot.mapToGlobal(at), {}, {0, 480}, Qt::NoButton, {}, Qt::NoScrollPhase,
                       false);
     QApplication::sendEvent(&plot, &wheel);
-    EXPECT_NEAR(before, xAt(at), pixel);
+    EXPECT_NEAR(before, xAt(at), pixel + 1.0);  // and the nearest sample
     EXPECT_NEAR(before + size * std::pow(0.85, 4), xAt(far), 2 * pixel);
 
     const double zoomed = xAt(at);
@@ -297,7 +297,7 @@ static void zoomAndPan(QWidget& plot) {
     zoomIntoBox(plot, at, far);
     QTest::mouseDClick(&plot, Qt::LeftButton, {}, at);
     EXPECT_FALSE(WorkScreen::readout().contains("from the mark"));
-    EXPECT_NEAR(before, xAt(at), pixel);
+    EXPECT_NEAR(before, xAt(at), pixel + 1.0);  // and the nearest sample
 }
 
 // Mark, difference, and zoom into the stretch between.
@@ -339,7 +339,7 @@ TEST(WorkWindow, TakesDroppedFilesNoiseFromAStretchAndCompares) {
     WorkScreen screen;
     screen.visit(
         "", "",
-        {[] { return WorkScreen::window().isActiveWindow(); },
+        {[] { return WorkScreen::window().isVisible(); },
          [] {
              QMimeData dropped;
              dropped.setUrls(
