@@ -231,8 +231,8 @@ TEST_F(Plot, ReadsValues) {
     ASSERT_EQ(1U, readings.size());  // the second graph ends at 10
     EXPECT_EQ(1U, readings[0].sample);
     EXPECT_EQ(11.0, readings[0].x);
-    EXPECT_EQ(4.0, plot->valueAt(0, 10.9));
-    EXPECT_FALSE(plot->valueAt(0, 20.0));
+    EXPECT_EQ(4.0, readings[0].y);
+    EXPECT_TRUE(plot->readingsAt(0, 20.0).empty());
 }
 
 TEST_F(Plot, MeasuresDistancesToGraphs) {

@@ -172,10 +172,6 @@ std::string CommandBench::save(const Words& words, const Answer& answer, const s
     return saveOutcome(answer.outcome, said, parsed.command.target());
 }
 
-FendraSettings CommandBench::settingsOf(const Words& words) {
-    return ParsedFold(withModule(words)).job.settings;
-}
-
 static ModuleObject moduleWith(const FendraSettings& settings, const ModuleLibrary& library) {
     if (const Method* const method = Method::selectedBy(settings); !method->ofModule()) {
         throw Failure(fmt::format(

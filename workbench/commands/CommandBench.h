@@ -19,7 +19,6 @@ public:
     Compared compare(const Words& words, JobObserver& observer) override;
     std::string commandLine(const Words& words) override;
     std::string save(const Words& words, const Answer& answer, const std::string& file) override;
-    FendraSettings settingsOf(const Words& words) override;
     void saveGraph(const FendraSettings& settings, const std::string& file) override;
     std::optional<FendraSettings> editSettings(const FendraSettings& settings,
                                                Desktop& desktop) override;

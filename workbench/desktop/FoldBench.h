@@ -47,8 +47,6 @@ public:
     // returns what of it has no place there. Failure as createSignal.
     virtual std::string save(const Words& words, const Answer& answer, const std::string& file) = 0;
 
-    // The settings of the module that words give, before anything is chosen from the data.
-    virtual FendraSettings settingsOf(const Words& words) = 0;
     // Stores settings as a graph. Failure if no module can be set to them, and as storeGraph.
     virtual void saveGraph(const FendraSettings& settings, const std::string& file) = 0;
     // Shows the module's own settings dialog, and returns what it was left with; none: dismissed.

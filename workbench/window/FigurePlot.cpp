@@ -215,28 +215,33 @@ static QCPRange withRoom(QCPRange range, bool logarithmic, double room) {
     return {range.lower - added, range.upper + added};
 }
 
+// The range that a plottable has, joined to those before; it has none where it was not found.
+static void join(std::optional<QCPRange>& all, bool found, const QCPRange& range) {
+    if (found) {
+        all = all ? QCPRange(std::min(all->lower, range.lower), std::max(all->upper, range.upper))
+                  : range;
+    }
+}
+
+static QCP::SignDomain shownDomain(const FigureAxis& axis) {
+    return axis.logarithmic ? QCP::sdPositive : QCP::sdBoth;
+}
+
 QCPRange FigurePlot::wholeStretch(std::size_t pane) const {
-    QCPRange whole;
-    bool any = false;
-    const bool logarithmic = figure->panes[pane].x.logarithmic;
+    std::optional<QCPRange> whole;
+    const FigureAxis& axis = figure->panes[pane].x;
     for (std::size_t i = 0; i < rects.size(); ++i) {
         if (i != pane && !(figure->panes[i].linked && figure->panes[pane].linked)) {
             continue;
         }
         for (const QCPAbstractPlottable* const plottable : rects[i]->plottables()) {
             bool found = false;
-            const QCPRange range =
-                plottable->getKeyRange(found, logarithmic ? QCP::sdPositive : QCP::sdBoth);
-            if (found) {
-                whole = any ? QCPRange(std::min(whole.lower, range.lower),
-                                       std::max(whole.upper, range.upper))
-                            : range;
-                any = true;
-            }
+            const QCPRange range = plottable->getKeyRange(found, shownDomain(axis));
+            join(whole, found, range);
         }
     }
     constexpr double room = 0.01;
-    return any ? withRoom(whole, logarithmic, room) : xAxisOf(pane).range();
+    return whole ? withRoom(*whole, axis.logarithmic, room) : xAxisOf(pane).range();
 }
 
 void FigurePlot::setStretch(std::size_t pane, QCPRange range) {
@@ -260,40 +265,18 @@ void FigurePlot::showStretch(std::optional<double> from, std::optional<double> t
 }
 
 void FigurePlot::fitHeight(std::size_t pane) {
-    const bool logarithmic = figure->panes[pane].y.logarithmic;
-    QCPRange height;
-    bool any = false;
+    std::optional<QCPRange> height;
+    const FigureAxis& axis = figure->panes[pane].y;
     for (const QCPAbstractPlottable* const plottable : rects[pane]->plottables()) {
         bool found = false;
-        const QCPRange range = plottable->getValueRange(
-            found, logarithmic ? QCP::sdPositive : QCP::sdBoth, xAxisOf(pane).range());
-        if (found) {
-            height = any ? QCPRange(std::min(height.lower, range.lower),
-                                    std::max(height.upper, range.upper))
-                         : range;
-            any = true;
-        }
+        const QCPRange range =
+            plottable->getValueRange(found, shownDomain(axis), xAxisOf(pane).range());
+        join(height, found, range);
     }
     constexpr double room = 0.05;
-    if (any) {
-        yAxisOf(pane).setRange(withRoom(height, logarithmic, room));
+    if (height) {
+        yAxisOf(pane).setRange(withRoom(*height, axis.logarithmic, room));
     }
-}
-
-QCPAxisRect* FigurePlot::pane(PaneKind kind) const {
-    for (std::size_t i = 0; i < rects.size(); ++i) {
-        if (figure->panes[i].kind == kind) {
-            return rects[i];
-        }
-    }
-    return nullptr;
-}
-
-std::optional<std::size_t> FigurePlot::indexOf(const QCPAxisRect* rect) const {
-    const auto found = std::find(rects.begin(), rects.end(), rect);
-    return found == rects.end()
-               ? std::nullopt
-               : std::optional<std::size_t>(static_cast<std::size_t>(found - rects.begin()));
 }
 
 std::vector<FigurePlot::Reading> FigurePlot::readingsAt(std::size_t pane, double x) const {
@@ -306,9 +289,4 @@ std::vector<FigurePlot::Reading> FigurePlot::readingsAt(std::size_t pane, double
         }
     }
     return readings;
-}
-
-std::optional<double> FigurePlot::valueAt(std::size_t pane, double x) const {
-    const std::vector<Reading> readings = readingsAt(pane, x);
-    return readings.empty() ? std::nullopt : std::optional<double>(readings.front().y);
 }

@@ -40,16 +40,10 @@ public:
 
     [[nodiscard]] std::size_t paneCount() const { return rects.size(); }
     [[nodiscard]] QCPAxisRect& pane(std::size_t index) const { return *rects.at(index); }
-    // The first of that kind; null: none.
-    [[nodiscard]] QCPAxisRect* pane(PaneKind kind) const;
-    // Of an axis rectangle, or of a point of the widget within one; none: there is no pane.
-    [[nodiscard]] std::optional<std::size_t> indexOf(const QCPAxisRect* rect) const;
 
     // Of each graph of a pane, in their order, the sample that is nearest to x. A graph that does
     // not reach as far as x has none.
     [[nodiscard]] std::vector<Reading> readingsAt(std::size_t pane, double x) const;
-    // Of the first graph of the pane that has one.
-    [[nodiscard]] std::optional<double> valueAt(std::size_t pane, double x) const;
 
 private:
     void addPane(std::size_t index);

@@ -1,5 +1,6 @@
 #include "workbench/window/WorkPlot.h"
 
+#include "workbench/figures/places.h"
 #include "workbench/window/figureWords.h"
 
 #include <QAccessible>
@@ -361,11 +362,8 @@ void WorkPlot::moveByKey(double columns) {
         const std::size_t sample = here.front().sample;
         const bool up = columns > 0;
         if (up ? sample + 1 < size : sample > 0) {
-            const Graph& graph = *here.front().graph;
             const std::size_t next = up ? sample + 1 : sample - 1;
-            moveCursor(before.pane, graph.places.empty()
-                                        ? graph.start + static_cast<double>(next) * graph.step
-                                        : graph.places[next]);
+            moveCursor(before.pane, placeOf(*here.front().graph, next));
         }
     }
 }
