@@ -1,8 +1,8 @@
 #pragma once
 
 #include "workbench/batch/BatchRun.h"
-#include "workbench/commands/FoldOptions.h"
 #include "workbench/commands/SlurmOptions.h"
+#include "workbench/terminal/FoldOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <string>

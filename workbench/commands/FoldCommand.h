@@ -1,8 +1,8 @@
 #pragma once
 
-#include "workbench/commands/FoldOptions.h"
 #include "workbench/commands/PageOptions.h"
 #include "workbench/commands/PlotOptions.h"
+#include "workbench/terminal/FoldOptions.h"
 #include "workbench/terminal/JobsOption.h"
 
 #include <memory>

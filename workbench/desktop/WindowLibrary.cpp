@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 static SharedLibrary loadWindow() {
-    const std::filesystem::path file = SharedLibrary::besideProgram("fendra-window");
+    const std::filesystem::path file = SharedLibrary::ownFile("fendra-window");
     if (!std::filesystem::is_regular_file(file)) {
         throw Failure(fmt::format(
             "{} does not exist, which paints pictures and opens windows; install qt6-base-dev, "

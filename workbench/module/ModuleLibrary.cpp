@@ -50,7 +50,7 @@ ModuleLibrary::ModuleLibrary(std::filesystem::path libraryFile)
 }
 
 std::filesystem::path ModuleLibrary::standardFile() {
-    return SharedLibrary::besideProgram("fendra");
+    return SharedLibrary::ownFile("fendra");
 }
 
 template <typename Function>

@@ -32,7 +32,7 @@ public:
     // Failure if there is no such file, it is no library, it lacks an export, or InitDLL refuses.
     explicit ModuleLibrary(std::filesystem::path libraryFile);
 
-    // The module that lies beside the program.
+    // The module that came with the program, in its own folder.
     static std::filesystem::path standardFile();
 
     // Failure if the library makes none.

@@ -16,8 +16,11 @@ public:
     // The address of an export, null if there is none of that name.
     [[nodiscard]] void* symbol(const char* name) const;
 
-    // The file of the library that lies beside the running program; name is without its ending.
-    static std::filesystem::path besideProgram(const std::string& name);
+    // The folder of everything that the program loads or runs of its own: where the shared library
+    // of the kernels lies, which is in use wherever this is. Without that, the program's folder.
+    static std::filesystem::path ownFolder();
+    // The file of a library in it; name is without its ending.
+    static std::filesystem::path ownFile(const std::string& name);
 
 private:
     void* handle;

@@ -31,15 +31,19 @@ void InputOptions::addReadingTo(CLI::App& command) {
         ->excludes(named)
         ->group("Signals");
     text.addTo(command);
-    command
-        .add_flag("--allow-nonfinite", allowNonfinite,
-                  "accept NaN and infinity in the input and in the result")
-        ->group("Signals");
+    addNonfiniteTo(command);
     command
         .add_flag(
             "--lossy", lossy,
             "accept integers beyond 2^53 in the input, which are rounded, and an output without "
             "a place for the axis")
+        ->group("Signals");
+}
+
+void InputOptions::addNonfiniteTo(CLI::App& command) {
+    command
+        .add_flag("--allow-nonfinite", allowNonfinite,
+                  "accept NaN and infinity in the input and in the result")
         ->group("Signals");
 }
 

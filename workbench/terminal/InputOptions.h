@@ -21,8 +21,9 @@ struct InputOptions {
     std::string module;  // empty: the one beside the program
 
     void addTo(CLI::App& command);
-    void addReadingTo(CLI::App& command);  // where no module runs
-    void addModuleTo(CLI::App& command);   // alone, where no signals are read
+    void addReadingTo(CLI::App& command);    // where no module runs
+    void addModuleTo(CLI::App& command);     // alone, where no signals are read
+    void addNonfiniteTo(CLI::App& command);  // alone, where signals are in memory
 
     [[nodiscard]] ReadOptions reading() const {
         return {.allowNonfinite = allowNonfinite,

@@ -6,6 +6,7 @@
 #include "workbench/messages/Printable.h"
 #include "workbench/signals/Transfer.h"
 #include "workbench/system/Program.h"
+#include "workbench/system/SharedLibrary.h"
 #include "workbench/system/fileNames.h"
 
 #include <fmt/format.h>
@@ -17,7 +18,7 @@
 static constexpr bool isBuilt = FENDRA_PARTS;  // for this system
 
 static std::filesystem::path fileOf(const PartProgram& program) {
-    return programFile().parent_path() / program.name;
+    return SharedLibrary::ownFolder() / program.name;
 }
 
 static std::string lastLine(std::string text) {

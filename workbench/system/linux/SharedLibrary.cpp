@@ -84,6 +84,18 @@ void* SharedLibrary::symbol(const char* name) const {
     return dlsym(handle, name);
 }
 
-std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
-    return programFile().replace_filename(name + ".so");
+std::filesystem::path SharedLibrary::ownFolder() {
+    void* const kernels = dlopen("libfendra-kernels.so", RTLD_LAZY | RTLD_NOLOAD);
+    if (kernels == nullptr) {
+        return programFile().parent_path();
+    }
+    const link_map* entry = nullptr;
+    const bool isKnown = dlinfo(kernels, RTLD_DI_LINKMAP, &entry) == 0;
+    const std::filesystem::path file = isKnown ? entry->l_name : programFile();
+    dlclose(kernels);  // whoever uses it has loaded it, too
+    return std::filesystem::absolute(file).parent_path();
+}
+
+std::filesystem::path SharedLibrary::ownFile(const std::string& name) {
+    return ownFolder() / (name + ".so");
 }

@@ -34,6 +34,16 @@ void* SharedLibrary::symbol(const char* name) const {
     return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(handle), name));
 }
 
-std::filesystem::path SharedLibrary::besideProgram(const std::string& name) {
-    return programFile().replace_filename(name + ".dll");
+std::filesystem::path SharedLibrary::ownFolder() {
+    const HMODULE kernels = GetModuleHandleW(L"fendra-kernels.dll");
+    if (kernels == nullptr) {
+        return programFile().parent_path();
+    }
+    std::wstring file(32768, L'\0');  // no path is longer
+    file.resize(GetModuleFileNameW(kernels, file.data(), static_cast<DWORD>(file.size())));
+    return std::filesystem::path(file).parent_path();
+}
+
+std::filesystem::path SharedLibrary::ownFile(const std::string& name) {
+    return ownFolder() / (name + ".dll");
 }

@@ -1,4 +1,4 @@
-#include "workbench/commands/FoldOptions.h"
+#include "workbench/terminal/FoldOptions.h"
 
 #include "workbench/messages/Failure.h"
 #include "workbench/methods/Setting.h"
@@ -16,6 +16,18 @@ bool FoldOptions::deconvolves() const {
 }
 
 void FoldOptions::addTo(CLI::App& command) {
+    addFolding(command);
+    input.addTo(command);
+    addScaling(command);
+}
+
+void FoldOptions::addWithoutFilesTo(CLI::App& command) {
+    addFolding(command);
+    input.addNonfiniteTo(command);
+    addScaling(command);
+}
+
+void FoldOptions::addFolding(CLI::App& command) {
     options.addTo(command);
     CLI::Option* const stored =
         command
@@ -27,7 +39,9 @@ void FoldOptions::addTo(CLI::App& command) {
     using Scope = TreatmentOptions::Scope;
     treatments.addTo(command, deconvolves() ? Scope::deconvolution : Scope::convolution);
     addCutting(command);
-    input.addTo(command);
+}
+
+void FoldOptions::addScaling(CLI::App& command) {
     command.add_option("--rate", rate, rateText)
         ->check(positiveNumber("sampling rate"))
         ->type_name("HZ")
@@ -145,21 +159,25 @@ std::string FoldOptions::words(const FoldJob& job) const {
     return name + " " + words(job.settings, job.leftToData, job.treatment, job.cutting);
 }
 
-// Without --force, --truth, --jobs and --json, which do not change the result.
-void FoldOptions::setFiles(FoldJob& job, const std::string& first, const std::string& second,
-                           const ReadOptions& reading, const OutputOptions& output) const {
-    job.first = fileSource(first, reading);
-    job.second = fileSource(second, reading);
+void FoldOptions::setWords(FoldJob& job, const std::string& first, const std::string& second,
+                           const std::string& outputWords) const {
     const auto line =
         [this, begin = fmt::format("fendra {} {} {}", name, quoted(first), quoted(second)),
-         end = output.words(), cut = job.cutting](
-            const FendraSettings& used, const LeftToData& left, const Treatment& treatment) {
+         end = outputWords, cut = job.cutting](const FendraSettings& used, const LeftToData& left,
+                                               const Treatment& treatment) {
             return begin + " " + words(used, left, treatment, cut) + end;
         };
     job.words = line(job.settings, job.leftToData, job.treatment);
     job.wordsWith = [line](const FendraSettings& found, const Treatment& treatment) {
         return line(found, {}, treatment);
     };
+}
+
+void FoldOptions::setFiles(FoldJob& job, const std::string& first, const std::string& second,
+                           const ReadOptions& reading, const OutputOptions& output) const {
+    job.first = fileSource(first, reading);
+    job.second = fileSource(second, reading);
+    setWords(job, first, second, output.words());
     if (job.treatment.automatic && holdsColumns(output.target().name)) {
         job.treatment.uncertainty = true;
     }

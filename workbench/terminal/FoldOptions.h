@@ -22,6 +22,9 @@ public:
         : name(std::move(commandName)), options(direction) {}
 
     void addTo(CLI::App& command);
+    // Without those that say how files are read, and which module runs: a program has its signals
+    // in memory, and its module open.
+    void addWithoutFilesTo(CLI::App& command);
 
     [[nodiscard]] bool deconvolves() const;
     [[nodiscard]] ModuleLibrary library() const { return input.library(); }
@@ -36,14 +39,20 @@ public:
     // Its command and options as a command line takes them.
     [[nodiscard]] std::string words(const FoldJob& job) const;
 
-    // Gives it the files that it reads, with these options, and the command line that does the same
-    // as the job. The options outlive the job. Failure if the name of the output does not give a
-    // format.
+    // Gives it the command line that does the same as the job on these signals: without --force,
+    // --truth, --jobs and --json, which do not change the result. The options outlive the job.
+    void setWords(FoldJob& job, const std::string& first, const std::string& second,
+                  const std::string& outputWords = "") const;
+
+    // Gives it the files that it reads, with these options, and its words. Failure if the name of
+    // the output does not give a format.
     void setFiles(FoldJob& job, const std::string& first, const std::string& second,
                   const ReadOptions& reading, const OutputOptions& output) const;
 
 private:
+    void addFolding(CLI::App& command);
     void addCutting(CLI::App& command);
+    void addScaling(CLI::App& command);
     [[nodiscard]] FendraSettings settings(const ModuleLibrary& library) const;
     [[nodiscard]] LeftToData leftToData() const;
     [[nodiscard]] std::string words(const FendraSettings& used, const LeftToData& left,
