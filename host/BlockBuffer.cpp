@@ -5,7 +5,7 @@
 
 // Small beside a long signal, so that one being read soon gives memory back; large beside the cost
 // of an allocation.
-static constexpr std::uint64_t chunkSize = 65536;
+static constexpr std::uint64_t chunkSize = 16384;
 
 std::uint64_t BlockBuffer::capacity() const {
     return chunks.size() * chunkSize;

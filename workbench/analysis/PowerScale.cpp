@@ -20,6 +20,16 @@ std::vector<double> scaled(const std::vector<double>& samples, int exponent) {
     kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element *
                                static_cast<double>(samples.size()));
     std::vector<double> moved = samples;
+    if (exponent == 0) {
+        return moved;
+    }
+    const double factor = std::ldexp(1.0, exponent);
+    if (std::isnormal(factor)) {  // then a product is rounded as the scaling itself
+        for (double& sample : moved) {
+            sample *= factor;
+        }
+        return moved;
+    }
     for (double& sample : moved) {
         sample = std::ldexp(sample, exponent);
     }

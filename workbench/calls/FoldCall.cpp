@@ -51,16 +51,43 @@ static void take(Signal& made, const RunRecord& record, CallResult& result) {
     }
 }
 
+// What speaks against a result takes longer to find out than a short run itself; a search, and a
+// long run, take longer than that.
+bool FoldCall::judgesLater(const CallSignal& signal, const CallSignal& kernel) const {
+    constexpr std::int64_t longest = 65536;  // values
+    return signal.samples * signal.channels + kernel.samples * kernel.channels <= longest &&
+           !prepared.leftToData.any() && !prepared.treatment.automatic;
+}
+
+static Outcome outcomeOf(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer) {
+    Outcome outcome = ::run(job, library, observer);
+    if (outcome.record.stopped) {
+        throw Stopped("stopped; there is no result");
+    }
+    outcome.record.output = outcome.result.info.source;
+    return outcome;
+}
+
 CallResult FoldCall::run(const CallSignal& signal, const CallSignal& kernel,
                          JobObserver& observer) const {
     FoldJob job = prepared;
     job.first = sourceOf(signal, job.allowNonfinite);
     job.second = sourceOf(kernel, job.allowNonfinite);
     options->setWords(job, signal.name, kernel.name);
-    Outcome outcome = ::run(job, *library, observer);
-    outcome.record.output = outcome.result.info.source;
+    job.judged = !judgesLater(signal, kernel);
+    Outcome outcome = outcomeOf(job, *library, observer);
     CallResult result;
     take(outcome.result, outcome.record, result);
-    result.makeRecord = [record = std::move(outcome.record)] { return record.json(); };
+    if (job.judged) {
+        result.makeRecord = [record = std::move(outcome.record)] { return record.json(); };
+        return result;
+    }
+    job.judged = true;
+    job.first = sourceOf(copyOf(signal));
+    job.second = sourceOf(copyOf(kernel));
+    result.makeRecord = [again = std::move(job), module = library, words = options] {
+        JobObserver silent;
+        return outcomeOf(again, *module, silent).record.json();
+    };
     return result;
 }

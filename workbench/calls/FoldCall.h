@@ -43,12 +43,14 @@ public:
     FoldCall& operator=(const FoldCall&) = delete;
     ~FoldCall();
 
-    // WrongOption where an option needs more than it was given; else as run(job). The signals are
-    // read until it returns; those that a record needs are copied.
+    // Failure as run(job); Stopped where the observer stopped it, whatever there was by then. The
+    // signals are read until it returns; where a record needs them, they are copied.
     [[nodiscard]] CallResult run(const CallSignal& signal, const CallSignal& kernel,
                                  JobObserver& observer) const;
 
 private:
+    [[nodiscard]] bool judgesLater(const CallSignal& signal, const CallSignal& kernel) const;
+
     const std::shared_ptr<const ModuleLibrary> library;
     std::shared_ptr<const FoldOptions> options;
     FoldJob prepared;  // without signals

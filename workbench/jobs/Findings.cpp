@@ -36,14 +36,14 @@ KernelGain kernelGain(const std::vector<double>& kernel, std::size_t length) {
     return gain;
 }
 
-Findings::Findings(const Method& runMethod, const FendraSettings& runSettings, std::int64_t rounds,
-                   int channels, int kernelChannels, bool kernelServesAll)
+Findings::Findings(const Method& runMethod, const FendraSettings& runSettings, const Run& run)
     : method(runMethod),
       settings(runSettings),
-      severalRounds(rounds > 1),
-      severalChannels(channels > 1),
-      kernelStays(kernelServesAll),
-      gains(static_cast<std::size_t>(kernelChannels)) {}
+      severalRounds(run.rounds > 1),
+      severalChannels(run.channels > 1),
+      kernelStays(run.kernelServesAll),
+      judged(run.judged),
+      gains(static_cast<std::size_t>(run.kernelChannels)) {}
 
 // A kernel that serves all rounds is transformed once, at the length of the first.
 const KernelGain& Findings::gainOf(const ModuleRun::Channel& channel) {
@@ -79,6 +79,14 @@ void Findings::add(const ModuleRun::Channel& channel) {
     if (settings.direction == FendraSettings::convolution) {
         return;
     }
+    signalSeen = signalSeen || std::any_of(channel.first.begin(), channel.first.end(),
+                                           [](double x) { return x != 0.0; });
+    if (judged) {
+        judge(channel);
+    }
+}
+
+void Findings::judge(const ModuleRun::Channel& channel) {
     Evidence evidence{.settings = settings,
                       .kernel = gainOf(channel),
                       .signalEnergy = energyOf(channel.first),
@@ -87,8 +95,6 @@ void Findings::add(const ModuleRun::Channel& channel) {
     if (divides && evidence.kernel.lowBins >= std::int64_t{fewestEmptyBins}) {
         evidence.noiseEnergy = noiseEnergyOf(channel);
     }
-    signalSeen = signalSeen || std::any_of(channel.first.begin(), channel.first.end(),
-                                           [](double x) { return x != 0.0; });
     std::copy_n(channel.numbers.begin(), std::min(channel.numbers.size(), evidence.numbers.size()),
                 evidence.numbers.begin());
     const std::string place =

@@ -11,10 +11,13 @@
 // Collects, channel by channel and round by round, what speaks against a result of a method.
 class Findings {
 public:
-    // rounds, channels: of the run. kernelServesAll: one kernel, of so many channels, is that of
-    // all rounds.
-    Findings(const Method& runMethod, const FendraSettings& runSettings, std::int64_t rounds,
-             int channels, int kernelChannels, bool kernelServesAll);
+    struct Run {
+        std::int64_t rounds = 1;
+        int channels = 1, kernelChannels = 1;
+        bool kernelServesAll = true;  // one kernel is that of all rounds
+        bool judged = true;           // remarks are wanted
+    };
+    Findings(const Method& runMethod, const FendraSettings& runSettings, const Run& run);
 
     void add(const ModuleRun::Channel& channel);
 
@@ -26,10 +29,11 @@ public:
 
 private:
     const KernelGain& gainOf(const ModuleRun::Channel& channel);
+    void judge(const ModuleRun::Channel& channel);
 
     const Method& method;
     FendraSettings settings;
-    bool severalRounds, severalChannels, kernelStays;
+    bool severalRounds, severalChannels, kernelStays, judged;
     std::vector<std::optional<KernelGain>> gains;  // of the kernel's channels
     std::vector<std::string> found;
     std::size_t left = 0;  // beyond those that are kept

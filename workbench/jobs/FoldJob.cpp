@@ -115,8 +115,7 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
         return observer.advances({});
     };
     const kernels::WorkWatch choosing(goesOn);
-    const ModuleObject module = library.makeModule();
-    requireFendra(*module);
+    requireFendra(library);
     const Method& method = methodOf(job);
     const bool streams = intoStream && LinearConvolution::does(job);
     std::unique_ptr<SignalReader> first = opened(job.first, streams);
@@ -141,8 +140,8 @@ FoldRun::FoldRun(const FoldJob& foldJob, const ModuleLibrary& moduleLibrary,
         folding = std::make_unique<RoundFolding>(job, library, std::move(first), std::move(second),
                                                  whole);
     }
-    record.module = moduleName(*module);
-    record.moduleVersion = moduleVersion(*module);
+    record.module = library.identity().name;
+    record.moduleVersion = library.identity().version;
     record.moduleFile = nameOf(library.file);
     describe(a, b);
     if (job.truth) {
@@ -199,13 +198,14 @@ ResultInfo FoldRun::resultInfo() const {
 // The writer takes its place on disk last of all: whatever fails before leaves nothing behind.
 RunRecord FoldRun::run(const MakeWriter& makeWriter) {
     const std::unique_ptr<SignalWriter> writer = makeWriter(resultInfo());
-    Findings findings(folding->method(), record.settings, record.rounds, record.channels,
-                      record.inputs[1].channels, kernelServesAll);
+    Findings findings(
+        folding->method(), record.settings,
+        {record.rounds, record.channels, record.inputs[1].channels, kernelServesAll, job.judged});
     const JobSize size = folding->size();
     StepRelay relay(observer, size.rounds, record.channels, folding->passes());
     observer.begins(size);
     ResultTap tap(*writer, comparison ? &*comparison : nullptr, record.channels,
-                  {job.gain, job.allowNonfinite, folding->method().onOverflow});
+                  {job.gain, job.allowNonfinite, job.judged, folding->method().onOverflow});
     folding->run(tap, relay, findings, record);
     tap.finish();
     record.stopped = relay.stopped();

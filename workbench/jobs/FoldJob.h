@@ -37,6 +37,9 @@ struct FoldJob {
     double rate = 0.0;                  // of signals that have none, in Hz; 0: not known
     std::optional<SignalSource> truth;  // to compare the result with
     bool allowNonfinite = false;        // NaN and infinity in the result are not a failure
+    // The record has a digest of the result, and remarks on it; these take longer than the run of a
+    // short signal does.
+    bool judged = true;
     bool keepPartial = false;  // somebody may stop it, to have the estimate of one iteration
     int threads = 1;           // for channels and blocks, at most; they change no bit
     Gain gain;                 // of the result, after it was compared

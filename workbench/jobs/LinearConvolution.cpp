@@ -166,10 +166,10 @@ void LinearConvolution::chooseWidth(const SignalInfo& kernel) {
     const double perBlock = channels * demand.perBlock + 2.0 * window * sizeof(double);
     checkKernelMemory(kernel, kept + perBlock);
     const double workOfBlock = static_cast<double>(demand.block) * workOfSample;
-    const double most = (freeMemory() - kept) / perBlock;
     const auto blocks = [&] {
         return comesAlong() ? 1 : blocksAtOnce(width.threads, channels, workOfBlock);
     };
+    const double most = width.threads == 1 ? 0.0 : (freeMemory() - kept) / perBlock;
     while (width.threads > 1 && static_cast<double>(blocks()) > most) {
         --width.threads;
     }

@@ -97,7 +97,9 @@ void ResultTap::pass(const double* rows, std::int64_t samples) {
             beyondFullScale += std::count_if(output, output + values,
                                              [](double value) { return std::abs(value) > 1.0; });
         }
-        digest.add(output, static_cast<std::size_t>(values));
+        if (handling.digested) {
+            digest.add(output, static_cast<std::size_t>(values));
+        }
         writer.write(output, count);
         rows += values;
         samples -= count;
@@ -120,7 +122,7 @@ void ResultTap::describe(RunRecord& record) const {
     record.minimum = scaled(minimum);
     record.maximum = scaled(maximum);
     record.beyondFullScale = beyondFullScale;
-    record.digest = digest.hex();
+    record.digest = handling.digested ? digest.hex() : "";
     if (comparison != nullptr) {
         record.error = comparison->error();
     }

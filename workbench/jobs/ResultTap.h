@@ -21,6 +21,7 @@ public:
     struct Handling {
         Gain gain;
         bool allowNonfinite = false;
+        bool digested = true;
         std::string onOverflow;  // the advice where a result is not finite
     };
 

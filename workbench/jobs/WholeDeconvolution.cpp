@@ -26,6 +26,7 @@ WholeDeconvolution::WholeDeconvolution(const FoldJob& foldJob, const ModuleLibra
     Treatment treatment = job.treatment;
     treatment.room = job.cutting.pad;
     treatment.curve = job.curve.has_value();
+    treatment.warns = job.judged;
     const bool searches =
         job.leftToData.any() || job.treatment.automatic ||
         (job.settings.method == FendraSettings::regularized && !job.treatment.strength);

@@ -55,7 +55,7 @@ double partsInTurn(std::int64_t parts, int threads) {
 int threadsFor(int wanted, const Method& method, const JobPart& part) {
     constexpr double secondsPerSample = 3e-8, shortest = 5e-5;
     const auto length = static_cast<double>(part.length);
-    if (part.size.seconds + secondsPerSample * length < shortest) {
+    if (part.parts == 1 || part.size.seconds + secondsPerSample * length < shortest) {
         return 1;
     }
     const double bytes = method.bytes(length) + sizeof(double) * part.values;
@@ -70,6 +70,8 @@ double secondsToChoose(std::int64_t samples) {
 }
 
 static constexpr double gigabyte = 1e9;
+// Bytes for which it is not worth to ask the system.
+static constexpr double alwaysFree = 16e6;
 
 // Values that one channel has in memory at the peak of a run, measured. Transforms at a length that
 // is not a power of two work on some of twice to four times as many.
@@ -86,8 +88,12 @@ static double valuesOfRun(const Method& method, std::int64_t length) {
 }
 
 void checkMemory(const Method& method, std::int64_t length, double values) {
-    const double filter = method.bytes(static_cast<double>(length)), free = freeMemory();
+    const double filter = method.bytes(static_cast<double>(length));
     const double needed = filter + sizeof(double) * (values + valuesOfRun(method, length));
+    if (needed <= alwaysFree) {
+        return;
+    }
+    const double free = freeMemory();
     if (filter > free) {
         throw Failure(
             fmt::format("the filter for {} samples takes {:.3g} GB of memory, and {:.3g} GB "
@@ -119,7 +125,7 @@ void checkWholeMemory(const Method& method, const SignalInfo& signal, const Sign
 }
 
 void checkKernelMemory(const SignalInfo& kernel, double needed) {
-    const double free = freeMemory();
+    const double free = needed <= alwaysFree ? needed : freeMemory();
     if (needed > free) {
         throw Failure(
             fmt::format("{}, the shorter signal, takes {:.3g} GB of memory as a kernel, and {:.3g} "

@@ -18,13 +18,21 @@ bool isFendra(const B_BasisModule& module) {
     return moduleName(module) == fendraName && moduleVersion(module) == recordVersion;
 }
 
-void requireFendra(const B_BasisModule& module) {
-    if (!isFendra(module)) {
+static void require(const std::string& name, const std::string& version) {
+    if (name != fendraName || version != recordVersion) {
         throw Failure(
             fmt::format("{} {} is not {} {}, whose settings these are; choose another module with "
                         "--module",
-                        moduleName(module), moduleVersion(module), fendraName, recordVersion));
+                        name, version, fendraName, recordVersion));
     }
+}
+
+void requireFendra(const B_BasisModule& module) {
+    require(moduleName(module), moduleVersion(module));
+}
+
+void requireFendra(const ModuleLibrary& library) {
+    require(library.identity().name, library.identity().version);
 }
 
 void applySettings(const FendraSettings& settings, B_BasisModule& module) {

@@ -67,6 +67,14 @@ ModuleObject ModuleLibrary::makeModule() const {
     return {module, function<void(B_BasisModule*)>("DeleteModuleInstance")};
 }
 
+const ModuleLibrary::Identity& ModuleLibrary::identity() const {
+    std::call_once(identified, [this] {
+        const ModuleObject module = makeModule();
+        known = {moduleName(*module), moduleVersion(*module)};
+    });
+    return known;
+}
+
 unsigned ModuleLibrary::labelId() const {
     return function<unsigned()>("GetBitmapStringResource")();
 }

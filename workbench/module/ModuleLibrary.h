@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 
 class B_BasisModule;
@@ -38,6 +39,13 @@ public:
     // Failure if the library makes none.
     [[nodiscard]] ModuleObject makeModule() const;
 
+    // What a module of the library calls itself, and the version of what it stores. Failure as
+    // makeModule.
+    struct Identity {
+        std::string name, version;
+    };
+    [[nodiscard]] const Identity& identity() const;
+
     // Long text and short name of the label under which a host offers the module, in UTF-8.
     [[nodiscard]] std::string longLabel() const;
     [[nodiscard]] std::string shortLabel() const;
@@ -52,4 +60,6 @@ private:
     [[nodiscard]] std::string label() const;
 
     SharedLibrary library;
+    mutable std::once_flag identified;
+    mutable Identity known;
 };

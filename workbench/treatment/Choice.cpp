@@ -4,6 +4,11 @@
 
 #include <fmt/format.h>
 
+bool isChosen(const FendraSettings& given, const LeftToData& left, const Treatment& wanted) {
+    return left.any() || wanted.automatic || wanted.uncertainty || wanted.curve ||
+           wanted.oversampling == 0 || given.method == FendraSettings::regularized;
+}
+
 Choice chooseFor(const Question& question, const FendraSettings& given, const LeftToData& left,
                  const Treatment& wanted) {
     return Choosing(question, given, left, wanted).choose();

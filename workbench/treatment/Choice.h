@@ -38,6 +38,9 @@ struct Choice {
                                                             double loopCount) const;
 };
 
+// Whether that is so, and the signal has to be looked at for it, or for its record.
+bool isChosen(const FendraSettings& given, const LeftToData& left, const Treatment& wanted);
+
 // Chooses what is left to the data, in this order:
 //     the method           by the advice of MethodAdvice
 //     the ends             where first and last sample differ by more than five times the noise,

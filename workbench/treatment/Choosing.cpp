@@ -25,12 +25,6 @@ Choosing::Choosing(const Question& asked, const FendraSettings& given, const Lef
     choice.treatment = wanted;
 }
 
-bool Choosing::wantsRecord() const {
-    return left.any() || choice.treatment.automatic || choice.treatment.uncertainty ||
-           choice.treatment.curve || choice.treatment.oversampling == 0 ||
-           choice.settings.method == FendraSettings::regularized;
-}
-
 double Choosing::rootMeanSquare() const {
     return std::sqrt(std::inner_product(signal.begin(), signal.end(), signal.begin(), 0.0) /
                      static_cast<double>(signal.size()));
@@ -146,8 +140,8 @@ Choice Choosing::choose() {
             "choose method=van-cittert");
     }
     constexpr std::size_t longestByTheWay = std::size_t{1} << 16U;
-    if (wantsRecord() || signal.size() <= longestByTheWay) {
-        const bool answers = wantsRecord();
+    const bool answers = isChosen(choice.settings, left, choice.treatment);
+    if (answers || (choice.treatment.warns && signal.size() <= longestByTheWay)) {
         try {
             plain.emplace(signal, kernel);
         } catch (const Failure&) {

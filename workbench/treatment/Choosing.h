@@ -19,7 +19,6 @@ public:
     Choice choose();
 
 private:
-    [[nodiscard]] bool wantsRecord() const;
     void chooseMethod();
     void chooseEnds();
     void chooseOversampling();

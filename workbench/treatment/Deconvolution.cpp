@@ -18,6 +18,9 @@
 
 static int strongestChannel(const Signal& signal, int exponent) {
     const auto width = static_cast<std::size_t>(signal.info.channels);
+    if (width == 1) {
+        return 0;
+    }
     std::vector<double> energies(width);
     for (std::size_t i = 0; i < signal.interleaved.size(); ++i) {
         const double value = std::ldexp(signal.interleaved[i], -exponent);
@@ -74,8 +77,12 @@ Deconvolution::Deconvolution(const ModuleLibrary& moduleLibrary, const Signal& m
       zero(zeroOf(kernel, wanted.origin)) {
     strongest = strongestChannel(signal, exponent);
     passed(signal.interleaved.size());
-    chosen = chooseFor(questionOf(signal, kernel, strongest, zero, wanted.noise), given, leftToData,
-                       wanted);
+    chosen.settings = given;
+    chosen.treatment = wanted;
+    if (wanted.warns || isChosen(given, leftToData, wanted)) {
+        chosen = chooseFor(questionOf(signal, kernel, strongest, zero, wanted.noise), given,
+                           leftToData, wanted);
+    }
     const bool moves = wanted.origin.kind != Origin::Kind::none;
     const std::optional<SignalAxis> whole =
         moves ? resultAxis(signal.info.axis, zero, zero.sample, true) : signal.info.axis;
@@ -85,6 +92,8 @@ Deconvolution::Deconvolution(const ModuleLibrary& moduleLibrary, const Signal& m
     if (wanted.keep) {
         kept = samplesIn(*wanted.keep, whole, signal.info.rate, kept.last, "--keep");
     }
+    const std::size_t length = preparationOf(0, 0).preparedLength();
+    lengthOfOperands = static_cast<std::int64_t>(length) * plan.oversampling;
     keptAxis = startingAt(whole, signal.info.rate, kept.first);
 }
 
@@ -105,11 +114,6 @@ std::optional<Movement> Deconvolution::movement() const {
 Preparation Deconvolution::preparationOf(int channel, int signalExponent) const {
     return {channelOf(kernel, channel), static_cast<std::size_t>(signal.info.samples),
             signalExponent, PreparationPlan::of(chosen.settings, chosen.treatment, zero.sample)};
-}
-
-std::int64_t Deconvolution::moduleLength() const {
-    return static_cast<std::int64_t>(preparationOf(0, 0).preparedLength()) *
-           PreparationPlan::of(chosen.settings, chosen.treatment, 0).oversampling;
 }
 
 // Three runs: RegularizedOperands.h.

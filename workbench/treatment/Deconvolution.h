@@ -48,7 +48,7 @@ public:
     [[nodiscard]] std::int64_t samples() const { return kept.count(); }
     [[nodiscard]] const std::optional<SignalAxis>& axis() const { return keptAxis; }
     // Samples in the operands of the module, and how often it runs on them for a channel.
-    [[nodiscard]] std::int64_t moduleLength() const;
+    [[nodiscard]] std::int64_t moduleLength() const { return lengthOfOperands; }
     [[nodiscard]] int passes() const { return chosen.noise ? 2 : 1; }
 
     // One channel. beforePass is called before the module runs on the signal, and before it runs on
@@ -74,6 +74,7 @@ private:
     const Signal &signal, &kernel;
     int strongest;  // channel
     int exponent;   // of the power of two that the signal is divided by
+    std::int64_t lengthOfOperands = 0;
     KernelZero zero;
     Choice chosen;
     SampleRange kept;  // of the result

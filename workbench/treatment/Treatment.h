@@ -54,4 +54,5 @@ struct Treatment {
     bool uncertainty = false;  // a band, and the resolution
     std::optional<Span> keep;  // part of the result that is given, in units of its axis
     bool curve = false;        // all points of the search are kept
+    bool warns = true;         // what is odd about the signal is looked for where nothing is chosen
 };
