@@ -40,7 +40,7 @@ static std::optional<double> whitenessOf(std::vector<double> rest) {
 }
 
 static AnswerChoice judge(const AnswerCurve& curve, const CurvePoint& point,
-                          const std::optional<NoiseModel>& noise) {
+                          const std::optional<NoiseModel>& noise, bool estimates = true) {
     const PowerSpectra& spectra = curve.spectra();
     AnswerChoice choice{.parameter = point.parameter,
                         .explained = 1.0 - point.error / spectra.energy(),
@@ -50,8 +50,9 @@ static AnswerChoice judge(const AnswerCurve& curve, const CurvePoint& point,
                         .predictedError = point.error,
                         .whiteness = whitenessOf(restOf(curve, point.parameter, noise)),
                         .curve = {point}};
-    const NoiseEstimate estimate =
-        noise ? NoiseEstimate{.sigma = noise->sigma()} : estimateNoise(spectra);
+    const NoiseEstimate estimate = noise       ? NoiseEstimate{.sigma = noise->sigma()}
+                                   : estimates ? estimateNoise(spectra)
+                                               : NoiseEstimate{};
     choice.noise = estimate.sigma;
     choice.noiseIsBound = estimate.isBound;
     return choice;
@@ -84,6 +85,6 @@ AnswerChoice chooseStrength(const RegularizedCurve& curve, const std::optional<N
 }
 
 AnswerChoice judgeStrength(const RegularizedCurve& curve, double strength,
-                           const std::optional<NoiseModel>& noise) {
-    return judge(curve, curve.at(strength, noise), noise);
+                           const std::optional<NoiseModel>& noise, bool estimates) {
+    return judge(curve, curve.at(strength, noise), noise, estimates);
 }

@@ -51,6 +51,6 @@ AnswerChoice judgeSteps(const IterationCurve& curve, std::int64_t steps,
 // The strength, of three digits from 1e-14 to 1e8, at which the criterion is smallest.
 AnswerChoice chooseStrength(const RegularizedCurve& curve, const std::optional<NoiseModel>& noise);
 
-// A given strength.
+// A given strength. estimates: the noise, where it is not known, is wanted; that is a search.
 AnswerChoice judgeStrength(const RegularizedCurve& curve, double strength,
-                           const std::optional<NoiseModel>& noise);
+                           const std::optional<NoiseModel>& noise, bool estimates = true);

@@ -11,24 +11,32 @@ static const char* commandOf(std::int32_t direction) {
     return direction == FendraSettings::convolution ? "convolve" : "deconvolve";
 }
 
-FoldCall::FoldCall(std::shared_ptr<const ModuleLibrary> moduleLibrary, std::int32_t direction,
-                   const CallOptions& given)
-    : library(std::move(moduleLibrary)) {
-    const auto read = std::make_shared<FoldOptions>(commandOf(direction), direction);
+struct FoldCall::Prepared {
+    std::shared_ptr<const ModuleLibrary> library;
+    FoldOptions options;
+    FoldJob job;  // without signals and words
+
+    Outcome run(const FoldJob& made, JobObserver& observer) const;
+    Outcome runJudged(FoldJob made, JobObserver& observer) const;
+};
+
+FoldCall::FoldCall(std::shared_ptr<const ModuleLibrary> library, std::int32_t direction,
+                   const CallOptions& given) {
+    const char* const command = commandOf(direction);
+    const auto read =
+        std::make_shared<Prepared>(Prepared{std::move(library), {command, direction}, {}});
     JobsOption jobs;
     readOptions(
-        commandOf(direction), given,
-        [&](CLI::App& command) {
-            read->addWithoutFilesTo(command);
-            jobs.addTo(command, "channels and blocks");
+        command, given,
+        [&](CLI::App& target) {
+            read->options.addWithoutFilesTo(target);
+            jobs.addTo(target, "channels and blocks");
         },
-        [&] { prepared = read->job(*library); });
-    prepared.threads = jobs.threads;
-    prepared.treatment.uncertainty |= prepared.treatment.automatic;
-    options = read;
+        [&] { read->job = read->options.job(*read->library); });
+    read->job.threads = jobs.threads;
+    read->job.treatment.uncertainty |= read->job.treatment.automatic;
+    prepared = read;
 }
-
-FoldCall::~FoldCall() = default;
 
 // With bounds, three columns stand in place of each channel.
 static void take(Signal& made, const RunRecord& record, CallResult& result) {
@@ -53,14 +61,14 @@ static void take(Signal& made, const RunRecord& record, CallResult& result) {
 
 // What speaks against a result takes longer to find out than a short run itself; a search, and a
 // long run, take longer than that.
-bool FoldCall::judgesLater(const CallSignal& signal, const CallSignal& kernel) const {
+static bool isJudgedLater(const FoldJob& job, const CallSignal& signal, const CallSignal& kernel) {
     constexpr std::int64_t longest = 65536;  // values
     return signal.samples * signal.channels + kernel.samples * kernel.channels <= longest &&
-           !prepared.leftToData.any() && !prepared.treatment.automatic;
+           !job.leftToData.any() && !job.treatment.automatic;
 }
 
-static Outcome outcomeOf(const FoldJob& job, const ModuleLibrary& library, JobObserver& observer) {
-    Outcome outcome = ::run(job, library, observer);
+Outcome FoldCall::Prepared::run(const FoldJob& made, JobObserver& observer) const {
+    Outcome outcome = ::run(made, *library, observer);
     if (outcome.record.stopped) {
         throw Stopped("stopped; there is no result");
     }
@@ -68,26 +76,33 @@ static Outcome outcomeOf(const FoldJob& job, const ModuleLibrary& library, JobOb
     return outcome;
 }
 
+Outcome FoldCall::Prepared::runJudged(FoldJob made, JobObserver& observer) const {
+    made.judged = true;
+    options.setWords(made, made.first.name.path, made.second.name.path);
+    return run(made, observer);
+}
+
 CallResult FoldCall::run(const CallSignal& signal, const CallSignal& kernel,
                          JobObserver& observer) const {
-    FoldJob job = prepared;
+    FoldJob job = prepared->job;
     job.first = sourceOf(signal, job.allowNonfinite);
     job.second = sourceOf(kernel, job.allowNonfinite);
-    options->setWords(job, signal.name, kernel.name);
-    job.judged = !judgesLater(signal, kernel);
-    Outcome outcome = outcomeOf(job, *library, observer);
     CallResult result;
-    take(outcome.result, outcome.record, result);
-    if (job.judged) {
+    if (!isJudgedLater(job, signal, kernel)) {
+        Outcome outcome = prepared->runJudged(job, observer);
+        take(outcome.result, outcome.record, result);
         result.makeRecord = [record = std::move(outcome.record)] { return record.json(); };
         return result;
     }
-    job.judged = true;
-    job.first = sourceOf(copyOf(signal));
-    job.second = sourceOf(copyOf(kernel));
-    result.makeRecord = [again = std::move(job), module = library, words = options] {
+    job.judged = false;
+    Outcome outcome = prepared->run(job, observer);
+    take(outcome.result, outcome.record, result);
+    result.makeRecord = [in = prepared, first = copyOf(signal), second = copyOf(kernel)] {
+        FoldJob again = in->job;
+        again.first = sourceOf(first);
+        again.second = sourceOf(second);
         JobObserver silent;
-        return outcomeOf(again, *module, silent).record.json();
+        return in->runJudged(again, silent).record.json();
     };
     return result;
 }

@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-class FoldOptions;
 class ModuleLibrary;
 
 // What a call gives.
@@ -39,19 +38,12 @@ public:
     // WrongOption; Failure where a stored graph cannot be used.
     FoldCall(std::shared_ptr<const ModuleLibrary> moduleLibrary, std::int32_t direction,
              const CallOptions& given);
-    FoldCall(const FoldCall&) = delete;
-    FoldCall& operator=(const FoldCall&) = delete;
-    ~FoldCall();
-
     // Failure as run(job); Stopped where the observer stopped it, whatever there was by then. The
     // signals are read until it returns; where a record needs them, they are copied.
     [[nodiscard]] CallResult run(const CallSignal& signal, const CallSignal& kernel,
                                  JobObserver& observer) const;
 
 private:
-    [[nodiscard]] bool judgesLater(const CallSignal& signal, const CallSignal& kernel) const;
-
-    const std::shared_ptr<const ModuleLibrary> library;
-    std::shared_ptr<const FoldOptions> options;
-    FoldJob prepared;  // without signals
+    struct Prepared;
+    std::shared_ptr<const Prepared> prepared;  // also of records that are made later
 };

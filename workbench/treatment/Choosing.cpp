@@ -153,7 +153,9 @@ Choice Choosing::choose() {
         if (left.method) {
             chooseMethod();
         }
-        chooseEnds();
+        if (choice.treatment.automatic || choice.treatment.warns) {
+            chooseEnds();
+        }
         if (answers) {
             judge();
         }

@@ -94,9 +94,10 @@ void Choosing::judgeDivision(const PowerSpectra& spectra) {
                                  penaltySpectrum(tapsOf(treatment, question.rate, length)));
     const std::optional<NoiseModel> noise = knownNoise(length);
     const bool searches = choosesStrength();
-    const AnswerChoice answer = searches
-                                    ? chooseStrength(curve, noise)
-                                    : judgeStrength(curve, treatment.strength.value_or(1.0), noise);
+    const bool estimates = treatment.warns || treatment.uncertainty;
+    const AnswerChoice answer =
+        searches ? chooseStrength(curve, noise)
+                 : judgeStrength(curve, treatment.strength.value_or(1.0), noise, estimates);
     if (searches) {
         record.reasons.push_back(fmt::format("strength {}, {}", answer.parameter, criterionText()));
     }
