@@ -17,7 +17,8 @@
 //
 // Errors. Calls return one of the codes below, and fendra_message says in one line what is wrong
 // and what to do. No call throws, prints, ends the process, or changes its locale, its signal
-// handlers or the floating-point mode of the thread.
+// handlers or the floating-point mode of the thread. One exception: fendra_record ends the process
+// where the few kilobytes are not left that its JSON takes.
 #ifndef FENDRA_H
 #define FENDRA_H
 
