@@ -1,9 +1,11 @@
 #include "tests/library/Handle.h"
 #include "tests/support/HostArithmetic.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/setVariable.h"
 
 #include <algorithm>
 #include <cfenv>
+#include <clocale>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -110,6 +112,26 @@ TEST(LibraryResults, AreIndependentOfTheArithmeticOfTheThread) {
         EXPECT_EQ(bits(resultOf(other)), bits(expected));
         EXPECT_EQ(std::fegetround(), mode.rounding);
     }
+}
+
+// Such as a program in German may have set for all that it prints.
+TEST(LibraryResults, NumbersOfOptionsHaveAPointInAnyLocale) {
+    const TemporaryFolder folder;
+    const std::string locale = folder.path("comma");
+    setVariable("LOCPATH", folder.path("").c_str());
+    if (std::system(("localedef -i de_DE -f ISO-8859-1 " + locale + " 2> /dev/null").c_str()) !=
+            0 ||
+        std::setlocale(LC_ALL, "comma") == nullptr) {
+        GTEST_SKIP() << "needs the sources of locales";
+    }
+    const Handle handle = openHandle(
+        {{"rate", "44100.5"}, {"gain", "-0.5"}, {"method", "regularized"}, {"strength", "0.125"}});
+    EXPECT_EQ(FENDRA_OK, run(handle, Direction::deconvolve, measured(), peak()));
+    const std::string record = fendra_record(handle.get());
+    for (const char* number : {"44100.5", "-0.5", "0.125"}) {
+        EXPECT_NE(record.find(number), std::string::npos) << record;
+    }
+    std::setlocale(LC_ALL, "C");
 }
 
 namespace {
