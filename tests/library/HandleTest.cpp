@@ -11,74 +11,82 @@
 #include <limits>
 #include <thread>
 
+namespace {
+
+// A call that is refused, with that code and a message that holds the reason.
+struct Refusal {
+    int (*call)(fendra*);
+    int code;
+    const char* reason;
+};
+
+}  // namespace
+
+static constexpr std::size_t most = std::numeric_limits<std::size_t>::max();
+static const double x[] = {1.0, 2.0, 3.0}, odd[] = {1.0, std::nan(""), -HUGE_VAL};
+static const Refusal refusals[] = {
+    {[](fendra* h) { return fendra_convolve(h, nullptr, 3, x, 3); }, 1, "signal has no samples"},
+    {[](fendra* h) { return fendra_convolve(h, x, 3, nullptr, 3); }, 1, "kernel has no samples"},
+    {[](fendra* h) { return fendra_convolve(h, x, 0, x, 3); }, 1, "signal has no samples"},
+    {[](fendra* h) { return fendra_deconvolve(h, x, 3, x, 0); }, 1, "kernel has no samples"},
+    {[](fendra* h) { return fendra_convolve(h, x, most, x, 3); }, 1, "than memory can hold"},
+    {[](fendra* h) { return fendra_convolve(h, x, most / 8, x, 3); }, 1, "signal: "},
+    {[](fendra* h) { return fendra_deconvolve(h, x, 3, x, most / 2 + 4); }, 1, "kernel: "},
+    {[](fendra* h) { return fendra_convolve_channels(h, x, 3, 0, x, 3, 1); }, 1, "no samples"},
+    {[](fendra* h) { return fendra_convolve_channels(h, x, 1, most, x, 3, 1); }, 1, "channels"},
+    {[](fendra* h) { return fendra_convolve_channels(h, x, 8, most / 4, x, 3, 1); }, 1, "signal"},
+    {[](fendra* h) { return fendra_convolve_channels(h, x, 1, 2, x, 1, 3); }, 4, "channels"},
+    {[](fendra* h) { return fendra_convolve(h, odd, 3, x, 3); }, 1, "signal: sample 2 is nan"},
+    {[](fendra* h) { return fendra_deconvolve(h, x, 3, odd + 2, 1); }, 1,
+     "kernel: sample 1 is -inf"},
+    {[](fendra* h) { return fendra_set(h, nullptr, "1"); }, 1, "null"},
+    {[](fendra* h) { return fendra_set(h, "", ""); }, 1, "\"\" is not an option"},
+    {[](fendra* h) { return fendra_set(h, "domian", "time"); }, 1, "did you mean domain?"},
+    {[](fendra* h) { return fendra_set(h, "--pad", ""); }, 1, "without dashes"},
+    {[](fendra* h) { return fendra_set(h, "pad --jobs", "2"); }, 1, "not an option"},
+    {[](fendra* h) { return fendra_set(h, "help", ""); }, 1, "not an option"},
+    {[](fendra* h) { return fendra_set(h, "output", "x"); }, 1, "not an option"},
+    {[](fendra* h) { return fendra_set(h, "unknown", nullptr); }, 1, "not an option"},
+    {[](fendra* h) { return fendra_set(h, "\n\xff", ""); }, 1, "\"??\""},
+    {[](fendra* h) { return fendra_set(h, "domain", "tme"); }, 1, "did you mean time?"},
+    {[](fendra* h) { return fendra_set(h, "method", ""); }, 1, "needs a value"},
+    {[](fendra* h) { return fendra_set(h, "rate", "-1"); }, 1, "sampling rate"},
+    {[](fendra* h) { return fendra_set(h, "max-iterations", "\n--pad"); }, 1, "max-iterations"},
+    {[](fendra* h) { return fendra_band(h, nullptr, nullptr); }, 1, "null"},
+    {[](fendra* h) { return *fendra_record(h) == '\0' ? 1 : 0; }, 1, "no result"},
+};
+
 TEST(LibraryHandle, RefusesArgumentsThatCannotBeUsed) {
-    static constexpr std::size_t most = std::numeric_limits<std::size_t>::max();
-    static const double x[] = {1.0, 2.0, 3.0}, odd[] = {1.0, std::nan(""), -HUGE_VAL};
-    const struct {
-        std::function<int(fendra*)> call;
-        int code;
-        const char* reason;
-    } table[] = {
-        {[](fendra* h) { return fendra_convolve(h, nullptr, 3, x, 3); }, 1,
-         "signal has no samples"},
-        {[](fendra* h) { return fendra_convolve(h, x, 3, nullptr, 3); }, 1,
-         "kernel has no samples"},
-        {[](fendra* h) { return fendra_convolve(h, x, 0, x, 3); }, 1, "signal has no samples"},
-        {[](fendra* h) { return fendra_deconvolve(h, x, 3, x, 0); }, 1, "kernel has no samples"},
-        {[](fendra* h) { return fendra_convolve(h, x, most, x, 3); }, 1, "than memory can hold"},
-        {[](fendra* h) { return fendra_convolve(h, x, most / 8, x, 3); }, 1, "signal: "},
-        {[](fendra* h) { return fendra_deconvolve(h, x, 3, x, most / 2 + 4); }, 1, "kernel: "},
-        {[](fendra* h) { return fendra_convolve_channels(h, x, 3, 0, x, 3, 1); }, 1, "no samples"},
-        {[](fendra* h) { return fendra_convolve_channels(h, x, 1, most, x, 3, 1); }, 1, "channels"},
-        {[](fendra* h) { return fendra_convolve_channels(h, x, 8, most / 4, x, 3, 1); }, 1,
-         "signal"},
-        {[](fendra* h) { return fendra_convolve_channels(h, x, 1, 2, x, 1, 3); }, 4, "channels"},
-        {[](fendra* h) { return fendra_convolve(h, odd, 3, x, 3); }, 1, "signal: sample 2 is nan"},
-        {[](fendra* h) { return fendra_deconvolve(h, x, 3, odd + 2, 1); }, 1,
-         "kernel: sample 1 is -inf"},
-        {[](fendra* h) { return fendra_set(h, nullptr, "1"); }, 1, "null"},
-        {[](fendra* h) { return fendra_set(h, "", ""); }, 1, "\"\" is not an option"},
-        {[](fendra* h) { return fendra_set(h, "domian", "time"); }, 1, "did you mean domain?"},
-        {[](fendra* h) { return fendra_set(h, "--pad", ""); }, 1, "without dashes"},
-        {[](fendra* h) { return fendra_set(h, "pad --jobs", "2"); }, 1, "not an option"},
-        {[](fendra* h) { return fendra_set(h, "help", ""); }, 1, "not an option"},
-        {[](fendra* h) { return fendra_set(h, "output", "x"); }, 1, "not an option"},
-        {[](fendra* h) { return fendra_set(h, "unknown", nullptr); }, 1, "not an option"},
-        {[](fendra* h) { return fendra_set(h, "\n\xff", ""); }, 1, "\"??\""},
-        {[](fendra* h) { return fendra_set(h, "domain", "tme"); }, 1, "did you mean time?"},
-        {[](fendra* h) { return fendra_set(h, "method", ""); }, 1, "needs a value"},
-        {[](fendra* h) { return fendra_set(h, "rate", "-1"); }, 1, "sampling rate"},
-        {[](fendra* h) { return fendra_set(h, "max-iterations", "\n--pad"); }, 1, "max-iterations"},
-        {[](fendra* h) { return fendra_band(h, nullptr, nullptr); }, 1, "null"},
-        {[](fendra* h) { return *fendra_record(h) == '\0' ? 1 : 0; }, 1, "no result"},
-    };
     const Handle handle = openHandle();
-    const std::string name(100000, 'x');
-    for (const auto& row : table) {
-        EXPECT_EQ(row.code, row.call(handle.get())) << row.reason;
+    for (const Refusal& refusal : refusals) {
+        EXPECT_EQ(refusal.code, refusal.call(handle.get())) << refusal.reason;
         const std::string message = fendra_message(handle.get());
-        EXPECT_NE(message.find(row.reason), std::string::npos) << row.reason << ": " << message;
+        EXPECT_NE(message.find(refusal.reason), std::string::npos) << message;
         EXPECT_EQ(message.find('\n'), std::string::npos) << message;
         EXPECT_EQ(0U, fendra_length(handle.get()));
     }
-    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_set(handle.get(), name.c_str(), name.c_str()));
-    EXPECT_LT(std::string(fendra_message(handle.get())).size(), 500U);
     EXPECT_EQ(convolved(handle, lines(), peak()), convolved(openHandle(), lines(), peak()));
+}
+
+TEST(LibraryHandle, AnswersEndlessWordsInOneLine) {
+    const Handle handle = openHandle();
+    const std::string word(100000, 'x');
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_set(handle.get(), word.c_str(), ""));
+    EXPECT_LT(std::string(fendra_message(handle.get())).size(), 600U);
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_set(handle.get(), "domain", word.c_str()));
+    EXPECT_LT(std::string(fendra_message(handle.get())).size(), 600U);
 }
 
 // Every call, on a handle that is not one.
 static void expectRefused(fendra* handle, const std::string& reason) {
-    const Signal x = lines();
-    const double* bound = x.data();
+    const double* bound = x;
     EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_set(handle, "pad", ""));
-    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_convolve(handle, x.data(), 64, x.data(), 64));
-    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_deconvolve(handle, x.data(), 64, x.data(), 64));
-    EXPECT_EQ(FENDRA_BAD_ARGUMENT,
-              fendra_convolve_channels(handle, x.data(), 32, 2, x.data(), 64, 1));
-    EXPECT_EQ(FENDRA_BAD_ARGUMENT,
-              fendra_deconvolve_channels(handle, x.data(), 32, 2, x.data(), 64, 1));
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_convolve(handle, x, 3, x, 3));
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_deconvolve(handle, x, 3, x, 3));
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_convolve_channels(handle, x, 1, 2, x, 3, 1));
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_deconvolve_channels(handle, x, 1, 2, x, 3, 1));
     EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_band(handle, &bound, &bound));
-    EXPECT_EQ(x.data(), bound);
+    EXPECT_EQ(x, bound);
     EXPECT_EQ(0U, fendra_length(handle));
     EXPECT_EQ(0U, fendra_channels(handle));
     EXPECT_EQ(nullptr, fendra_result(handle));
