@@ -11,7 +11,7 @@ set(targets_benchmarks benchmarks peers)
 set(targets_benchmarks/quality quality)
 set(targets_fuzz fuzz-dialog fuzz-text)
 set(targets_tests/frame frame-tests)
-set(targets_tests/library library-tests)
+set(targets_tests/library library-tests library-memory)
 set(targets_tests/support frame-tests signal-tests transform-tests files-tests tests_environment)
 set(targets_tests/window window-tests)
 

@@ -9,42 +9,36 @@ static std::int64_t residentPages() {
     return resident;
 }
 
-// 100 000 calls with a leak of ten bytes each would take 244 pages more.
+// Sanitizers keep for a while what was freed; leaks they tell of by themselves, when the tests end.
+static void expectNoGrowth(std::int64_t before) {
+    if (!FENDRA_INSTRUMENTED) {
+        EXPECT_LT(residentPages(), before + 64);
+    }
+}
+
+// A leak of ten bytes in a call would take 244 pages.
 TEST(LibraryMemory, StaysAsItIsOverManyCalls) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    constexpr int calls = 500;
-#else
-    constexpr int calls = 100000;
-#endif
+    constexpr int calls = FENDRA_INSTRUMENTED ? 10000 : 100000;
     const Signal x = noise(16, 1), kernel = noise(4, 2);
     const Handle handle = openHandle({{"jobs", "1"}});
-    const auto repeat = [&](int times) {
-        for (int i = 0; i < times; ++i) {
-            const auto call = i % 2 == 0 ? fendra_convolve : fendra_deconvolve;
-            ASSERT_EQ(FENDRA_OK, call(handle.get(), x.data(), x.size(), kernel.data(), 4));
-        }
-    };
-    repeat(calls / 10);
-    const std::int64_t before = residentPages();
-    repeat(calls);
-    EXPECT_LT(residentPages(), before + 64);
+    std::int64_t before = 0;
+    for (int i = 0; i < calls; ++i) {
+        const auto call = i % 2 == 0 ? fendra_convolve : fendra_deconvolve;
+        ASSERT_EQ(FENDRA_OK, call(handle.get(), x.data(), x.size(), kernel.data(), 4));
+        before = i == 1000 ? residentPages() : before;
+    }
+    expectNoGrowth(before);
 }
 
 TEST(LibraryMemory, HandlesAndRecordsGoWithAllThatTheyHeld) {
-    const auto once = [] {
-        const Handle handle = openHandle({{"jobs", "1"}, {"method", "regularized"}});
-        ASSERT_EQ(FENDRA_OK, run(handle, Direction::deconvolve, measured(), peak()))
-            << fendra_message(handle.get());
-        ASSERT_STRNE("", fendra_record(handle.get()));
-    };
-    for (int i = 0; i < 20; ++i) {
-        once();
-    }
-    const std::int64_t before = residentPages();
+    std::int64_t before = 0;
     for (int i = 0; i < 200; ++i) {
-        once();
+        const Handle handle = openHandle({{"jobs", "1"}, {"method", "regularized"}});
+        ASSERT_EQ(FENDRA_OK, run(handle, Direction::deconvolve, measured(), peak()));
+        ASSERT_STRNE("", fendra_record(handle.get()));
+        before = i == 20 ? residentPages() : before;
     }
-    EXPECT_LT(residentPages(), before + 64);
+    expectNoGrowth(before);
 }
 
 // Whatever allocation fails: the call says so or gives the whole result, nothing leaks, and the

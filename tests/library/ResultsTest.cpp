@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <limits>
 #include <sstream>
 
@@ -77,19 +78,17 @@ TEST(LibraryResults, ChannelsStandSideBySide) {
     EXPECT_EQ(resultOf(two), joined(left2, resultOf(one)));
 }
 
-// An error bar of nothing, or bounds of another channel, would be seen.
 TEST(LibraryResults, BoundsLieOnEitherSideWhereTheyWereAskedFor) {
     const double *lower = nullptr, *upper = nullptr;
     const Handle handle = openHandle({{"method", "regularized"}, {"uncertainty", ""}});
     ASSERT_EQ(FENDRA_OK, run(handle, Direction::deconvolve, measured(), peak()))
         << fendra_message(handle.get());
     ASSERT_EQ(FENDRA_OK, fendra_band(handle.get(), &lower, &upper));
-    const Signal values = resultOf(handle);
-    ASSERT_EQ(64U, values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        EXPECT_LT(lower[i], values[i]);
-        EXPECT_NEAR(values[i] - lower[i], upper[i] - values[i], 1e-12);
-    }
+    Signal middles;
+    std::transform(
+        lower, lower + 64, upper, std::back_inserter(middles),
+        [](double low, double high) { return low < high ? (low + high) / 2 : HUGE_VAL; });
+    expectNear(middles, resultOf(handle), 1e-12);
     convolved(handle, lines(), peak());
     ASSERT_EQ(FENDRA_OK, fendra_band(handle.get(), &lower, &upper));
     EXPECT_TRUE(lower == nullptr && upper == nullptr);
@@ -97,17 +96,15 @@ TEST(LibraryResults, BoundsLieOnEitherSideWhereTheyWereAskedFor) {
 
 TEST(LibraryResults, AreIndependentOfTheArithmeticOfTheThread) {
     const Signal signal = measured(), kernel = peak();
-    const Handle handle = openHandle({{"method", "regularized"}});
-    ASSERT_EQ(FENDRA_OK, run(handle, Direction::deconvolve, signal, kernel))
-        << fendra_message(handle.get());
-    const Signal expected = resultOf(handle);
-    const std::string record = fendra_record(handle.get());
+    const auto record = [&] {  // with the digest of all samples
+        const Handle handle = openHandle({{"method", "regularized"}});
+        EXPECT_EQ(FENDRA_OK, run(handle, Direction::deconvolve, signal, kernel));
+        return std::string(fendra_record(handle.get()));
+    };
+    const std::string expected = record();
     for (const HostArithmetic::Mode& mode : HostArithmetic::modes()) {
         const HostArithmetic host(mode);
-        const Handle other = openHandle({{"method", "regularized"}});
-        EXPECT_EQ(FENDRA_OK, run(other, Direction::deconvolve, signal, kernel));
-        EXPECT_EQ(fendra_record(other.get()), record);
-        EXPECT_EQ(bits(resultOf(other)), bits(expected));
+        EXPECT_EQ(record(), expected);
         EXPECT_EQ(std::fegetround(), mode.rounding);
     }
 }
