@@ -54,13 +54,17 @@ TEST(LibraryMemory, ExhaustedGivesNoHandle) {
 
 TEST(LibraryMemory, ExhaustedLeavesOptionsAsTheyWere) {
     const Signal signal = lines(), kernel = peak();
+    const Handle handle = openHandle({{"jobs", "1"}});
+    // Then it has room for any message.
+    EXPECT_EQ(FENDRA_BAD_ARGUMENT, fendra_set(handle.get(), std::string(100, 'x').c_str(), ""));
     sweepAllocations([&](const FailingAllocator& memory) {
-        const Handle handle = openHandle({{"jobs", "1"}});
         memory.arm();
         const int code = fendra_set(handle.get(), "pad", "");
         const bool failed = FailingAllocator::disarm();
         EXPECT_EQ(code, failed ? FENDRA_NO_MEMORY : FENDRA_OK);
         EXPECT_EQ(convolved(handle, signal, kernel).size(), failed ? 64U : 127U);
+        EXPECT_EQ(FENDRA_OK, fendra_set(handle.get(), "pad", nullptr));
+        convolved(handle, signal, kernel);
     });
 }
 

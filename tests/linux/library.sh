@@ -33,8 +33,6 @@ header=$(find tree -name fendra.h)
 library=$(find "$PWD/tree" -name libfendra.so.1)
 expect exports "$(grep -oE '\bfendra_[a-z_]+\(' "$header" | tr -d '(' | sort -u | xargs)" \
     "$(nm -D --defined-only --format=just-symbols "$library" | sed -n 's/@@FENDRA_1$//p' | sort | xargs)"
-expect "other exports" FENDRA_1 \
-    "$(nm -D --defined-only --format=just-symbols "$library" | grep -v '^fendra_[a-z_]*@@FENDRA_1$' | xargs)"
 expect soname libfendra.so.1 "$(readelf -d "$library" | sed -n 's/.*soname: \[\(.*\)\]$/\1/p')"
 expect runpath '$ORIGIN/fendra' "$(readelf -d "$library" | sed -n 's/.*runpath: \[\(.*\)\]$/\1/p')"
 expect paths "" "$(grep -rlF -e "$PWD" -e "$root" tree --include=*.pc --include=*.cmake --include=*.h | xargs)"
