@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 // Anything else would be read as another word than the option that it was meant for.
@@ -40,6 +41,7 @@ void readOptions(const std::string& command, const CallOptions& options,
         program.parse(std::vector<std::string>(words.rbegin(), words.rend()));
         act();
     } catch (const CLI::ParseError& error) {
-        throw WrongOption(complaint(program, error, words));
+        constexpr std::size_t enough = 500;  // of a value without an end
+        throw WrongOption(printable(complaint(program, error, words), enough));
     }
 }
