@@ -60,7 +60,7 @@ def convolve(signal: SignalLike, kernel: SignalLike, *,
     signal, kernel : array_like or Signal, shape (samples,) or (samples, channels)
         Real and finite. A signal of one channel goes with each channel of the other.
     domain : {"time", "frequency"}
-        Sums as they are written, or by transforms, which is fast at any length. Default: "time".
+        Sums as they are written, or by transforms, which is fast at any length. Default: "frequency".
     pad : bool
         Zeros are appended, so that nothing wraps round: n + m - 1 samples.
     origin : {"auto", "axis", "max", "none"} or int

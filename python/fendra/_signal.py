@@ -90,9 +90,7 @@ def _axis(given: Any, samples: int, name: str, rate: float, title: str
     first: Any = None
     if points.dtype.kind == "M" or hasattr(given, "tz"):
         first = given[0]
-        points = points - points[0]
-        if points.dtype.kind == "O":  # moments with a zone of time
-            points = np.array([one.total_seconds() * 1e9 for one in points], "m8[ns]")
+        points = np.asarray((given if hasattr(given, "tz") else points) - first)
     time = points.dtype.kind == "m"
     if time:
         points = points / np.timedelta64(1, "s")
