@@ -259,7 +259,8 @@ def compare(signal: SignalLike, kernel: SignalLike, *,
 
     Examples
     --------
-    >>> both = compare([1.0, 4.0, 1.0, 0.0], [1.0, 0.25, 0.0, 0.0], methods=["spectral", "van-cittert"])
+    >>> both = compare([1.0, 4.0, 1.0, 0.0], [1.0, 0.25, 0.0, 0.0], convergence="auto",
+    ...                methods=["spectral", "van-cittert"])
     >>> list(both)
     ['spectral', 'van-cittert']
     >>> both["spectral"].misfit < 1e-15

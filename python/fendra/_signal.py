@@ -24,7 +24,7 @@ def _plain(given: Any, name: str) -> NDArray[Any]:
     """The argument as an array of numbers, of whatever type."""
     if isinstance(given, (str, bytes, os.PathLike)):
         raise SignalError(f"{name} is a name; read the file first: fendra.read({given!r})")
-    if isinstance(given, np.ma.MaskedArray) and np.ma.is_masked(given):
+    if isinstance(given, np.ma.MaskedArray) and np.any(np.ma.getmaskarray(given)):  # type: ignore[no-untyped-call]
         raise SignalError(f"{name} has masked samples; fill them first, as with .filled(0)")
     try:
         array = np.asarray(given)
@@ -53,7 +53,7 @@ def _samples(given: Any, name: str) -> Samples:
             array.max() > _LARGEST_EXACT or array.min() < -_LARGEST_EXACT):
         raise SignalError(f"{name} has integers beyond 2^53, which 64-bit floats do not hold; scale "
                           "or round them, as with .astype(float)")
-    return np.require(array, np.float64, "CA")
+    return np.require(array, np.float64, ["C", "A"])
 
 
 def _number(value: Any, name: str, positive: bool) -> float:
@@ -246,7 +246,9 @@ class Signal:
     def _draw(self, axes: Any, label: Optional[str] = None) -> None:
         axis = self.axis
         x = np.arange(len(self._value)) if axis is None else axis
-        names = self._names if self.channels > 1 and self._names else [label] * self.channels
+        names: Sequence[Optional[str]] = [label] * self.channels
+        if self.channels > 1 and self._names:
+            names = self._names
         for channel, name in zip(self._value.reshape(len(x), -1).T, names):
             axes.plot(x, channel, label=name)
         known = self._facts.axis
