@@ -2,7 +2,7 @@
 # target has the name of its folder. The other folders stand here with their targets, of which their
 # headers have all rights; where a build lacks the first of these, the folder is left out.
 set(targets_kernels/contract kernel_contract)
-set(targets_python/extension fendra_python)
+set(targets_python/extension python_extension)
 set(targets_workbench/window fendra_window)
 foreach(part mat hdf5 netcdf edf mseed)
   set(targets_workbench/parts/${part} workbench_parts_${part})
