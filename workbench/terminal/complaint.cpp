@@ -59,7 +59,7 @@ static std::string complaintOnSurplus(const CLI::App& command, const std::string
         return fmt::format("\"{}\" is not used any more; give {}", shown, former->second);
     }
     return fmt::format("\"{}\" is not an option of {}{}", shown, fullName(command),
-                       suggestion(word, allOptionNames(command)));
+                       suggestion(word.substr(0, word.find('=')), allOptionNames(command)));
 }
 
 // The parser's own words on an option without a value, or with too many, do not say which it was.
