@@ -6,11 +6,6 @@ if(CMAKE_CROSSCOMPILING OR FENDRA_INSTRUMENT)
   return()
 endif()
 
-# On Debian the loader, pkg-config and CMake look in the folder of the architecture, under /usr/local, too.
-if(CMAKE_LIBRARY_ARCHITECTURE)
-  set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Folder of libraries")
-endif()
-include(GNUInstallDirs)
 set(FENDRA_PYTHON_DIR lib/python3/dist-packages CACHE PATH "Folder of the Python package fendra")
 set(own ${CMAKE_INSTALL_LIBDIR}/fendra)
 
@@ -47,10 +42,10 @@ install(FILES ${texts}/_fendra DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-fun
 install(FILES ${texts}/fendra.fish
   DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT program)
 
-# fendra_licences(COMPONENT PACKAGE...): our licence, and those of the packages of Debian whose headers
-# are compiled in.
-function(fendra_licences component)
-  set(folder ${CMAKE_INSTALL_DATADIR}/doc/fendra-${component})
+# fendra_licences(COMPONENT NAME PACKAGE...): our licence, and those of the packages of Debian whose
+# headers are compiled in, in the folder of documents of that name.
+function(fendra_licences component name)
+  set(folder ${CMAKE_INSTALL_DATADIR}/doc/${name})
   install(FILES LICENSE DESTINATION ${folder} COMPONENT ${component})
   foreach(package IN LISTS ARGN)
     install(FILES /usr/share/doc/${package}/copyright
@@ -58,8 +53,8 @@ function(fendra_licences component)
   endforeach()
 endfunction()
 
-fendra_licences(program libcli11-dev libfmt-dev nlohmann-json3-dev)
-fendra_licences(library libcli11-dev libfmt-dev nlohmann-json3-dev)
+fendra_licences(program fendra libcli11-dev libfmt-dev nlohmann-json3-dev)
+fendra_licences(library libfendra1 libcli11-dev libfmt-dev nlohmann-json3-dev)
 
 if(TARGET fendra_window)
   list(APPEND installed fendra_window)
@@ -71,7 +66,20 @@ if(TARGET fendra_window)
   # The window is under another licence than all else.
   install(FILES docs/package/window-part.txt /usr/share/common-licenses/GPL-3
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/fendra-window COMPONENT window)
-  fendra_licences(window libqcustomplot-dev libfmt-dev)
+  fendra_licences(window fendra-window libqcustomplot-dev libfmt-dev)
+endif()
+
+# Library and files for programs in C and C++ are installed by library/.
+fendra_licences(development libfendra-dev)
+list(APPEND installed fendra_library)
+
+if(TARGET fendra_python)
+  list(APPEND installed fendra_python)
+  fendra_find_own(fendra_python ${FENDRA_PYTHON_DIR}/fendra)
+  install(TARGETS fendra_python LIBRARY DESTINATION ${FENDRA_PYTHON_DIR}/fendra COMPONENT python)
+  install(DIRECTORY python/fendra/ DESTINATION ${FENDRA_PYTHON_DIR}/fendra COMPONENT python
+    FILES_MATCHING PATTERN *.py PATTERN *.pyi PATTERN py.typed PATTERN __pycache__ EXCLUDE)
+  fendra_licences(python python3-fendra libcli11-dev libfmt-dev nlohmann-json3-dev pybind11-dev)
 endif()
 
 # All that is installed: cmake --build --target installed.
