@@ -69,9 +69,11 @@ if(TARGET fendra_window)
   fendra_licences(window fendra-window libqcustomplot-dev libfmt-dev)
 endif()
 
-# Library and files for programs in C and C++ are installed by library/.
-fendra_licences(development libfendra-dev)
-list(APPEND installed fendra_library)
+# What programs in C and C++ need is installed by library/.
+if(TARGET fendra_library)
+  list(APPEND installed fendra_library)
+  fendra_licences(development libfendra-dev)
+endif()
 
 if(TARGET fendra_python)
   list(APPEND installed fendra_python)
