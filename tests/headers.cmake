@@ -2,6 +2,7 @@
 # target has the name of its folder. The other folders stand here with their targets, of which their
 # headers have all rights; where a build lacks the first of these, the folder is left out.
 set(targets_kernels/contract kernel_contract)
+set(targets_library fendra_library)
 set(targets_workbench/window fendra_window)
 foreach(part mat hdf5 netcdf edf mseed)
   set(targets_workbench/parts/${part} workbench_parts_${part})
@@ -10,6 +11,7 @@ set(targets_benchmarks benchmarks peers)
 set(targets_benchmarks/quality quality)
 set(targets_fuzz fuzz-dialog fuzz-text)
 set(targets_tests/frame frame-tests)
+set(targets_tests/library library-tests)
 set(targets_tests/support frame-tests signal-tests transform-tests files-tests tests_environment)
 set(targets_tests/window window-tests)
 

@@ -3,6 +3,7 @@
 # header.
 set(target_workbench fendra)
 set(target_workbench/window fendra_window)
+set(target_library fendra_library)
 set(rows
   "platform CString"
   "host B_BasisModule platform"
@@ -32,6 +33,7 @@ set(rows
   "workbench/batch BatchRun host platform workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs"
   "workbench/terminal help host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch"
   "workbench/calls FoldCall host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch workbench/terminal"
+  "library fendra host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch workbench/terminal workbench/calls"
   "workbench/desktop windowExports host platform workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/figures"
   "workbench/commands Command host platform workbench/messages workbench/analysis workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/treatment workbench/jobs workbench/batch workbench/figures workbench/reporting workbench/terminal workbench/desktop"
   "workbench/window text host platform workbench/messages workbench/analysis workbench/treatment workbench/system workbench/signals workbench/files workbench/files/disk workbench/methods workbench/module workbench/jobs workbench/figures workbench/desktop"

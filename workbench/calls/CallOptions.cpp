@@ -40,6 +40,6 @@ void readOptions(const std::string& command, const CallOptions& options,
         program.parse(std::vector<std::string>(words.rbegin(), words.rend()));
         act();
     } catch (const CLI::ParseError& error) {
-        throw WrongOption(complaint(program, error, words));
+        throw WrongOption(printable(complaint(program, error, words)));
     }
 }

@@ -1,6 +1,5 @@
 #include "workbench/calls/CallSignal.h"
 
-#include "workbench/messages/Failure.h"
 #include "workbench/signals/valueCount.h"
 
 #include <fmt/format.h>
@@ -47,13 +46,14 @@ static bool isOdd(double value) {
 
 SignalSource sourceOf(const CallSignal& signal, bool allowNonfinite) {
     if (signal.samples < 1 || signal.channels < 1 || signal.interleaved == nullptr) {
-        throw Failure(fmt::format("{} has no samples; give an array of one or more", signal.name));
+        throw WrongSignal(
+            fmt::format("{} has no samples; give an array of one or more", signal.name));
     }
     const std::size_t count = valueCount(signal.samples, signal.channels);
     const double* const end = signal.interleaved + count;
     const double* const odd = allowNonfinite ? end : std::find_if(signal.interleaved, end, isOdd);
     if (odd != end) {
-        throw Failure(
+        throw WrongSignal(
             fmt::format("{}: sample {} is {}; replace it, or accept it with --allow-nonfinite",
                         signal.name, (odd - signal.interleaved) / signal.channels + 1, *odd));
     }

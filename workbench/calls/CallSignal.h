@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/messages/Failure.h"
 #include "workbench/signals/Signal.h"
 #include "workbench/signals/SignalSource.h"
 
@@ -18,7 +19,13 @@ struct CallSignal {
     std::optional<SignalAxis> axis = {};
 };
 
-// A source that reads it in place. Failure if it has no sample, or NaN or infinity and may not.
+// A signal that cannot be used as it was given.
+class WrongSignal : public Failure {
+public:
+    using Failure::Failure;
+};
+
+// A source that reads it in place. WrongSignal if it has no sample, or NaN or infinity and may not.
 SignalSource sourceOf(const CallSignal& signal, bool allowNonfinite);
 
 // A copy, for whoever needs it beyond the call. std::bad_alloc.

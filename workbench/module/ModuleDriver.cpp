@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include <cstddef>
+#include <new>
 #include <optional>
 
 // A port may take several kinds of signal; the first one says enough.
@@ -95,7 +96,7 @@ void ModuleDriver::step() {
     const int code = module.Process();
     module.Done();
     if (watch.reason == RunFailure::memoryExhausted) {
-        throw Failure(noMemoryLeft);
+        throw std::bad_alloc();
     }
     if (watch.reason == RunFailure::stopped) {
         throw Stopped("stopped; nothing is written");

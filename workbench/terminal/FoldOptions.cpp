@@ -42,7 +42,9 @@ void FoldOptions::addFolding(CLI::App& command) {
 }
 
 void FoldOptions::addScaling(CLI::App& command) {
-    command.add_option("--rate", rate, rateText)
+    const auto take = [this](const std::string& word) { rate = numberOf(word); };
+    command
+        .add_option_function<std::string>("--rate", take, rateText)  // in any locale
         ->check(positiveNumber("sampling rate"))
         ->type_name("HZ")
         ->group("Signals");
