@@ -3,6 +3,7 @@
 # headers have all rights; where a build lacks the first of these, the folder is left out.
 set(targets_kernels/contract kernel_contract)
 set(targets_library fendra_library)
+set(targets_python/extension fendra_python)
 set(targets_workbench/window fendra_window)
 foreach(part mat hdf5 netcdf edf mseed)
   set(targets_workbench/parts/${part} workbench_parts_${part})

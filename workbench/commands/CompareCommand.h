@@ -3,14 +3,10 @@
 #include "workbench/commands/PageOptions.h"
 #include "workbench/commands/PlotOptions.h"
 #include "workbench/jobs/CompareJob.h"
-#include "workbench/methods/Setting.h"
-#include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/CompareOptions.h"
 #include "workbench/terminal/JobsOption.h"
-#include "workbench/terminal/SettingOptions.h"
-#include "workbench/terminal/TreatmentOptions.h"
 
 #include <string>
-#include <vector>
 
 namespace CLI {
 class App;
@@ -26,7 +22,7 @@ public:
     void run() const;
 
     // What was given, as a job, for whoever runs it otherwise.
-    [[nodiscard]] ModuleLibrary library() const { return input.library(); }
+    [[nodiscard]] ModuleLibrary library() const { return options.library(); }
     [[nodiscard]] CompareJob job() const;
 
 private:
@@ -34,12 +30,8 @@ private:
     [[nodiscard]] std::string wordsWithoutOutput(const CompareJob& job) const;
 
     std::string signal, kernel, truth, output;
-    std::vector<std::string> methods = Setting::named("method").wordList();
-    SettingOptions options{FendraSettings::deconvolution};
-    TreatmentOptions treatments;
-    double rate = 0.0;  // 0: from the files
-    bool pad = false, replace = false, json = false, quiet = false;
-    InputOptions input;
+    CompareOptions options;
+    bool replace = false, json = false, quiet = false;
     PageOptions page;
     PlotOptions plot;
     JobsOption jobs;

@@ -2,59 +2,38 @@
 #include "workbench/commands/CompareCommand.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
-#include "workbench/methods/Method.h"
 #include "workbench/reporting/figures.h"
 #include "workbench/reporting/pages.h"
 #include "workbench/terminal/Progress.h"
 #include "workbench/terminal/comparisonText.h"
-#include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <memory>
 
 // The signals are read once, for all methods.
 CompareJob CompareCommand::job() const {
-    CompareJob job;
-    job.settings = options.settings();
-    job.leftToData = options.leftToData();
-    std::vector<FendraSettings> used;
-    for (const std::string& word : methods) {
-        FendraSettings settings = job.settings;
-        Setting::named("method").assign(settings, word);
-        used.push_back(settings);
-        job.methods.push_back(Method::selectedBy(settings));
-    }
-    options.refuseIgnored(used);
-    treatments.refuseIgnored(used, pad);
-    ReadOptions reading = input.reading();
+    CompareJob job = options.job();
+    ReadOptions reading = options.reading();
     reading.digest = !page.file.empty();
-    job.signal =
-        std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(signal), reading)));
-    job.kernel =
-        std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(kernel), reading)));
+    const auto whole = [&](const std::string& file) {
+        return std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(file), reading)));
+    };
+    job.signal = whole(signal);
+    job.kernel = whole(kernel);
     if (!truth.empty()) {
-        job.truth = sourceOf(
-            std::make_shared<const Signal>(Signal::of(*openSignal(SourceName(truth), reading))));
+        job.truth = sourceOf(whole(truth));
     }
-    job.treatment = treatments.treatment();
-    job.pad = pad;
-    job.rate = rate;
-    job.allowNonfinite = input.allowNonfinite;
     job.threads = jobs.threads;
     return job;
 }
 
 // The command line that gives the same results again.
 std::string CompareCommand::words(const CompareJob& job) const {
-    return fmt::format("fendra compare {} {} --methods {}{}{}{}{}{}{}{}", quoted(signal),
-                       quoted(kernel), fmt::join(methods, ","), options.words(),
-                       treatmentWords(job.treatment), pad ? " --pad" : "",
-                       rate == 0.0 ? "" : fmt::format(" --rate {}", rate), input.words(),
-                       truth.empty() ? "" : " --truth " + quoted(truth),
+    return fmt::format("fendra compare {} {}{}{}{}", quoted(signal), quoted(kernel),
+                       options.words(job), truth.empty() ? "" : " --truth " + quoted(truth),
                        output.empty() ? "" : " -o " + quoted(output));
 }
 
@@ -69,7 +48,7 @@ void CompareCommand::run() const {
     const std::unique_ptr<PageFile> pageFile = page.open(replace);
     const std::unique_ptr<PlotFile> picture = plot.open(replace);
     const CompareJob comparison = job();
-    const ModuleLibrary library = input.library();
+    const ModuleLibrary library = options.library();
     Progress progress("", quiet);
     const std::vector<MethodOutcome> outcomes = ::run(comparison, library, progress);
     progress.end();
@@ -102,20 +81,7 @@ void CompareCommand::run() const {
 void CompareCommand::addTo(CLI::App& command) {
     command.add_option("SIGNAL", signal, signalFileText)->required()->type_name("FILE");
     command.add_option("KERNEL", kernel, signalFileText)->required()->type_name("FILE");
-    command.add_option("--methods", methods, "comma-separated list of methods")
-        ->delimiter(',')
-        ->check(choice(Setting::named("method").wordList()))
-        ->type_name("")
-        ->default_str("all")
-        ->group("Method");
-    options.addTo(command, {"method", "per"});
-    treatments.addTo(command, TreatmentOptions::Scope::comparison);
-    command.add_flag("--pad", pad, "append zeros, so that nothing wraps round")->group("Signals");
-    command.add_option("--rate", rate, rateText)
-        ->check(positiveNumber("sampling rate"))
-        ->type_name("HZ")
-        ->group("Signals");
-    input.addTo(command);
+    options.addTo(command);
     command.add_option("--truth", truth, "the signal that should come out")
         ->type_name("FILE")
         ->group("Result");

@@ -32,6 +32,10 @@ void InputOptions::addReadingTo(CLI::App& command) {
         ->group("Signals");
     text.addTo(command);
     addNonfiniteTo(command);
+    addLossyTo(command);
+}
+
+void InputOptions::addLossyTo(CLI::App& command) {
     command
         .add_flag(
             "--lossy", lossy,

@@ -24,6 +24,7 @@ struct InputOptions {
     void addReadingTo(CLI::App& command);    // where no module runs
     void addModuleTo(CLI::App& command);     // alone, where no signals are read
     void addNonfiniteTo(CLI::App& command);  // alone, where signals are in memory
+    void addLossyTo(CLI::App& command);
 
     [[nodiscard]] ReadOptions reading() const {
         return {.allowNonfinite = allowNonfinite,

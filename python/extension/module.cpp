@@ -1,0 +1,48 @@
+#include "python/extension/folding.h"
+#include "workbench/calls/CallOptions.h"
+#include "workbench/messages/Failure.h"
+
+#include <exception>
+#include <new>
+#include <pybind11/pybind11.h>
+#include <stdexcept>
+
+namespace py = pybind11;
+
+// The classes of exceptions are the package's own. They live as long as the process.
+static PyObject* errorClass(const char* name) {
+    return py::module_::import("fendra.errors").attr(name).cast<py::object>().release().ptr();
+}
+
+// Text that a file or its name gave may not be UTF-8.
+static void raise(PyObject* type, const std::exception& error) {
+    const std::string text = error.what();
+    const auto size = static_cast<Py_ssize_t>(text.size());
+    const auto message =
+        py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(text.data(), size, "replace"));
+    PyErr_SetObject(type, message.ptr());
+}
+
+static void translate(std::exception_ptr thrown) {
+    static PyObject* const wrongOption = errorClass("OptionError");
+    static PyObject* const failed = errorClass("Error");
+    static PyObject* const noMemory = errorClass("MemoryExhausted");
+    try {
+        std::rethrow_exception(std::move(thrown));
+    } catch (const WrongOption& error) {
+        raise(wrongOption, error);
+    } catch (const Failure& error) {
+        raise(error.what() == std::string(noMemoryLeft) ? noMemory : failed, error);
+    } catch (const std::bad_alloc&) {
+        raise(noMemory, Failure(noMemoryLeft));
+    } catch (const std::length_error&) {  // a size beyond what vectors hold
+        raise(noMemory, Failure(noMemoryLeft));
+    }
+}
+
+PYBIND11_MODULE(_fendra, module) {
+    module.attr("version") = FENDRA_VERSION;
+    py::register_local_exception_translator(&translate);
+    addSignals(module);
+    addFolding(module);
+}
