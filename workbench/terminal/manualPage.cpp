@@ -8,7 +8,8 @@
 
 #include <string>
 
-// Text for the man page formatter, in which a backslash, a hyphen and a leading dot mean something.
+// Text for the man page formatter, in which a backslash, a hyphen and a leading dot mean something,
+// and which breaks no word by itself.
 static std::string escaped(const std::string& text) {
     std::string result;
     for (const char c : text) {
@@ -16,6 +17,8 @@ static std::string escaped(const std::string& text) {
             result += "\\e";
         } else if (c == '-') {
             result += "\\-";
+        } else if (c == '|') {  // a line may break after it
+            result += "|\\:";
         } else if ((c == '.' || c == '\'') && (result.empty() || result.back() == '\n')) {
             result += std::string("\\&") + c;
         } else {
