@@ -103,16 +103,22 @@ filesOfSystem() {
         -path /var/lib/dpkg -o -path /var/lib/apt -o -path /var/cache -o -path /var/log \) -prune -o -print | sort
 }
 
+# What other packages leave behind that come along is not ours: those stay for the comparison.
 inSystem() {
     export DEBIAN_FRONTEND=noninteractive root=
+    local ours=(fendra fendra-window libfendra1 libfendra-dev python3-fendra)
     run apt apt-get install -y gcc libc6-dev pkg-config cmake make g++ || exit
+    run apt apt-get install -y "${debs[@]}" || exit
+    grep -E '^(Need to get|After this operation)' "$scratch/said"
+    run apt apt-get purge -y "${ours[@]}"
     filesOfSystem > "$scratch/before"
+    expect "what is left" "" "$(grep fendra "$scratch/before" | xargs)"
     run apt apt-get install -y "${debs[@]}" || exit
     tryAll
-    run apt apt-get purge -y fendra fendra-window libfendra1 libfendra-dev python3-fendra
-    run apt apt-get autoremove --purge -y
+    run apt apt-get purge -y "${ours[@]}"
     filesOfSystem > "$scratch/after"
     expect "what is left" "" "$(comm -13 "$scratch/before" "$scratch/after" | head -n 20 | xargs)"
+    expect "what is gone" "" "$(comm -23 "$scratch/before" "$scratch/after" | head -n 20 | xargs)"
 }
 
 inFolder() {
