@@ -14,7 +14,7 @@ if(TARGET fendra_window)  # which is under another licence than all else
   list(APPEND packed fendra_window)
   list(APPEND copyrights libqcustomplot-dev)
   install(FILES docs/package/window-part.txt /usr/share/common-licenses/GPL-3
-    DESTINATION fendra-${PROJECT_VERSION}-linux64/licences COMPONENT package)
+    DESTINATION fendra-${PROJECT_VERSION}-linux64/licences COMPONENT package EXCLUDE_FROM_ALL)
 endif()
 get_property(parts GLOBAL PROPERTY FENDRA_PARTS)
 list(APPEND packed ${parts})
@@ -22,9 +22,15 @@ math(EXPR bits "8 * ${CMAKE_SIZEOF_VOID_P}")
 set(folder fendra-${PROJECT_VERSION}-${system}${bits})
 
 install(TARGETS ${packed}
-  RUNTIME DESTINATION ${folder} COMPONENT package
-  LIBRARY DESTINATION ${folder} COMPONENT package
+  RUNTIME DESTINATION ${folder} COMPONENT package EXCLUDE_FROM_ALL
+  LIBRARY DESTINATION ${folder} COMPONENT package EXCLUDE_FROM_ALL
   ARCHIVE EXCLUDE_FROM_ALL COMPONENT import)
+# Here the program finds its libraries beside itself, and not where cmake/Install.cmake puts them.
+get_target_property(installedPath fendra INSTALL_RPATH)
+if(NOT installedPath STREQUAL CMAKE_INSTALL_RPATH)
+  install(CODE "file(RPATH_CHANGE FILE \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${folder}/fendra\"
+    OLD_RPATH \"${installedPath}\" NEW_RPATH \"${CMAKE_INSTALL_RPATH}\")" COMPONENT package EXCLUDE_FROM_ALL)
+endif()
 set(readme ${PROJECT_BINARY_DIR}/readme)
 # The read-me of the system tells by this what the target has and lacks. Its line ends come last.
 set(about docs/package/${system}${bits}.txt)
@@ -33,11 +39,11 @@ file(READ ${about} about)
 configure_file(docs/package/${system}.txt ${readme}/draft.txt @ONLY)
 configure_file(${readme}/draft.txt ${readme}/README.txt @ONLY NEWLINE_STYLE ${lineEnds})
 configure_file(LICENSE ${readme}/LICENSE.txt @ONLY NEWLINE_STYLE ${lineEnds})
-install(FILES ${readme}/README.txt ${readme}/LICENSE.txt DESTINATION ${folder} COMPONENT package)
+install(FILES ${readme}/README.txt ${readme}/LICENSE.txt DESTINATION ${folder} COMPONENT package EXCLUDE_FROM_ALL)
 install(FILES samples/xrf-spectrum.csv samples/xrf-zero-peak.csv
-  DESTINATION ${folder}/samples COMPONENT package)
+  DESTINATION ${folder}/samples COMPONENT package EXCLUDE_FROM_ALL)
 install(FILES samples/licences/pymca-mit.txt
-  DESTINATION ${folder}/licences RENAME samples.txt COMPONENT package)
+  DESTINATION ${folder}/licences RENAME samples.txt COMPONENT package EXCLUDE_FROM_ALL)
 # What is built from sources of Debian has its licences there, in full.
 if(WIN32)
   set(licences_libsndfile debian/copyright COPYING src/ALAC/LICENSE)
@@ -48,10 +54,10 @@ if(WIN32)
       file(READ ${PROJECT_SOURCE_DIR}/build/sources/${package}/${text} licence)
       file(APPEND ${readme}/${package}.txt "${licence}\n")
     endforeach()
-    install(FILES ${readme}/${package}.txt DESTINATION ${folder}/licences COMPONENT package)
+    install(FILES ${readme}/${package}.txt DESTINATION ${folder}/licences COMPONENT package EXCLUDE_FROM_ALL)
   endforeach()
 endif()
 foreach(package IN LISTS copyrights)
   install(FILES /usr/share/doc/${package}/copyright
-    DESTINATION ${folder}/licences RENAME ${package}.txt COMPONENT package)
+    DESTINATION ${folder}/licences RENAME ${package}.txt COMPONENT package EXCLUDE_FROM_ALL)
 endforeach()

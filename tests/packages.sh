@@ -22,7 +22,7 @@ try() {
         read -ra words <<< "${line%$'\r'}"
         "${fendra[@]}" "${words[@]:1}" > said || fail "$1: $line"
         ! grep relativeError said | grep -v ' 5\.9.*e-11' || fail "$1: $line"
-    done < <(grep -E '^  (\./)?fendra ' README.txt)
+    done < <(grep -E '^  (\.[/\\])?fendra (convolve|deconvolve|--help)' README.txt)
     [ -e restored.csv ] || fail "$1: the read-me has nothing to try"
     read -ra words < <("${fendra[@]}" selftest | grep '^all ')
     [ "${words[*]}" = "$digest" ] || fail "$1: selftest: ${words[*]}"

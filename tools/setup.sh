@@ -12,6 +12,8 @@ linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 ne
 windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest libz-mingw-w64-dev dpkg-dev wine64)
 windowsSources=(libsndfile flac)
 packagePackages=(git zip)
+debPackages=(git debhelper dh-python python3-dev pybind11-dev)
+debTestPackages=(lintian man-db desktop-file-utils zsh fish python3-numpy)
 benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
     python3-scipy miller)
 windowPackages=(xvfb xauth chromium)

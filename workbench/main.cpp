@@ -36,7 +36,7 @@ static int runCommand(std::vector<std::string> words) {
     program.set_help_flag("-h,--help", "show this help");
     program.set_version_flag("--version", "fendra " FENDRA_VERSION, "show the program's version");
     program.formatter(std::make_shared<Help>());
-    program.footer(programExamples);
+    program.footer(programExamples());
     program.require_subcommand(1);
     for (const Command* command : Command::all()) {
         command->add(program);

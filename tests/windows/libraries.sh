@@ -1,6 +1,6 @@
 #!/bin/bash
 # libraries.sh OBJDUMP WINDRES FOLDER: the module in FOLDER exports its eight names and holds its
-# resources, and the libraries there import from the system and from each other alone.
+# resources, the program has an icon and a version, and the libraries there import from the system and from each other alone.
 set -uo pipefail
 objdump=$1 windres=$2 folder=$3 failed=0
 
@@ -50,6 +50,12 @@ expected=$(
     printf '%s\n' string/{53278,53622,53638,53640,53641,53642,53643,53644,53645,53646,53647,53648}/{7,9}
 )
 expect resources "$(sort <<<"$expected")" "$resources"
+
+# The program shows its icon, a group of one, and its version.
+program=$("$windres" -J coff -i "$folder/fendra.exe" -O rc)
+expect "icons of the program" "3/1 14/1" \
+    "$(awk '/^[0-9]+ (3|14) / {print $2 "/" $1}' <<<"$program" | sort -n | xargs)"
+grep -qE 'VALUE "ProductName", *L?"Fendra' <<<"$program" || expect "version of the program" "ProductName Fendra" "not there"
 
 # Texts stand in UTF-16, those of lists in Windows-1252.
 bytes=$(od -An -v -tx1 "$folder/fendra.dll" | tr -d ' \n')

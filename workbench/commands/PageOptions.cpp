@@ -3,6 +3,8 @@
 #include "platform/userLanguage.h"
 #include "workbench/signals/SourceName.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/system/offer.h"
+#include "workbench/terminal/help.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -46,7 +48,7 @@ void PageOptions::addTo(CLI::App& command) {
             "command line that gives the same again")
         ->check(CLI::Validator(check, ""))
         ->type_name("FILE")
-        ->group("Result");
+        ->group(groupWhere(Offer::here.windows, "Result"));
 }
 
 std::unique_ptr<PageFile> PageOptions::open(bool replace) const {

@@ -1,6 +1,8 @@
 #include "workbench/commands/PlotOptions.h"
 
 #include "workbench/signals/SourceName.h"
+#include "workbench/system/offer.h"
+#include "workbench/terminal/help.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -70,7 +72,7 @@ static void addLooks(CLI::App& command, PlotOptions& options, CLI::Option* neede
             ->type_name("X"),
         command.add_option("--to", options.to, "where the picture ends")->type_name("X")};
     for (CLI::Option* const option : all) {
-        option->group("Picture");
+        option->group(groupWhere(Offer::here.windows, "Picture"));
         if (needed != nullptr) {
             option->needs(needed);
         }
@@ -85,7 +87,7 @@ void PlotOptions::addTo(CLI::App& command) {
                         ".png, .svg or .pdf")
             ->check(pictureName())
             ->type_name("FILE")
-            ->group("Picture");
+            ->group(groupWhere(Offer::here.windows, "Picture"));
     addLooks(command, *this, plot);
 }
 

@@ -2,7 +2,9 @@
 
 #include "workbench/system/Program.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/system/offer.h"
 #include "workbench/terminal/OutputOptions.h"
+#include "workbench/terminal/help.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
@@ -20,7 +22,7 @@ void SlurmOptions::addTo(CLI::App& command, CLI::Option& shard) {
                         "all nodes see them")
             ->check(countUpTo(std::numeric_limits<std::int32_t>::max(), "number of tasks"))
             ->type_name("N")
-            ->group("Parts")
+            ->group(groupWhere(Offer::here.cluster, "Parts"))
             ->excludes(&shard);
     command
         .add_option("--slurm-options", submission,
@@ -28,7 +30,7 @@ void SlurmOptions::addTo(CLI::App& command, CLI::Option& shard) {
                     "--cpus-per-task=2'. A task works with as many jobs as it has cores of its "
                     "node, unless --jobs says otherwise")
         ->type_name("OPTIONS")
-        ->group("Parts")
+        ->group(groupWhere(Offer::here.cluster, "Parts"))
         ->needs(slurm);
 }
 

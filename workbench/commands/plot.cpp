@@ -2,7 +2,9 @@
 #include "workbench/commands/PlotOptions.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/reporting/figures.h"
+#include "workbench/system/offer.h"
 #include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/help.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
@@ -70,6 +72,7 @@ static void addPlot(CLI::App& program) {
         "No sample is hidden: a column of pixels shows the lowest and the highest of its samples. "
         "NaN is a gap, and an infinity stands on the edge. The picture is the same on every "
         "machine with the same libraries and fonts, with or without a display.");
+    command.group(groupWhere(Offer::here.windows, command.get_group()));
     command.footer(
         "  fendra plot speech.wav -o speech.png\n"
         "  fendra plot measured.csv restored.csv -o both.svg\n"

@@ -9,7 +9,9 @@
 #include "workbench/module/FendraModule.h"
 #include "workbench/module/StoredGraph.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/system/offer.h"
 #include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/help.h"
 #include "workbench/terminal/settingWords.h"
 
 #include <CLI/CLI.hpp>
@@ -112,19 +114,25 @@ void SettingsCommand::run() const {
 static void addSettings(CLI::App& program) {
     CLI::App& command = *program.add_subcommand(
         "settings",
-        "Choose settings and keep them in a stored graph.\n"
-        "Opens the module's own settings dialog on GRAPH, or with --set fills it in and presses "
-        "OK: values that it would not offer are rejected. GRAPH is replaced on OK, as a whole, and "
-        "otherwise stays as it was. If it does not exist, the dialog starts from the module's "
-        "defaults. A graph holds the settings of one module and nothing else: a file with trailing "
-        "data is rejected, as is one of another version of the module. The settings in the record "
-        "of a run, given to --set, are taken whole.");
-    command.footer(
-        "  fendra settings lines.graph                      in the module's dialog\n"
+        fmt::format(
+            "Choose settings and keep them in a stored graph.\n"
+            "{} and presses OK: values that it would not offer are rejected. GRAPH is replaced on "
+            "OK, as a whole, and otherwise stays as it was. If it does not exist, the dialog "
+            "starts from the module's defaults. A graph holds the settings of one module and "
+            "nothing else: a file with trailing data is rejected, as is one of another version of "
+            "the module. The settings in the record of a run, given to --set, are taken whole.",
+            Offer::here.windows
+                ? "Opens the module's own settings dialog on GRAPH, or with --set fills it in"
+                : "Fills in the module's own settings dialog for GRAPH, by --set,"));
+    command.footer(fmt::format(
+        "{}"
         "  fendra settings lines.graph --set direction=deconvolution method=van-cittert\n"
         "  fendra settings lines.graph --set convergence=0.5 --set max-iterations=30\n"
-        "  fendra deconvolve lines.csv peak.csv --graph lines.graph\n"
-        "  fendra settings lines.graph --picture dialog.png\n");
+        "  fendra deconvolve lines.csv peak.csv --graph lines.graph\n",
+        Offer::here.windows
+            ? "  fendra settings lines.graph                      in the module's dialog\n"
+              "  fendra settings lines.graph --picture dialog.png\n"
+            : ""));
     const auto settings = std::make_shared<SettingsCommand>();
     command.add_option("GRAPH", settings->graph, "the file of a stored graph")
         ->required()
@@ -141,8 +149,10 @@ static void addSettings(CLI::App& program) {
         .add_option("--picture", settings->picture,
                     "paint the dialog into a PNG file instead of showing it; nothing is stored")
         ->type_name("FILE")
-        ->excludes(set);
-    command.add_flag("--force", settings->replace, "replace the picture if it exists");
+        ->excludes(set)
+        ->group(groupWhere(Offer::here.windows, "Options"));
+    command.add_flag("--force", settings->replace, "replace the picture if it exists")
+        ->group(groupWhere(Offer::here.windows, "Options"));
     settings->input.addModuleTo(command);
     command.callback([settings] { settings->run(); });
 }

@@ -3,7 +3,9 @@
 #include "workbench/desktop/WindowLibrary.h"
 #include "workbench/files/disk/OutputFile.h"
 #include "workbench/messages/Failure.h"
+#include "workbench/system/offer.h"
 #include "workbench/terminal/InputOptions.h"
+#include "workbench/terminal/help.h"
 #include "workbench/terminal/values.h"
 
 #include <CLI/CLI.hpp>
@@ -50,6 +52,7 @@ static void addView(CLI::App& program) {
         "Shows signal, kernel, result, residual and spectra, runs anew when an option changes, and "
         "hands over the command line that gives the same result, and the picture. Needs a "
         "display.");
+    command.group(groupWhere(Offer::here.windows, command.get_group()));
     command.footer(
         "  fendra view measured.csv kernel.csv\n"
         "  fendra view speech.wav                      the kernel is opened in the window\n");

@@ -4,15 +4,24 @@
 #include "workbench/messages/Failure.h"
 #include "workbench/messages/Printable.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/system/offer.h"
 
 #include <fmt/format.h>
 
+static void requireSystem() {
+    if (!Offer::here.windows) {
+        throw Failure("there are no windows and pictures of fendra on this system, only on Linux");
+    }
+}
+
 static SharedLibrary loadWindow() {
+    requireSystem();
     const std::filesystem::path file = SharedLibrary::ownFile("fendra-window");
     if (!std::filesystem::is_regular_file(file)) {
         throw Failure(fmt::format(
-            "{} does not exist, which paints pictures and opens windows; install qt6-base-dev, "
-            "qt6-svg-dev, qt6-l10n-tools and libqcustomplot-dev and build fendra again",
+            "{} does not exist, which paints pictures and opens windows; install the package "
+            "fendra-window, or qt6-base-dev, qt6-svg-dev, qt6-l10n-tools and libqcustomplot-dev "
+            "and build fendra again",
             printable(nameOf(file))));
     }
     try {
@@ -26,6 +35,7 @@ static SharedLibrary loadWindow() {
 }
 
 void WindowLibrary::requireDisplay() {
+    requireSystem();
     if (!displayAvailable()) {
         throw Failure("there is no display to open a window on");
     }

@@ -58,7 +58,8 @@ struct Format {
     // In the order in which they are tried on a file.
     static const std::vector<const Format*>& all();
 
-    // All names, with that word before the last: "WAV, W64, RF64, ... and UTF-8 text".
+    // What this system has of them. All names, with that word before the last: "WAV, W64, RF64, ...
+    // and UTF-8 text".
     static std::string names(std::string_view lastWord);
 
     // All endings of what can be written: ".wav .w64 .rf64 ... .txt .dat".

@@ -29,6 +29,20 @@ std::string fullName(const CLI::App& command) {
     return name;
 }
 
+std::vector<const CLI::Option*> shownOptions(const CLI::App& command) {
+    return command.get_options(
+        [](const CLI::Option* option) { return !option->get_group().empty(); });
+}
+
+std::vector<const CLI::App*> shownCommands(const CLI::App& command) {
+    return command.get_subcommands(
+        [](const CLI::App* below) { return !below->get_group().empty(); });
+}
+
+std::string groupWhere(bool isHere, const std::string& group) {
+    return isHere ? group : "";
+}
+
 std::vector<std::string> optionNames(const CLI::Option& option) {
     std::vector<std::string> names;
     for (const std::string& name : option.get_snames()) {
@@ -98,7 +112,7 @@ static std::string entry(const std::string& left, const std::string& right) {
 
 static std::string argumentEntries(const CLI::App& command) {
     std::string text;
-    for (const CLI::Option* option : command.get_options()) {
+    for (const CLI::Option* option : shownOptions(command)) {
         if (option->get_positional()) {
             text += entry(term(*option), explanation(*option));
         }
@@ -112,7 +126,7 @@ static std::string optionEntries(const CLI::App& command) {
     const std::string noGroup = "Options";
     std::vector<std::string> groups;
     std::map<std::string, std::string> entries;
-    for (const CLI::Option* option : command.get_options()) {
+    for (const CLI::Option* option : shownOptions(command)) {
         if (!option->get_positional()) {
             const std::string group = option->get_group();
             if (group != noGroup && !entries.contains(group)) {
@@ -133,8 +147,8 @@ static std::string optionEntries(const CLI::App& command) {
 static std::string usage(const CLI::App& command) {
     const bool isProgram = command.get_parent() == nullptr;
     std::string line = isProgram ? "fendra COMMAND" : "fendra " + fullName(command);
-    line += !isProgram && !command.get_subcommands({}).empty() ? " COMMAND" : "";
-    for (const CLI::Option* option : command.get_options()) {
+    line += !isProgram && !shownCommands(command).empty() ? " COMMAND" : "";
+    for (const CLI::Option* option : shownOptions(command)) {
         if (option->get_positional()) {
             const std::string name = option->get_name(true);
             line += option->get_required() ? " " + name : " [" + name + "]";
@@ -151,7 +165,7 @@ std::string Help::make_help(const CLI::App* command, std::string /*name*/,
     const std::string arguments = argumentEntries(*command);
     text += arguments.empty() ? "" : "\nArguments:\n" + arguments;
     text += optionEntries(*command);
-    const std::vector<const CLI::App*> subcommands = command->get_subcommands({});
+    const std::vector<const CLI::App*> subcommands = shownCommands(*command);
     text += subcommands.empty() ? "" : "\nCommands:\n";
     for (const CLI::App* subcommand : subcommands) {
         text += entry(subcommand->get_name(), summary(*subcommand));

@@ -13,6 +13,14 @@ std::string details(const CLI::App& command);
 // "batch convolve": the words that lead to a command.
 std::string fullName(const CLI::App& command);
 
+// Its options and commands except for those that are there to refuse: what this system lacks, which
+// have no group.
+std::vector<const CLI::Option*> shownOptions(const CLI::App& command);
+std::vector<const CLI::App*> shownCommands(const CLI::App& command);
+
+// The group of an option or command that not every system has.
+std::string groupWhere(bool isHere, const std::string& group);
+
 // "-o", "--output"; none for an argument without a name.
 std::vector<std::string> optionNames(const CLI::Option& option);
 // The words that an option's value is one of, if it is a choice.

@@ -8,7 +8,8 @@
 
 #include <string>
 
-// Text for the man page formatter, in which a backslash, a hyphen and a leading dot mean something.
+// Text for the man page formatter, in which a backslash, a hyphen and a leading dot mean something,
+// and which breaks no word by itself.
 static std::string escaped(const std::string& text) {
     std::string result;
     for (const char c : text) {
@@ -16,6 +17,8 @@ static std::string escaped(const std::string& text) {
             result += "\\e";
         } else if (c == '-') {
             result += "\\-";
+        } else if (c == '|') {  // a line may break after it
+            result += "|\\:";
         } else if ((c == '.' || c == '\'') && (result.empty() || result.back() == '\n')) {
             result += std::string("\\&") + c;
         } else {
@@ -33,7 +36,7 @@ static std::string commandSection(const CLI::App& command) {
     std::string section =
         fmt::format(".SS fendra {}\n{}\n{}\n.PP\n{}", fullName(command), escaped(summary(command)),
                     escaped(details(command)), examples(command.get_footer()));
-    for (const CLI::Option* option : command.get_options()) {
+    for (const CLI::Option* option : shownOptions(command)) {
         section += fmt::format(".TP\n\\fB{}\\fR\n{}\n", escaped(term(*option)),
                                escaped(explanation(*option)));
     }
@@ -46,9 +49,9 @@ std::string manualPage(const CLI::App& program) {
         ".SH SYNOPSIS\n\\fBfendra\\fR COMMAND [OPTION...]\n"
         ".SH DESCRIPTION\n{}\n.PP\n{}\n.SH EXAMPLES\n{}.SH COMMANDS\n",
         escaped(summary(program)), escaped(details(program)), examples(program.get_footer()));
-    for (const CLI::App* command : program.get_subcommands({})) {
+    for (const CLI::App* command : shownCommands(program)) {
         text += commandSection(*command);
-        for (const CLI::App* subcommand : command->get_subcommands({})) {
+        for (const CLI::App* subcommand : shownCommands(*command)) {
             text += commandSection(*subcommand);
         }
     }

@@ -1,8 +1,23 @@
 #include "workbench/terminal/texts.h"
 
 #include "workbench/files/Format.h"
+#include "workbench/system/offer.h"
 
 #include <fmt/format.h>
+
+std::string programExamples() {
+    return fmt::format(
+        "  fendra convolve speech.wav room.wav -o wet.wav      add the echo of a room\n"
+        "  fendra deconvolve wet.wav room.wav -o dry.wav       and remove it again\n"
+        "  fendra deconvolve measured.csv kernel.csv --auto    as sharp as the noise allows\n"
+        "  fendra convolve a.csv b.csv --pad                   the linear result, as text\n"
+        "  fendra compare measured.csv kernel.csv              every method, side by side\n"
+        "{}"
+        "  fendra info speech.wav                              what a file holds\n",
+        Offer::here.windows ? "  fendra settings lines.graph                         choose "
+                              "settings, and keep them\n"
+                            : "");
+}
 
 std::string filesText() {
     return fmt::format(

@@ -7,14 +7,7 @@
 constexpr const char* programSummary =
     "Convolves two signals, or removes a known kernel from a measured one.";
 
-constexpr const char* programExamples =
-    "  fendra convolve speech.wav room.wav -o wet.wav      add the echo of a room\n"
-    "  fendra deconvolve wet.wav room.wav -o dry.wav       and remove it again\n"
-    "  fendra deconvolve measured.csv kernel.csv --auto    as sharp as the noise allows\n"
-    "  fendra convolve a.csv b.csv --pad                   the linear result, as text\n"
-    "  fendra compare measured.csv kernel.csv              every method, side by side\n"
-    "  fendra settings lines.graph                         choose settings, and keep them\n"
-    "  fendra info speech.wav                              what a file holds\n";
+std::string programExamples();
 
 constexpr const char* lagText =
     "A result stands where it belongs on its axis: it is moved by the kernel's zero, and by the "

@@ -8,14 +8,13 @@
 #include "workbench/system/Program.h"
 #include "workbench/system/SharedLibrary.h"
 #include "workbench/system/fileNames.h"
+#include "workbench/system/offer.h"
 
 #include <fmt/format.h>
 
 #include <array>
 #include <filesystem>
 #include <utility>
-
-static constexpr bool isBuilt = FENDRA_PARTS;  // for this system
 
 static std::filesystem::path fileOf(const PartProgram& program) {
     return SharedLibrary::ownFolder() / program.name;
@@ -49,7 +48,7 @@ static std::string complaint(const PartProgram& program, const ProgramEnd& end,
 // Runs the program with these words.
 static void run(const PartProgram& program, std::vector<std::string> words, std::FILE* input,
                 std::FILE* output, const std::string& about) {
-    if (!isBuilt) {
+    if (!Offer::here.parts) {
         throw Failure(
             fmt::format("{}: such files are read and written on 64-bit Linux only; save it in "
                         "another format, as .npy",
