@@ -9,6 +9,8 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 static constexpr std::array directions = {FendraSettings::convolution,
