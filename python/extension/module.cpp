@@ -3,9 +3,10 @@
 #include "workbench/calls/CallOptions.h"
 #include "workbench/messages/Failure.h"
 
+#include <pybind11/pybind11.h>
+
 #include <exception>
 #include <new>
-#include <pybind11/pybind11.h>
 #include <stdexcept>
 
 namespace py = pybind11;
