@@ -1,9 +1,10 @@
 #include "python/extension/Waiting.h"
 
+#include <pybind11/pybind11.h>
+
 #include <condition_variable>
 #include <exception>
 #include <mutex>
-#include <pybind11/pybind11.h>
 #include <system_error>
 
 using namespace std::chrono_literals;

@@ -3,8 +3,9 @@
 #include "workbench/calls/CallSignal.h"
 #include "workbench/signals/Signal.h"
 
-#include <optional>
 #include <pybind11/numpy.h>
+
+#include <optional>
 #include <string>
 #include <vector>
 

@@ -1,16 +1,28 @@
+#include "python/extension/arrays.h"
 #include "python/extension/folding.h"
 #include "workbench/calls/CallOptions.h"
 #include "workbench/messages/Failure.h"
 
+#include <pybind11/pybind11.h>
+
 #include <exception>
 #include <new>
-#include <pybind11/pybind11.h>
 #include <stdexcept>
 
 namespace py = pybind11;
 
-// The classes of exceptions are the package's own. They live as long as the process.
-static PyObject* errorClass(const char* name) {
+namespace {
+
+// Classes of exceptions, which are the package's own. They live as long as the process.
+struct Classes {
+    PyObject *failed = nullptr, *wrongOption = nullptr, *noMemory = nullptr;
+};
+
+}  // namespace
+
+static Classes classes;
+
+static PyObject* classOf(const char* name) {
     return py::module_::import("fendra.errors").attr(name).cast<py::object>().release().ptr();
 }
 
@@ -24,23 +36,24 @@ static void raise(PyObject* type, const std::exception& error) {
 }
 
 static void translate(std::exception_ptr thrown) {
-    static PyObject* const wrongOption = errorClass("OptionError");
-    static PyObject* const failed = errorClass("Error");
-    static PyObject* const noMemory = errorClass("MemoryExhausted");
     try {
         std::rethrow_exception(std::move(thrown));
     } catch (const WrongOption& error) {
-        raise(wrongOption, error);
+        raise(classes.wrongOption, error);
     } catch (const Failure& error) {
-        raise(error.what() == std::string(noMemoryLeft) ? noMemory : failed, error);
+        raise(error.what() == std::string(noMemoryLeft) ? classes.noMemory : classes.failed, error);
     } catch (const std::bad_alloc&) {
-        raise(noMemory, Failure(noMemoryLeft));
+        raise(classes.noMemory, Failure(noMemoryLeft));
     } catch (const std::length_error&) {  // a size beyond what vectors hold
-        raise(noMemory, Failure(noMemoryLeft));
+        raise(classes.noMemory, Failure(noMemoryLeft));
     }
 }
 
+// Whatever is looked up in Python once is so here: while a static constant waits for the lock of
+// the interpreter, whoever has that may wait for the constant.
 PYBIND11_MODULE(_fendra, module) {
+    classes = {classOf("Error"), classOf("OptionError"), classOf("MemoryExhausted")};
+    static_cast<void>(Array(0));
     module.attr("version") = FENDRA_VERSION;
     py::register_local_exception_translator(&translate);
     addSignals(module);

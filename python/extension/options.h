@@ -3,7 +3,9 @@
 #include "workbench/calls/CallOptions.h"
 
 #include <pybind11/stl.h>
+
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 

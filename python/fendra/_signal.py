@@ -115,7 +115,8 @@ class Signal:
     ----------
     value : array_like, shape (samples,) or (samples, channels)
         Real numbers. One-dimensional, adjacent 64-bit floats are taken without a copy. A Series or
-        DataFrame of pandas brings its index as the axis, unless that is the plain one from 0 by 1.
+        DataFrame of pandas brings its index as the axis, unless that is the plain one from 0 by 1. A
+        Signal brings all it has; a rate or an axis takes the place of both.
     rate : float, optional
         Samples per second, in Hz.
     axis : array_like, shape (samples,), optional
@@ -143,13 +144,14 @@ class Signal:
 
     def __init__(self, value: Any, *, rate: Optional[float] = None, axis: Any = None,
                  names: Sequence[str] = (), name: str = "signal") -> None:
+        self._first = None
         if isinstance(value, Signal):
-            if rate is None and axis is None:
-                rate = value.rate if value._facts.axis is None else None
-            names = names or value.names
             facts = value._facts
-            self._set(value.value, facts if rate is None and axis is None
-                      else self._known(value.value, rate, axis, name, "axis"), value._first, names)
+            if rate is not None or axis is not None:  # in place of its own
+                facts = self._known(value.value, rate, axis, name, "axis")
+            else:
+                self._first = value._first
+            self._set(value.value, facts, self._first, names or value.names)
             return
         title = "axis"
         pandas: Any = sys.modules.get("pandas")
@@ -162,7 +164,6 @@ class Signal:
                 names = [str(column) for column in value.columns]
             value = value.to_numpy()
         samples = _samples(value, name)
-        self._first = None
         self._set(samples, self._known(samples, rate, axis, name, title), self._first, names)
 
     def _set(self, value: Samples, facts: _fendra.Facts, first: Any, names: Sequence[str]) -> None:
@@ -257,8 +258,9 @@ class Signal:
     def __len__(self) -> int:
         return len(self._value)
 
-    def __array__(self, dtype: Any = None) -> NDArray[Any]:
-        return self._value if dtype is None else self._value.astype(dtype)
+    def __array__(self, dtype: Any = None, copy: Optional[bool] = None) -> NDArray[Any]:
+        same = dtype is None or dtype == _FLOAT
+        return self._value if same and not copy else self._value.astype(dtype or _FLOAT)
 
     def __repr__(self) -> str:
         channels = f" in {self.channels} channels" if self.channels > 1 else ""

@@ -144,6 +144,10 @@ class AxesTest(unittest.TestCase):
         self.assertEqual(fendra.Signal([1, 2], axis=moments).rate, 0.5)
         self.assertIsNone(fendra.Signal([1, 2], axis=[0, 5]).rate)
         self.assertEqual(fendra.convolve(fendra.Signal([1, 2], rate=8), [1.0]).rate, 8.0)
+        known = fendra.Signal(fendra.Signal([1, 2], axis=moments, names=["x"]))
+        self.assertEqual((known.rate, known.names), (0.5, ["x"]))
+        self.assertEqual(fendra.Signal(known, rate=8).rate, 8.0)
+        np.testing.assert_array_equal(fendra.Signal(known, axis=[3, 5]).axis, [3, 5])
         for axis, rate in (([0, 1, 3], None), ([0, 0, 0], None), ([0, 1], None), (["a", "b", "c"], None),
                            ([0, np.nan, 2], None), ([0, 1, 2], 8), ([0, 1, 2], -1), ([0, 1, 2], "8")):
             with self.subTest(axis=axis, rate=rate), self.assertRaises(fendra.Error):

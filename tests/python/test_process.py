@@ -79,6 +79,18 @@ class ThreadsTest(unittest.TestCase):
             for _ in range(5):
                 self.assertEqual(list(pool.map(all_of, signals)), alone)
 
+    def test_may_be_the_first_to_call(self):
+        code = ("import threading, sys\nsys.setswitchinterval(1e-6)\nimport fendra\n"
+                "start, sums = threading.Barrier(4), []\n"
+                "def work():\n    start.wait()\n    for call in (fendra.convolve, fendra.deconvolve):\n"
+                "        try: sums.append(call([1.0, 2.0], [1.0, 0.0], domian=None or 'x'))\n"
+                "        except fendra.OptionError: sums.append(call([1.0, 2.0], [1.0, 0.0]).value.sum())\n"
+                "threads = [threading.Thread(target=work) for _ in range(4)]\n"
+                "for thread in threads: thread.start()\nfor thread in threads: thread.join()\nprint(*sums)")
+        for _ in range(5):
+            out = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, timeout=60)
+            self.assertEqual((out.stderr, out.stdout.split()), ("", ["3.0"] * 8))
+
     def test_of_python_run_meanwhile(self):
         steps, done = 0, threading.Event()
         results = []
