@@ -35,8 +35,8 @@ protected:
             ->delimiter(',')
             ->check(choice({"a", "b"}))
             ->type_name("");
-        one->add_option("--hidden-option", text, "not here")->group("");
-        program.add_subcommand("hidden-command", "Not here.")->group("");
+        one->add_option("--hidden-option", text, "not here")->group(groupWhere(false, "Options"));
+        program.add_subcommand("hidden-command", "Not here.")->group(groupWhere(false, "Options"));
         one->add_subcommand("below", "Do it\nwith many.");
     }
 
