@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,7 +18,6 @@ using Kind = CompletedValue::Kind;
 class Completion : public testing::Test {
 protected:
     Completion() {
-        program.formatter(std::make_shared<Help>());
         one->add_option("SIGNAL", text)->type_name("FILE");
         one->add_flag("--pad", flag, "append zeros; no more");
         one->add_option("-o,--output", text, "write it here")->type_name("FILE");
@@ -106,7 +104,8 @@ TEST_F(Completion, CutsWhatIsLongBetweenWords) {
 }
 
 TEST_F(Completion, LeavesOutWhatTheSystemLacks) {
-    std::vector<std::string> texts = {program.help(), one->help()};
+    std::vector<std::string> texts = {Help().make_help(&program, "", CLI::AppFormatMode::Normal),
+                                      Help().make_help(one, "", CLI::AppFormatMode::Normal)};
     for (const std::string& word : Shell::words()) {
         texts.push_back(Shell::scriptFor(word, CompletionTable(program)));
     }
