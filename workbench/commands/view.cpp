@@ -33,8 +33,9 @@ void ViewCommand::run() const {
         try {
             WindowLibrary::requireDisplay();
         } catch (const Failure& failure) {
-            throw Failure(
-                fmt::format("{}; paint pictures with fendra plot, or with --plot", failure.what()));
+            throw Failure(fmt::format(
+                "{}{}", failure.what(),
+                Offer::here.windows ? "; paint pictures with fendra plot, or with --plot" : ""));
         }
     } else {
         const OutputFile refusesExisting(SourceName::ofOutput(picture), replace);

@@ -32,7 +32,7 @@ struct CompletedCommand {
 // All that can be completed, from the options as the parser has them, and as plain values for the
 // script of each shell.
 struct CompletionTable {
-    explicit CompletionTable(const CLI::App& program);
+    explicit CompletionTable(const CLI::App& app);
 
     CompletedCommand program;                // whose commands are those of the first word
     std::vector<CompletedCommand> commands;  // each before those below it

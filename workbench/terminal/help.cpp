@@ -31,16 +31,16 @@ std::string fullName(const CLI::App& command) {
 
 std::vector<const CLI::Option*> shownOptions(const CLI::App& command) {
     return command.get_options(
-        [](const CLI::Option* option) { return !option->get_group().empty(); });
+        [](const CLI::Option* option) { return option->get_group() != lackingGroup; });
 }
 
 std::vector<const CLI::App*> shownCommands(const CLI::App& command) {
     return command.get_subcommands(
-        [](const CLI::App* below) { return !below->get_group().empty(); });
+        [](const CLI::App* below) { return below->get_group() != lackingGroup; });
 }
 
 std::string groupWhere(bool isHere, const std::string& group) {
-    return isHere ? group : "";
+    return isHere ? group : lackingGroup;
 }
 
 std::vector<std::string> optionNames(const CLI::Option& option) {

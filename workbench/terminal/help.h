@@ -13,13 +13,15 @@ std::string details(const CLI::App& command);
 // "batch convolve": the words that lead to a command.
 std::string fullName(const CLI::App& command);
 
-// Its options and commands except for those that are there to refuse: what this system lacks, which
-// have no group.
-std::vector<const CLI::Option*> shownOptions(const CLI::App& command);
-std::vector<const CLI::App*> shownCommands(const CLI::App& command);
-
+// The group of options and commands that are there to refuse, because this system lacks what they
+// are for. It is not empty, since the parser keeps the names of options without a group to itself.
+inline constexpr const char* lackingGroup = "Not on this system";
 // The group of an option or command that not every system has.
 std::string groupWhere(bool isHere, const std::string& group);
+
+// The options and commands of a command, except for those of lackingGroup.
+std::vector<const CLI::Option*> shownOptions(const CLI::App& command);
+std::vector<const CLI::App*> shownCommands(const CLI::App& command);
 
 // "-o", "--output"; none for an argument without a name.
 std::vector<std::string> optionNames(const CLI::Option& option);
