@@ -78,29 +78,42 @@ TEST(FoldCall, TakesAKernelAway) {
     }
 }
 
-TEST(FoldCall, GivesChannelsBoundsAndAxisEachInItsPlace) {
-    const Samples one = noise(64, 3), kernel = peak(64);
-    Samples two;
-    for (const double sample : one) {
-        two.insert(two.end(), {sample, -sample});
+static Samples channelOf(const CallResult& result, std::size_t channel) {
+    Samples samples;
+    for (std::size_t i = channel; i < result.value.size(); i += 2) {
+        samples.push_back(result.value[i]);
     }
-    CallSignal signal = signalOf(two, 2);
+    return samples;
+}
+
+static bool liesWithinItsBounds(const CallResult& result) {
+    for (std::size_t i = 0; i < result.value.size(); ++i) {
+        if (!(result.lower.at(i) < result.value[i] && result.value[i] < result.upper.at(i))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+TEST(FoldCall, GivesChannelsBoundsAndAxisEachInItsPlace) {
+    const Samples one = noise(64, 3), two = noise(64, 9), kernel = peak(64);
+    Samples table;
+    for (std::size_t i = 0; i < 64; ++i) {
+        table.insert(table.end(), {one[i], two[i]});
+    }
+    CallSignal signal = signalOf(table, 2);
     signal.axis = SignalAxis{"mm", 5.0, 0.5, false, 0.5, 0.5};
     const CallOptions options = {
         {"method", "regularized"}, {"noise", "1"}, {"strength", "0.1"}, {"uncertainty", ""}};
     const CallResult both = fold(deconvolution, options, signal, signalOf(kernel));
     const CallResult alone = fold(deconvolution, options, signalOf(one), signalOf(kernel));
+    const CallResult other = fold(deconvolution, options, signalOf(two), signalOf(kernel));
     ASSERT_EQ(both.channels, 2);
     ASSERT_EQ(both.value.size(), 128U);
     EXPECT_TRUE(both.axis && both.axis->start == 5.0 && both.axis->step == 0.5);
-    const auto lies = [&](std::size_t i) {
-        return both.lower[i] < both.value[i] && both.value[i] < both.upper[i];
-    };
-    for (std::size_t i = 0; i < 64; ++i) {
-        EXPECT_EQ(both.value[2 * i], alone.value[i]);
-        EXPECT_NEAR(both.value[2 * i + 1], -alone.value[i], 1e-12);
-        EXPECT_TRUE(lies(2 * i) && lies(2 * i + 1));
-    }
+    EXPECT_EQ(channelOf(both, 0), alone.value);
+    EXPECT_EQ(channelOf(both, 1), other.value);
+    EXPECT_TRUE(liesWithinItsBounds(both));
 }
 
 static std::string digestOf(const CallResult& result) {
