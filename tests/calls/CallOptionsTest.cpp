@@ -9,28 +9,37 @@
 #include <CLI/CLI.hpp>
 #include <gtest/gtest.h>
 
-#include <limits>
+#include <cstdint>
+#include <string>
 
-TEST(CallOptions, AreReadAsWordsOfTheCommandLine) {
+namespace {
+
+// What the options of a command are read into.
+struct Read {
     std::string text;
     std::int64_t number = 0;
     bool flag = false, acted = false;
-    const auto add = [&](CLI::App& command) {
-        command.add_option("--text", text);
-        command.add_option("--a-number", number);
-        command.add_flag("--flag", flag);
-    };
-    for (const char* value : {"a b", "--flag", "x=y", "-", "'\"\\", "--", "\xff\n"}) {
-        readOptions("command", {{"text", value}, {"a-number", "-5"}}, add, [&] { acted = true; });
-        EXPECT_EQ(text, value);
-        EXPECT_TRUE(acted && number == -5 && !flag);
+
+    explicit Read(const CallOptions& options) {
+        readOptions(
+            "command", options,
+            [this](CLI::App& command) {
+                command.add_option("--text", text);
+                command.add_option("--a-number", number);
+                command.add_flag("--flag", flag);
+            },
+            [this] { acted = true; });
     }
-    readOptions("command", {{"flag", ""}}, add, [] {});
-    EXPECT_TRUE(flag);
-    acted = false;
-    EXPECT_THROW(readOptions("command", {{"a-number", "x"}}, add, [&] { acted = true; }),
-                 WrongOption);
-    EXPECT_FALSE(acted);
+};
+
+}  // namespace
+
+TEST(CallOptions, AreReadAsWordsOfTheCommandLine) {
+    for (const char* value : {"a b", "--flag", "x=y", "-", "'\"\\", "--", "\xff\n"}) {
+        const Read read(CallOptions{{"text", value}, {"a-number", "-5"}});
+        EXPECT_TRUE(read.acted && read.text == value && read.number == -5 && !read.flag) << value;
+    }
+    EXPECT_TRUE(Read(CallOptions{{"flag", ""}}).flag);
 }
 
 // What the complaint about options says.
@@ -90,6 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
         Wrong{"convolve", {{"output", "x.csv"}}, "is not an option"},
         Wrong{"convolve", {{"module", "x.so"}}, "is not an option"},
         Wrong{"convolve", {{"domian", "time"}}, "did you mean --domain?"},
+        Wrong{"convolve", {{"rate", "x"}}, "\"x\" is not a sampling rate"},
         Wrong{"convolve", {{"domain", ""}}, "--domain needs a value"},
         Wrong{"convolve", {{"rate", "1"}, {"rate", "2"}}, "given 2 times"},
         Wrong{"convolve", {{"pad", ""}, {"circular", ""}, {"block", "4"}}, "--pad"},

@@ -34,34 +34,54 @@ TEST(FileCalls, GiveBackWhatWasWritten) {
     EXPECT_EQ(readFile(folder.path("y.npy"), {}).interleaved, three);
 }
 
+// What a call is refused with.
+template <typename Call>
+static std::string refusal(const Call& call) {
+    try {
+        call();
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+    return "none";
+}
+
+namespace {
+
+struct Refused {
+    std::string path;
+    Samples samples;
+    std::vector<std::string> names;
+    CallOptions options;
+    const char* text;
+};
+
+}  // namespace
+
 TEST(FileCalls, RefuseAndLeaveWhatWasThere) {
     const TemporaryFolder folder;
     const std::string taken = folder.write("taken.csv", "1\n2\n"), other = folder.path("other.csv");
     const Samples good = noise(4, 1), odd = {1.0, std::numeric_limits<double>::quiet_NaN()};
-    const auto refusal = [](const auto& call) {
-        std::string text = "none";
-        try {
-            call();
-        } catch (const Failure& failure) {
-            text = failure.what();
-        }
-        return text;
+    const auto write = [](const Refused& row) {
+        return refusal([&] { writeFile(row.path, signalOf(row.samples), row.names, row.options); });
     };
-    const auto write = [&](const std::string& path, const Samples& samples,
-                           const std::vector<std::string>& names, const CallOptions& options) {
-        return refusal([&] { writeFile(path, signalOf(samples), names, options); });
-    };
-    EXPECT_NE(write(taken, good, {}, {}).find("--force"), std::string::npos);
-    EXPECT_NE(write(other, odd, {}, {}).find("sample 2 is nan"), std::string::npos);
-    EXPECT_NE(write(other, good, {"a", "b"}, {}).find("2 names for 1 channels"), std::string::npos);
-    EXPECT_NE(write(other, good, {}, {{"output", other}}).find("not an option"), std::string::npos);
-    EXPECT_NE(write(other, {}, {}, {}).find("no samples"), std::string::npos);
+    for (const Refused& row :
+         {Refused{taken, good, {}, {}, "--force"}, Refused{other, odd, {}, {}, "sample 2 is nan"},
+          Refused{other, good, {"a", "b"}, {}, "2 names for 1 channels"},
+          Refused{other, good, {}, {{"output", other}}, "not an option"},
+          Refused{other, {}, {}, {}, "no samples"}}) {
+        EXPECT_NE(write(row).find(row.text), std::string::npos) << write(row);
+    }
     EXPECT_EQ(TemporaryFolder::contents(taken), "1\n2\n");
     EXPECT_EQ(folder.count(), 1);
-    EXPECT_NE(refusal([&] { readFile(other, {}); }).find("other.csv"), std::string::npos);
-    EXPECT_NE(refusal([&] { readFile(taken, {{"skp", "1"}}); }).find("--skip"), std::string::npos);
-    EXPECT_EQ(write(taken, good, {}, {{"force", ""}}), "none");
-    EXPECT_EQ(write(other, odd, {}, {{"allow-nonfinite", ""}}), "none");
+    EXPECT_EQ(write({taken, good, {}, {{"force", ""}}, ""}), "none");
+    EXPECT_EQ(write({other, odd, {}, {{"allow-nonfinite", ""}}, ""}), "none");
+}
+
+TEST(FileCalls, RefuseToReadWhatIsNotThere) {
+    const TemporaryFolder folder;
+    const std::string file = folder.write("x.csv", "1\n2\n"), none = folder.path("none.csv");
+    EXPECT_NE(refusal([&] { readFile(none, {}); }).find("none.csv"), std::string::npos);
+    EXPECT_NE(refusal([&] { readFile(file, {{"skp", "1"}}); }).find("--skip"), std::string::npos);
 }
 
 // sin of a phase whose derivative is 2 pi times the frequency, f1 (f2 / f1)^(t / T).

@@ -78,28 +78,42 @@ TEST(FoldCall, TakesAKernelAway) {
     }
 }
 
-TEST(FoldCall, GivesChannelsBoundsAndAxisEachInItsPlace) {
-    const Samples one = noise(64, 3), kernel = peak(64);
-    Samples two;
-    for (const double sample : one) {
-        two.insert(two.end(), {sample, -sample});
+static Samples channelOf(const CallResult& result, std::size_t channel) {
+    Samples samples;
+    for (std::size_t i = channel; i < result.value.size(); i += 2) {
+        samples.push_back(result.value[i]);
     }
-    CallSignal signal = signalOf(two, 2);
+    return samples;
+}
+
+static bool liesWithinItsBounds(const CallResult& result) {
+    for (std::size_t i = 0; i < result.value.size(); ++i) {
+        if (!(result.lower.at(i) < result.value[i] && result.value[i] < result.upper.at(i))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+TEST(FoldCall, GivesChannelsBoundsAndAxisEachInItsPlace) {
+    const Samples one = noise(64, 3), two = noise(64, 9), kernel = peak(64);
+    Samples table;
+    for (std::size_t i = 0; i < 64; ++i) {
+        table.insert(table.end(), {one[i], two[i]});
+    }
+    CallSignal signal = signalOf(table, 2);
     signal.axis = SignalAxis{"mm", 5.0, 0.5, false, 0.5, 0.5};
     const CallOptions options = {
         {"method", "regularized"}, {"noise", "1"}, {"strength", "0.1"}, {"uncertainty", ""}};
     const CallResult both = fold(deconvolution, options, signal, signalOf(kernel));
     const CallResult alone = fold(deconvolution, options, signalOf(one), signalOf(kernel));
+    const CallResult other = fold(deconvolution, options, signalOf(two), signalOf(kernel));
     ASSERT_EQ(both.channels, 2);
     ASSERT_EQ(both.value.size(), 128U);
-    ASSERT_TRUE(both.axis);
-    EXPECT_EQ(both.axis->start, 5.0);
-    EXPECT_EQ(both.axis->step, 0.5);
-    for (std::size_t i = 0; i < 64; ++i) {
-        ASSERT_EQ(both.value[2 * i], alone.value[i]);
-        ASSERT_NEAR(both.value[2 * i + 1], -alone.value[i], 1e-12);
-        ASSERT_TRUE(both.lower[2 * i] < both.value[2 * i] && both.value[2 * i] < both.upper[2 * i]);
-    }
+    EXPECT_TRUE(both.axis && both.axis->start == 5.0 && both.axis->step == 0.5);
+    EXPECT_EQ(channelOf(both, 0), alone.value);
+    EXPECT_EQ(channelOf(both, 1), other.value);
+    EXPECT_TRUE(liesWithinItsBounds(both));
 }
 
 static std::string digestOf(const CallResult& result) {
@@ -164,25 +178,27 @@ TEST(FoldCall, ServesSeveralThreadsAtOnce) {
     EXPECT_EQ(together, alone);
 }
 
+// What a convolution of the signal with itself is refused with.
+static std::string refusal(const CallSignal& signal, const CallOptions& options = {}) {
+    try {
+        fold(convolution, options, signal, signal);
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+    return "none";
+}
+
 TEST(FoldCall, RefusesSignalsThatAreNone) {
     const Samples good = noise(16, 7);
     Samples odd = good;
     odd[5] = std::numeric_limits<double>::quiet_NaN();
-    const auto refusal = [&](const CallSignal& signal, const CallOptions& options = {}) {
-        std::string text = "none";
-        try {
-            fold(convolution, options, signal, signalOf(good, 1, "kernel"));
-        } catch (const Failure& failure) {
-            text = failure.what();
-        }
-        return text;
-    };
-    EXPECT_EQ(refusal(signalOf({}, 1, "x")), "x has no samples; give an array of one or more");
-    EXPECT_EQ(refusal({"x", nullptr, 5, 1}), "x has no samples; give an array of one or more");
-    EXPECT_EQ(refusal({"x", good.data(), 16, 0}), "x has no samples; give an array of one or more");
-    EXPECT_NE(refusal({"x", good.data(), 8, 2}), "x has no samples; give an array of one or more");
-    EXPECT_NE(refusal(signalOf(odd, 1, "x")).find("x: sample 6 is nan"), std::string::npos);
-    EXPECT_NE(refusal(signalOf(odd, 2, "x")).find("x: sample 3 is nan"), std::string::npos);
+    const std::string empty = "x has no samples; give an array of one or more";
+    EXPECT_EQ(refusal(signalOf({}, 1, "x")), empty);
+    EXPECT_EQ(refusal({"x", nullptr, 5, 1}), empty);
+    EXPECT_EQ(refusal({"x", good.data(), 16, 0}), empty);
+    EXPECT_EQ(refusal({"x", good.data(), 8, 2}), "none");
+    EXPECT_TRUE(refusal(signalOf(odd, 1, "x")).starts_with("x: sample 6 is nan"));
+    EXPECT_TRUE(refusal(signalOf(odd, 2, "x")).starts_with("x: sample 3 is nan"));
     EXPECT_EQ(refusal(signalOf(odd), {{"allow-nonfinite", ""}}), "none");
     EXPECT_NE(refusal(signalOf(good), {{"graph", "/no/such.graph"}}).find("/no/such.graph"),
               std::string::npos);
