@@ -1,9 +1,7 @@
 #include "library/GivenOptions.h"
 
+#include "workbench/calls/FoldCallOptions.h"
 #include "workbench/messages/Printable.h"
-#include "workbench/methods/FendraSettings.h"
-#include "workbench/terminal/FoldOptions.h"
-#include "workbench/terminal/JobsOption.h"
 #include "workbench/terminal/suggestion.h"
 
 #include <CLI/CLI.hpp>
@@ -16,31 +14,8 @@
 static constexpr std::array directions = {FendraSettings::convolution,
                                           FendraSettings::deconvolution};
 
-static const char* commandOf(std::int32_t direction) {
-    return direction == FendraSettings::convolution ? "convolve" : "deconvolve";
-}
-
-namespace {
-
-// What a direction offers. It outlives the command that it was added to.
-class Offer {
-public:
-    explicit Offer(std::int32_t direction) : fold(commandOf(direction), direction) {}
-
-    void addTo(CLI::App& command) {
-        fold.addWithoutFilesTo(command);
-        jobs.addTo(command, "channels and blocks");
-    }
-
-private:
-    FoldOptions fold;
-    JobsOption jobs;
-};
-
-}  // namespace
-
 static std::vector<std::string> namesOf(std::int32_t direction) {
-    Offer offer(direction);
+    FoldCallOptions offer(direction);
     CLI::App command;
     command.set_help_flag();
     offer.addTo(command);
@@ -65,7 +40,7 @@ static void liftBonds(CLI::App& command) {
 }
 
 static void check(std::int32_t direction, const CallOption& option) {
-    Offer offer(direction);
+    FoldCallOptions offer(direction);
     readOptions(
         commandOf(direction), {option},
         [&](CLI::App& command) {

@@ -4,6 +4,8 @@ buildPackages=(g++ cmake ninja-build pkg-config libcli11-dev libfmt-dev nlohmann
     qt6-base-dev qt6-svg-dev qt6-l10n-tools libqcustomplot-dev zlib1g-dev libedf-dev libhdf5-dev libmatio-dev
     libmseed-dev libnetcdf-dev)
 testPackages=(libgtest-dev)
+# The Python package, and what its tests compare with and draw with.
+pythonPackages=(python3-dev pybind11-dev python3-numpy python3-scipy python3-pandas python3-matplotlib mypy)
 formatPackages=(clang-format-14)
 clangPackages=(clang-14 libclang-rt-14-dev)
 lintPackages=(clang-14 clang-tidy-14)

@@ -1,6 +1,7 @@
 #include "python/extension/arrays.h"
 #include "python/extension/folding.h"
 #include "workbench/calls/CallOptions.h"
+#include "workbench/calls/CallSignal.h"
 #include "workbench/messages/Failure.h"
 
 #include <pybind11/pybind11.h>
@@ -15,7 +16,7 @@ namespace {
 
 // Classes of exceptions, which are the package's own. They live as long as the process.
 struct Classes {
-    PyObject *failed = nullptr, *wrongOption = nullptr, *noMemory = nullptr;
+    PyObject *failed = nullptr, *wrongOption = nullptr, *wrongSignal = nullptr, *noMemory = nullptr;
 };
 
 }  // namespace
@@ -40,6 +41,8 @@ static void translate(std::exception_ptr thrown) {
         std::rethrow_exception(std::move(thrown));
     } catch (const WrongOption& error) {
         raise(classes.wrongOption, error);
+    } catch (const WrongSignal& error) {
+        raise(classes.wrongSignal, error);
     } catch (const Failure& error) {
         raise(error.what() == std::string(noMemoryLeft) ? classes.noMemory : classes.failed, error);
     } catch (const std::bad_alloc&) {
@@ -52,7 +55,8 @@ static void translate(std::exception_ptr thrown) {
 // Whatever is looked up in Python once is so here: while a static constant waits for the lock of
 // the interpreter, whoever has that may wait for the constant.
 PYBIND11_MODULE(_fendra, module) {
-    classes = {classOf("Error"), classOf("OptionError"), classOf("MemoryExhausted")};
+    classes = {classOf("Error"), classOf("OptionError"), classOf("SignalError"),
+               classOf("MemoryExhausted")};
     static_cast<void>(Array(0));
     module.attr("version") = FENDRA_VERSION;
     py::register_local_exception_translator(&translate);

@@ -53,7 +53,7 @@ class SignalsTest(unittest.TestCase):
     def test_of_other_kinds_are_refused(self):
         for given, text in REFUSED:
             for first, second in ((given, KERNEL), (KERNEL, given)):
-                with self.subTest(repr(given)), self.assertRaises(fendra.Error) as caught:
+                with self.subTest(repr(given)), self.assertRaises(fendra.SignalError) as caught:
                     fendra.convolve(first, second)
                 self.assertIn(text, str(caught.exception))
                 self.assertRegex(str(caught.exception), "signal|kernel")

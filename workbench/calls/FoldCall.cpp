@@ -1,19 +1,13 @@
 #include "workbench/calls/FoldCall.h"
 
+#include "workbench/calls/FoldCallOptions.h"
 #include "workbench/module/ModuleLibrary.h"
-#include "workbench/signals/SampleDigest.h"
-#include "workbench/terminal/FoldOptions.h"
-#include "workbench/terminal/JobsOption.h"
 
 #include <utility>
 
-static const char* commandOf(std::int32_t direction) {
-    return direction == FendraSettings::convolution ? "convolve" : "deconvolve";
-}
-
 struct FoldCall::Prepared {
     std::shared_ptr<const ModuleLibrary> library;
-    FoldOptions options;
+    FoldCallOptions options;
     FoldJob job;  // without signals and words
 
     Outcome run(const FoldJob& made, JobObserver& observer) const;
@@ -22,18 +16,12 @@ struct FoldCall::Prepared {
 
 FoldCall::FoldCall(std::shared_ptr<const ModuleLibrary> library, std::int32_t direction,
                    const CallOptions& given) {
-    const char* const command = commandOf(direction);
     const auto read =
-        std::make_shared<Prepared>(Prepared{std::move(library), {command, direction}, {}});
-    JobsOption jobs;
+        std::make_shared<Prepared>(Prepared{std::move(library), FoldCallOptions(direction), {}});
     readOptions(
-        command, given,
-        [&](CLI::App& target) {
-            read->options.addWithoutFilesTo(target);
-            jobs.addTo(target, "channels and blocks");
-        },
-        [&] { read->job = read->options.job(*read->library); });
-    read->job.threads = jobs.threads;
+        commandOf(direction), given, [&](CLI::App& command) { read->options.addTo(command); },
+        [&] { read->job = read->options.fold.job(*read->library); });
+    read->job.threads = read->options.jobs.threads;
     read->job.treatment.uncertainty |= read->job.treatment.automatic;
     prepared = read;
 }
@@ -78,7 +66,7 @@ Outcome FoldCall::Prepared::run(const FoldJob& made, JobObserver& observer) cons
 
 Outcome FoldCall::Prepared::runJudged(FoldJob made, JobObserver& observer) const {
     made.judged = true;
-    options.setWords(made, made.first.name.path, made.second.name.path);
+    options.fold.setWords(made, made.first.name.path, made.second.name.path);
     return run(made, observer);
 }
 

@@ -15,7 +15,7 @@ class ModuleLibrary;
 
 // What a call gives.
 struct CallResult {
-    std::vector<double> value;         // the samples of all channels, one after the other
+    std::vector<double> value;         // of each sample, all channels
     std::vector<double> lower, upper;  // bounds of each; empty where none were asked for
     int channels = 1;
     std::int64_t samples = 0;  // of each channel

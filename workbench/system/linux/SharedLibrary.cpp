@@ -93,7 +93,7 @@ std::filesystem::path SharedLibrary::ownFolder() {
     const bool isKnown = dlinfo(kernels, RTLD_DI_LINKMAP, &entry) == 0;
     const std::filesystem::path file = isKnown ? entry->l_name : programFile();
     dlclose(kernels);  // whoever uses it has loaded it, too
-    return std::filesystem::absolute(file).parent_path();
+    return std::filesystem::absolute(file).lexically_normal().parent_path();
 }
 
 std::filesystem::path SharedLibrary::ownFile(const std::string& name) {
