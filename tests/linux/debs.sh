@@ -88,6 +88,7 @@ printed = subprocess.run(["fendra", "deconvolve", *(f"{sys.argv[1]}/xrf-{n}.csv"
 digest = [line.split()[-1] for line in printed.splitlines() if line.startswith("# SHA-256 of the result")]
 assert digest == [result.record["result"]["sha256"]], (digest, result.record)
 SCRIPT
+    run measure.py /usr/bin/python3 "$project/examples/measure.py"
 }
 
 tryAll() {
