@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -73,9 +74,9 @@ TEST_F(Completion, TellsWhatAValueIs) {
                                        {"--methods", Kind::words, {"a", "b"}, true}};
     for (const Expected& expected : all) {
         const CompletedOption found = option(expected.name);
-        EXPECT_EQ(found.value.kind, expected.kind) << expected.name;
-        EXPECT_EQ(found.value.words, expected.words) << expected.name;
-        EXPECT_EQ(found.value.isList, expected.isList) << expected.name;
+        EXPECT_EQ(std::tie(found.value.kind, found.value.words, found.value.isList),
+                  std::tie(expected.kind, expected.words, expected.isList))
+            << expected.name;
     }
     EXPECT_EQ(option("--output").names, (std::vector<std::string>{"-o", "--output"}));
     EXPECT_EQ(option("--pad").about, "append zeros");
