@@ -53,7 +53,7 @@ for source in "$root"/examples/*.cpp; do
         run env LD_LIBRARY_PATH="$(dirname "$library")" "./$name"
 done
 
-run cmake -S "$root/examples" -B made -DCMAKE_PREFIX_PATH="$PWD/tree" -DCMAKE_BUILD_TYPE=Release
+run cmake -G Ninja -S "$root/examples" -B made -DCMAKE_PREFIX_PATH="$PWD/tree" -DCMAKE_BUILD_TYPE=Release
 run cmake --build made
 for source in "$root"/examples/*.c "$root"/examples/*.cpp; do
     name=$(basename "${source%.*}")
