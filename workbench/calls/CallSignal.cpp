@@ -1,5 +1,6 @@
 #include "workbench/calls/CallSignal.h"
 
+#include "workbench/signals/MemoryReader.h"
 #include "workbench/signals/valueCount.h"
 
 #include <fmt/format.h>
@@ -18,28 +19,6 @@ static SignalInfo infoOf(const CallSignal& signal) {
     return info;
 }
 
-namespace {
-
-class CallReader final : public SignalReader {
-public:
-    explicit CallReader(const CallSignal& signal) : interleaved(signal.interleaved) {
-        facts = infoOf(signal);
-    }
-
-    std::int64_t read(double* target, std::int64_t count) override {
-        const std::int64_t got = std::min(count, facts.samples - position);
-        std::copy_n(interleaved + position * facts.channels, got * facts.channels, target);
-        position += got;
-        return got;
-    }
-
-private:
-    const double* interleaved;
-    std::int64_t position = 0;
-};
-
-}  // namespace
-
 static bool isOdd(double value) {
     return !std::isfinite(value);
 }
@@ -57,7 +36,9 @@ SignalSource sourceOf(const CallSignal& signal, bool allowNonfinite) {
             fmt::format("{}: sample {} is {}; replace it, or accept it with --allow-nonfinite",
                         signal.name, (odd - signal.interleaved) / signal.channels + 1, *odd));
     }
-    return {SourceName(signal.name), [signal] { return std::make_unique<CallReader>(signal); }};
+    return {SourceName(signal.name), [signal] {
+                return std::make_unique<MemoryReader>(infoOf(signal), signal.interleaved, nullptr);
+            }};
 }
 
 std::shared_ptr<const Signal> copyOf(const CallSignal& signal) {

@@ -1,33 +1,9 @@
 #include "workbench/signals/Signal.h"
 
+#include "workbench/signals/MemoryReader.h"
 #include "workbench/signals/valueCount.h"
 
-#include <algorithm>
-#include <cstdint>
 #include <utility>
-
-namespace {
-
-class MemoryReader final : public SignalReader {
-public:
-    explicit MemoryReader(std::shared_ptr<const Signal> source) : signal(std::move(source)) {
-        facts = signal->info;
-    }
-
-    std::int64_t read(double* interleaved, std::int64_t count) override {
-        const std::int64_t got = std::min(count, facts.samples - position);
-        std::copy_n(signal->interleaved.data() + position * facts.channels, got * facts.channels,
-                    interleaved);
-        position += got;
-        return got;
-    }
-
-private:
-    std::shared_ptr<const Signal> signal;
-    std::int64_t position = 0;
-};
-
-}  // namespace
 
 Signal Signal::of(SignalReader& reader) {
     Signal signal{reader.info(), {}};
@@ -49,5 +25,8 @@ std::vector<double> channelOf(const Signal& signal, int channel) {
 
 SignalSource sourceOf(std::shared_ptr<const Signal> signal) {
     const SourceName name = signal->info.source;
-    return {name, [shared = std::move(signal)] { return std::make_unique<MemoryReader>(shared); }};
+    return {name, [shared = std::move(signal)] {
+                return std::make_unique<MemoryReader>(shared->info, shared->interleaved.data(),
+                                                      shared);
+            }};
 }
