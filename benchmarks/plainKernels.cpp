@@ -44,7 +44,7 @@ void multiply(Block<const double> a, Block<const double> b, int rows, int depth,
     plain::multiply(a, b, rows, depth, cols, c);
 }
 void subtractProduct(Block<const double> a, Block<const double> b, int rows, int depth, int cols,
-                     Block<double> c) {
+                     Block<double> c, ProductRoom& /*room*/) {
     plain::subtractProduct(a, b, rows, depth, cols, c);
 }
 bool findScales(const double* a, int n, double* scales) {

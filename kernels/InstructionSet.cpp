@@ -31,17 +31,22 @@ std::vector<InstructionSet> availableInstructionSets() {
     return sets;
 }
 
-static std::atomic<InstructionSet>& chosen() {
-    static std::atomic<InstructionSet> set = widestInstructionSet();
-    return set;
+// As a number; none: unchosen.
+static constexpr int unchosen = -1;
+static std::atomic<int> chosen = unchosen;
+
+std::optional<InstructionSet> chosenInstructionSet() {
+    const int set = chosen.load(std::memory_order_relaxed);
+    return set == unchosen ? std::nullopt : std::optional(static_cast<InstructionSet>(set));
+}
+
+void chooseInstructionSet(std::optional<InstructionSet> set) {
+    chosen.store(set ? static_cast<int>(*set) : unchosen, std::memory_order_relaxed);
 }
 
 InstructionSet instructionSet() {
-    return chosen().load(std::memory_order_relaxed);
-}
-
-void chooseInstructionSet(InstructionSet set) {
-    chosen().store(set, std::memory_order_relaxed);
+    static const InstructionSet widest = widestInstructionSet();
+    return chosenInstructionSet().value_or(widest);
 }
 
 }  // namespace kernels

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 namespace kernels {
@@ -17,11 +18,14 @@ std::vector<InstructionSet> availableInstructionSets();
 // The widest of these.
 InstructionSet widestInstructionSet();
 
-// The one that kernels run on: the widest, unless another has been chosen.
-InstructionSet instructionSet();
+// The one that all kernels run on, if one has been chosen.
+std::optional<InstructionSet> chosenInstructionSet();
 
-// Kernels run on this set from now on, in all threads and in all libraries of the process. It must
-// not be wider than the widest.
-void chooseInstructionSet(InstructionSet set);
+// Kernels run on this set from now on, in all threads and in all libraries of the process; it must
+// not be wider than the widest. None: each on the one that suits it, as from the start.
+void chooseInstructionSet(std::optional<InstructionSet> set);
+
+// The one that is chosen, or else the widest: for kernels that gain from every lane.
+InstructionSet instructionSet();
 
 }  // namespace kernels

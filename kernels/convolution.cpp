@@ -1,5 +1,6 @@
 #include "kernels/convolution.h"
 
+#include "kernels/MeasuredForm.h"
 #include "kernels/WorkWatch.h"
 #include "kernels/vectors.h"
 
@@ -127,10 +128,22 @@ template <int lanes>
     }
 }
 
-FENDRA_VARIANTS(convolveVariant, convolveBlocks)
+FENDRA_FORMS(convolveForm, convolveBlocks)
+
+static void tryForm(InstructionSet set) {
+    constexpr int outputs = blockOutputs, terms = 256;
+    const double w[outputs + terms] = {}, b[terms] = {};
+    double result[outputs];
+    convolveForm(set, +w, +b, outputs, terms, +result);
+}
+
+InstructionSet convolutionForm(double multiplyAdds) {
+    static MeasuredForm form(tryForm);
+    return form.setFor(multiplyAdds);
+}
 
 void convolve(const double* w, const double* b, int L, int S, double* result) {
-    convolveVariant(w, b, L, S, result);
+    convolveForm(convolutionForm(static_cast<double>(L) * S), w, b, L, S, result);
 }
 
 // The terms after those that all outputs of a block have, k > first, one vector of outputs at a
@@ -167,10 +180,10 @@ template <int lanes>
     }
 }
 
-FENDRA_VARIANTS(convolveCausalVariant, convolveCausalBlocks)
+FENDRA_FORMS(convolveCausalForm, convolveCausalBlocks)
 
 void convolveCausal(const double* x, const double* y, int N, double* result) {
-    convolveCausalVariant(x, y, N, result);
+    convolveCausalForm(convolutionForm(0.5 * N * N), x, y, N, result);
 }
 
 }  // namespace kernels

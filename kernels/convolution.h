@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kernels/InstructionSet.h"
+
 namespace kernels {
 
 // Two convolutions. The terms of each sum are added one by one, k ascending, to 0.0.
@@ -13,6 +15,9 @@ void convolve(const double* w, const double* b, int L, int S, double* result);
 //     result[n] = sum_(k <= n) x[n - k] y[k]
 // x and y hold N samples each, apart from result.
 void convolveCausal(const double* x, const double* y, int N, double* result);
+
+// The instruction set that a convolution of so many multiply-adds runs on.
+InstructionSet convolutionForm(double multiplyAdds);
 
 namespace plain {
 void convolve(const double* w, const double* b, int L, int S, double* result);

@@ -77,6 +77,7 @@ struct Elimination {
     double* scales;
     int* pivots;
     Block<double> panel;  // n rows of eight
+    ProductRoom* room;
 
     // Where panel q starts: the first panel is the one that may have fewer than eight columns.
     [[nodiscard]] int edge(int q) const {
@@ -237,11 +238,11 @@ template <int lanes>
         const int rows = std::min(e.edge(done + t), end) - last;
         const WorkPart part = takePart(e, rows, last - first, cols, share);
         subtractProduct(e.a.from(last, first), e.a.from(first, end), rows, last - first, cols,
-                        e.a.from(last, end));
+                        e.a.from(last, end), *e.room);
     }
     const WorkPart part = takePart(e, e.n - end, end - from, cols, share);
     subtractProduct(e.a.from(end, from), e.a.from(from, end), e.n - end, end - from, cols,
-                    e.a.from(end, end));
+                    e.a.from(end, end), *e.room);
 }
 
 template <int lanes>
@@ -261,11 +262,13 @@ FENDRA_VARIANTS(eliminateVariant, eliminatePanels)
 void eliminate(double* a, int n, double* scales, int* pivots, double* panel) {
     std::iota(pivots, pivots + n, 0);
     std::fill_n(panel, std::ptrdiff_t{panelWidth} * n, 0.0);
-    eliminateVariant(Elimination{{a, n}, n, scales, pivots, {panel, panelWidth}});
+    ProductRoom room;
+    eliminateVariant(Elimination{{a, n}, n, scales, pivots, {panel, panelWidth}, &room});
 }
 
 void eliminate(double* a, int n) {
-    eliminateVariant(Elimination{{a, n}, n, nullptr, nullptr, {nullptr, 0}});
+    ProductRoom room;
+    eliminateVariant(Elimination{{a, n}, n, nullptr, nullptr, {nullptr, 0}, &room});
 }
 
 }  // namespace kernels

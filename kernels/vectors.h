@@ -38,12 +38,12 @@ template <int lanes>
 
 }  // namespace kernels
 
-// Defines the static function `kernel`, which runs body<lanes>(arguments...) on the instruction set
-// in use, translated for each of them. `body` is a template over the number of lanes and forced
-// inline, as is all that it calls with vectors.
-// NOLINTBEGIN(bugprone-macro-parentheses): names, which parentheses would spoil
+// Defines the static function `kernel`, which runs body<lanes>(arguments...) on an instruction set,
+// its first argument, translated for each of them. `body` is a template over the number of lanes
+// and forced inline, as is all that it calls with vectors. NOLINTBEGIN(bugprone-macro-parentheses):
+// names, which parentheses would spoil
 #if defined(__x86_64__) || defined(__i386__)
-#define FENDRA_VARIANTS(kernel, body)                                               \
+#define FENDRA_FORMS(kernel, body)                                                  \
     template <typename... Arguments>                                                \
     [[gnu::target("avx512f")]] static void kernel##Avx512(Arguments... arguments) { \
         body<8>(arguments...);                                                      \
@@ -53,8 +53,8 @@ template <int lanes>
         body<4>(arguments...);                                                      \
     }                                                                               \
     template <typename... Arguments>                                                \
-    static void kernel(Arguments... arguments) {                                    \
-        switch (kernels::instructionSet()) {                                        \
+    static void kernel(kernels::InstructionSet set, Arguments... arguments) {       \
+        switch (set) {                                                              \
             case kernels::InstructionSet::avx512:                                   \
                 return kernel##Avx512(arguments...);                                \
             case kernels::InstructionSet::avx2:                                     \
@@ -64,10 +64,18 @@ template <int lanes>
         }                                                                           \
     }
 #else
-#define FENDRA_VARIANTS(kernel, body)            \
-    template <typename... Arguments>             \
-    static void kernel(Arguments... arguments) { \
-        body<2>(arguments...);                   \
+#define FENDRA_FORMS(kernel, body)                                                \
+    template <typename... Arguments>                                              \
+    static void kernel(kernels::InstructionSet /*set*/, Arguments... arguments) { \
+        body<2>(arguments...);                                                    \
     }
 #endif
+
+// The same without that argument, on the instruction set in use.
+#define FENDRA_VARIANTS(kernel, body)                               \
+    FENDRA_FORMS(kernel##On, body)                                  \
+    template <typename... Arguments>                                \
+    static void kernel(Arguments... arguments) {                    \
+        return kernel##On(kernels::instructionSet(), arguments...); \
+    }
 // NOLINTEND(bugprone-macro-parentheses)

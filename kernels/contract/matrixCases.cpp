@@ -26,8 +26,9 @@ static std::vector<double> runProduct(Form form, int size, Input& input) {
         const Block<const double> left{a.data(), depth}, right{b.data(), cols};
         const Block<double> sums{c.data(), cols}, differences{d.data(), cols};
         if (form == Form::fast) {
+            ProductRoom room;
             multiply(left, right, rows, depth, cols, sums);
-            subtractProduct(left, right, rows, depth, cols, differences);
+            subtractProduct(left, right, rows, depth, cols, differences, room);
         } else {
             plain::multiply(left, right, rows, depth, cols, sums);
             plain::subtractProduct(left, right, rows, depth, cols, differences);

@@ -9,7 +9,7 @@ namespace kernels {
 // The fast form on one of the sets; afterwards kernels run on the set that they ran on before.
 static std::vector<double> runFast(const KernelCase& kernel, int size, Input input,
                                    InstructionSet set) {
-    const InstructionSet before = instructionSet();
+    const std::optional<InstructionSet> before = chosenInstructionSet();
     chooseInstructionSet(set);
     std::vector<double> results = kernel.run(Form::fast, size, input);
     chooseInstructionSet(before);
