@@ -43,15 +43,15 @@ struct BlockSizes {
 
 }  // namespace
 
-// A strip and the rows of a tile take two thirds of the first cache, but not for fewer terms than
-// make up for the way of the sums from c and back. The rows take half of the second cache, all
-// strips half of the third.
+// A strip and the rows of a tile nearly fill the first cache, but not with fewer terms than make up
+// for the way of the sums from c and back. The rows take half of the second cache, all strips half
+// of the third.
 static constexpr int leastDepth = 192;
 template <int lanes>
 static BlockSizes blockSizes() {
     constexpr int rows = tileRows<lanes>, width = tileWidth<lanes>;
     constexpr std::size_t term = (rows + width) * sizeof(double);
-    const int depth = std::max(leastDepth, roundedDown(caches().firstLevel * 2 / 3 / term, 8));
+    const int depth = std::max(leastDepth, roundedDown(caches().firstLevel * 7 / 8 / term, 8));
     const std::size_t column = static_cast<std::size_t>(depth) * sizeof(double);
     return {depth, roundedDown(caches().secondLevel / 2 / column, rows),
             roundedDown(caches().thirdLevel / 2 / column, width)};
@@ -195,7 +195,8 @@ template <int lanes, Sign sign>
     }
 }
 
-// Rows are copied where each serves several strips.
+// Rows are copied where each serves several strips, unless they lie together in the second cache as
+// they are.
 template <int lanes, Sign sign>
 [[gnu::always_inline]] static inline void addProduct(Block<const double> a, Block<const double> b,
                                                      int rows, int depth, int cols, Block<double> c,
@@ -203,7 +204,9 @@ template <int lanes, Sign sign>
     constexpr int height = tileRows<lanes>, width = tileWidth<lanes>;
     double* copies = nullptr;
     const BlockSizes sizes = blockSizes<lanes>();
-    if (cols > 3 * width && rows >= height) {
+    const double span = static_cast<double>(rows) * static_cast<double>(a.stride) * sizeof(double);
+    const bool together = span <= static_cast<double>(caches().secondLevel) / 2;
+    if (cols > 3 * width && rows >= height && !together) {
         const std::int64_t lines = roundedUp(std::min(rows, sizes.rows), height) +
                                    roundedUp(std::min(cols, sizes.cols), width);
         const std::int64_t terms = roundedUp(std::min(depth, sizes.depth), 8);
