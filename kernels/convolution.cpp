@@ -35,15 +35,18 @@ void plain::convolveCausal(const double* x, const double* y, int N, double* resu
 // a cycle, one where each crosses a cache line. So the samples that a block needs are copied
 // `lanes` times, each copy moved by one more sample, which makes every load an aligned one: 64 kB
 // with eight lanes, copied in a fifteenth of the time that the terms take.
-static constexpr int blockOutputs = 512, blockTerms = 512;
-static constexpr int copyLength = blockOutputs + blockTerms;
+template <int lanes>
+static constexpr int sideBySide = lanes == 8 ? 16 : 12;  // of 32 registers, or 16
+template <int lanes>
+static constexpr int blockOutputs = lanes == 8 ? 512 : 480;
+static constexpr int blockTerms = 512, copyLength = 512 + blockTerms;
 
 namespace {
 
 // The sums of a block while k runs, and the samples for its next terms.
 template <int lanes>
 struct OutputBlock {
-    alignas(64) double sums[blockOutputs] = {};
+    alignas(64) double sums[std::size_t{blockOutputs<lanes>}] = {};
     alignas(64) double copies[std::size_t{lanes}][copyLength];
     double samples[copyLength];
 };
@@ -93,7 +96,7 @@ template <int lanes>
 [[gnu::always_inline]] static inline void convolveBlock(const double* w, const double* b, int S,
                                                         int count, double* result,
                                                         WorkCount& work) {
-    constexpr int vectors = lanes == 8 ? 16 : 8;
+    constexpr int vectors = sideBySide<lanes>;
     OutputBlock<lanes> block;
     const int wholeTerms = S - S % lanes;
     for (int k = 0; k < wholeTerms; k += blockTerms) {
@@ -123,18 +126,19 @@ template <int lanes>
 [[gnu::always_inline]] static inline void convolveBlocks(const double* w, const double* b, int L,
                                                          int S, double* result) {
     WorkCount work(static_cast<double>(L) * S);
-    for (int n = 0; n < L; n += blockOutputs) {
-        convolveBlock<lanes>(w + n, b, S, std::min(blockOutputs, L - n), result + n, work);
+    constexpr int outputs = blockOutputs<lanes>;
+    for (int n = 0; n < L; n += outputs) {
+        convolveBlock<lanes>(w + n, b, S, std::min(outputs, L - n), result + n, work);
     }
 }
 
 FENDRA_FORMS(convolveForm, convolveBlocks)
 
 static void tryForm(InstructionSet set) {
-    constexpr int outputs = blockOutputs, terms = 256;
-    const double w[outputs + terms] = {}, b[terms] = {};
+    constexpr int outputs = 480, terms = 256;
+    double w[outputs + terms] = {}, b[terms] = {};
     double result[outputs];
-    convolveForm(set, +w, +b, outputs, terms, +result);
+    convolveForm(set, w, b, outputs, terms, result);
 }
 
 InstructionSet convolutionForm(double multiplyAdds) {

@@ -39,29 +39,30 @@ template <int lanes>
 }  // namespace kernels
 
 // Defines the static function `kernel`, which runs body<lanes>(arguments...) on an instruction set,
-// its first argument, translated for each of them. `body` is a template over the number of lanes
-// and forced inline, as is all that it calls with vectors. NOLINTBEGIN(bugprone-macro-parentheses):
-// names, which parentheses would spoil
+// its first argument, translated for each of them. It is called, not inlined, so that all forms
+// cost their caller the same. `body` is a template over the number of lanes and forced inline, as
+// is all that it calls with vectors. NOLINTBEGIN(bugprone-macro-parentheses): names, which
+// parentheses would spoil
 #if defined(__x86_64__) || defined(__i386__)
-#define FENDRA_FORMS(kernel, body)                                                  \
-    template <typename... Arguments>                                                \
-    [[gnu::target("avx512f")]] static void kernel##Avx512(Arguments... arguments) { \
-        body<8>(arguments...);                                                      \
-    }                                                                               \
-    template <typename... Arguments>                                                \
-    [[gnu::target("avx2")]] static void kernel##Avx2(Arguments... arguments) {      \
-        body<4>(arguments...);                                                      \
-    }                                                                               \
-    template <typename... Arguments>                                                \
-    static void kernel(kernels::InstructionSet set, Arguments... arguments) {       \
-        switch (set) {                                                              \
-            case kernels::InstructionSet::avx512:                                   \
-                return kernel##Avx512(arguments...);                                \
-            case kernels::InstructionSet::avx2:                                     \
-                return kernel##Avx2(arguments...);                                  \
-            default:                                                                \
-                return body<2>(arguments...);                                       \
-        }                                                                           \
+#define FENDRA_FORMS(kernel, body)                                                              \
+    template <typename... Arguments>                                                            \
+    [[gnu::target("avx512f")]] static void kernel##Avx512(Arguments... arguments) {             \
+        body<8>(arguments...);                                                                  \
+    }                                                                                           \
+    template <typename... Arguments>                                                            \
+    [[gnu::target("avx2")]] static void kernel##Avx2(Arguments... arguments) {                  \
+        body<4>(arguments...);                                                                  \
+    }                                                                                           \
+    template <typename... Arguments>                                                            \
+    [[gnu::noinline]] static void kernel(kernels::InstructionSet set, Arguments... arguments) { \
+        switch (set) {                                                                          \
+            case kernels::InstructionSet::avx512:                                               \
+                return kernel##Avx512(arguments...);                                            \
+            case kernels::InstructionSet::avx2:                                                 \
+                return kernel##Avx2(arguments...);                                              \
+            default:                                                                            \
+                return body<2>(arguments...);                                                   \
+        }                                                                                       \
     }
 #else
 #define FENDRA_FORMS(kernel, body)                                                \
