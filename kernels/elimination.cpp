@@ -90,10 +90,11 @@ struct Elimination {
 
 // A panel is worked on in a copy, whose rows are next to each other: in the matrix they may lie a
 // power of two apart, where the caches hold few of them. It has eight columns, if not all of them
-// of the matrix.
+// of the matrix; that many are copied without a call.
 static void copy(Block<const double> from, int rows, int cols, Block<double> to) {
     for (int i = 0; i < rows; ++i) {
-        std::copy_n(from.row(i), cols, to.row(i));
+        cols == panelWidth ? std::copy_n(from.row(i), panelWidth, to.row(i))
+                           : std::copy_n(from.row(i), cols, to.row(i));
     }
 }
 

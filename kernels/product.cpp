@@ -68,8 +68,9 @@ template <int lanes, Sign sign, int vectors, int rows = tileRows<lanes>>
                                             c.from(i, 0));
     }
     if constexpr (rows > 1) {
-        addRowsInPlace<lanes, sign, vectors, rows / 2>(a.from(i, 0), strip, count - i, depth, cols,
-                                                       c.from(i, 0));
+        constexpr int fewer = rows == 6 ? 4 : rows / 2;
+        addRowsInPlace<lanes, sign, vectors, fewer>(a.from(i, 0), strip, count - i, depth, cols,
+                                                    c.from(i, 0));
     }
 }
 
@@ -82,7 +83,7 @@ template <int lanes, Sign sign, int vectors = tileVectors<lanes>>
     constexpr int width = vectors * lanes, least = (vectors - 1) * lanes;
     alignas(64) double strip[std::size_t{leastDepth} * width];
     for (; cols > least; cols -= width, b = b.from(0, width), c = c.from(0, width)) {
-        copyStrip<width>(b, depth, cols, strip);
+        copyStrip<lanes, vectors>(b, depth, cols, strip);
         addRowsInPlace<lanes, sign, vectors>(a, strip, rows, depth, cols, c);
     }
     if constexpr (vectors > 1) {
@@ -150,7 +151,7 @@ template <int lanes, int vectors = tileVectors<lanes>>
                                                      double* copy) {
     constexpr int width = vectors * lanes, least = (vectors - 1) * lanes;
     for (; cols > least; cols -= width, b = b.from(0, width)) {
-        copyStrip<width>(b, depth, cols, copy);
+        copyStrip<lanes, vectors>(b, depth, cols, copy);
         copy += std::ptrdiff_t{depth} * width;
     }
     if constexpr (vectors > 1) {
@@ -195,8 +196,8 @@ template <int lanes, Sign sign>
     }
 }
 
-// Rows are copied where each serves several strips, unless they lie together in the second cache as
-// they are.
+// Copies are made where each serves several times, unless the rows lie together in the second cache
+// as they are.
 template <int lanes, Sign sign>
 [[gnu::always_inline]] static inline void addProduct(Block<const double> a, Block<const double> b,
                                                      int rows, int depth, int cols, Block<double> c,
@@ -206,7 +207,7 @@ template <int lanes, Sign sign>
     const BlockSizes sizes = blockSizes<lanes>();
     const double span = static_cast<double>(rows) * static_cast<double>(a.stride) * sizeof(double);
     const bool together = span <= static_cast<double>(caches().secondLevel) / 2;
-    if (cols > 3 * width && rows >= height && !together) {
+    if (cols > 3 * width && rows > 3 * height && !together) {
         const std::int64_t lines = roundedUp(std::min(rows, sizes.rows), height) +
                                    roundedUp(std::min(cols, sizes.cols), width);
         const std::int64_t terms = roundedUp(std::min(depth, sizes.depth), 8);

@@ -103,13 +103,17 @@ template <int lanes, Sign sign, int rows, int vectors, typename Rows>
 }
 
 // Copies of what tiles work on, without gaps, and with zeros where they reach beyond the matrix: of
-// b up to `width` columns, of a up to `rows` rows.
-template <int width>
+// b up to vectors * lanes columns, of a up to `rows` rows.
+template <int lanes, int vectors>
 [[gnu::always_inline]] inline void copyStrip(Block<const double> b, int depth, int cols,
                                              double* copy) {
+    constexpr int width = vectors * lanes;
     for (int k = 0; k < depth; ++k, copy += width) {
         if (cols >= width) {
-            std::copy_n(b.row(k), width, copy);
+#pragma GCC unroll 16
+            for (int j = 0; j < vectors; ++j) {
+                vectorsAt<lanes>(copy)[j] = vectorsAt<lanes>(b.row(k))[j];
+            }
         } else {
             std::fill(std::copy_n(b.row(k), cols, copy), copy + width, 0.0);
         }

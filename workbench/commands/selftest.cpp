@@ -20,6 +20,15 @@ static std::string describe(const ArithmeticMode& mode) {
                        mode.flushesDenormals ? "flushed to zero" : "kept");
 }
 
+// "avx512; product avx2": the set that kernels run on, and those that run on another one.
+static std::string describeForms(const SelftestResult& result) {
+    std::string forms = result.instructions;
+    for (const auto& [kernel, set] : result.forms) {
+        forms += fmt::format("; {} {}", kernel, set);
+    }
+    return forms;
+}
+
 static void print(const SelftestResult& result, bool asJson) {
     if (asJson) {
         nlohmann::ordered_json facts = {{"instructions", result.instructions},
@@ -28,6 +37,9 @@ static void print(const SelftestResult& result, bool asJson) {
             facts["kernels"][name] = digest;
         }
         facts["all"] = result.all;
+        for (const auto& [kernel, set] : result.forms) {
+            facts["forms"][kernel] = set;
+        }
         fmt::print("{}\n", facts.dump(2));
         return;
     }
@@ -36,6 +48,7 @@ static void print(const SelftestResult& result, bool asJson) {
     }
     fmt::print("{:<24}{}\n", "all", result.all);
     fmt::print("{:<24}{}\n", "arithmetic", describe(result.mode));
+    fmt::print("{:<24}{}\n", "instructions", describeForms(result));
 }
 
 static void runAndPrint(const std::string& instructions, bool asJson) {
@@ -57,10 +70,12 @@ static void addSelftest(CLI::App& program) {
         "form, which have to agree in every bit. The digests are the same on every machine, with "
         "every instruction set and compiler; all NaNs are treated as equal. The kernels are those "
         "that "
-        "the module computes with. The last line is the mode of the arithmetic that was met; the "
-        "module itself always computes to nearest, with denormals.");
+        "the module computes with. Then comes the mode of the arithmetic that was met; the module "
+        "itself always computes to nearest, with denormals. The last line is the instruction set "
+        "that kernels run on, the widest there is, and behind it those kernels that choose, each "
+        "with the set that a short trial has found to be the fastest.");
     command.footer(
-        "  fendra selftest                            on the widest instructions there are\n"
+        "  fendra selftest                            on the instructions that the module runs on\n"
         "  fendra selftest --instructions baseline    and as an older processor computes\n");
     struct Options {
         std::string instructions;
@@ -69,7 +84,7 @@ static void addSelftest(CLI::App& program) {
     const auto options = std::make_shared<Options>();
     command
         .add_option("--instructions", options->instructions,
-                    "the instruction set to run on, instead of the widest there is")
+                    "the instruction set to run all kernels on, instead of the module's choice")
         ->check(choice({"baseline", "avx2", "avx512"}))
         ->type_name("");
     command.add_flag("--json", options->json, "print JSON");

@@ -1,5 +1,6 @@
 #include "workbench/jobs/Selftest.h"
 
+#include "kernels/MeasuredForm.h"
 #include "kernels/contract/trial.h"
 #include "workbench/messages/Failure.h"
 #include "workbench/signals/SampleDigest.h"
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <span>
+#include <string_view>
 
 // Some of the sizes, each an eighth above the one before: the large ones take the time.
 static std::vector<int> thinned(const std::vector<int>& sizes) {
@@ -49,11 +51,38 @@ static kernels::InstructionSet setNamed(const std::string& name) {
     return *named;
 }
 
+namespace {
+
+// The sets that kernels run on.
+class Sets {
+public:
+    explicit Sets(const std::string& instructions)
+        : common(instructions.empty() ? kernels::instructionSet() : setNamed(instructions)) {
+        if (instructions.empty()) {
+            forms = kernels::formsInUse();
+        }
+    }
+
+    [[nodiscard]] kernels::InstructionSet of(std::string_view kernel) const {
+        const auto form = std::find_if(
+            forms.begin(), forms.end(),
+            [&](const kernels::FormInUse& candidate) { return candidate.kernel == kernel; });
+        return form == forms.end() ? common : form->set;
+    }
+
+    kernels::InstructionSet common;
+    std::vector<kernels::FormInUse> forms;  // of kernels that choose for themselves
+};
+
+}  // namespace
+
 SelftestResult runSelftest(const std::string& instructions) {
-    const kernels::InstructionSet set =
-        instructions.empty() ? kernels::instructionSet() : setNamed(instructions);
+    const Sets sets(instructions);
     SelftestResult result;
-    result.instructions = kernels::instructionSetName(set);
+    result.instructions = kernels::instructionSetName(sets.common);
+    for (const auto& [kernel, set] : sets.forms) {
+        result.forms.emplace_back(kernel, kernels::instructionSetName(set));
+    }
     result.mode = ArithmeticMode::current();
     const StandardArithmetic standard;
     SampleDigest all;
@@ -65,7 +94,7 @@ SelftestResult runSelftest(const std::string& instructions) {
             all.add(values.data(), values.size());
         };
         const std::string difference =
-            kernels::differenceOfForms(kernel, thinned(kernel.sizes), {set}, take);
+            kernels::differenceOfForms(kernel, thinned(kernel.sizes), {sets.of(kernel.name)}, take);
         result.digests.emplace_back(kernel.name, digits(digest));
         if (!difference.empty()) {
             result.differences.push_back(fmt::format("{} at {}", kernel.name, difference));
