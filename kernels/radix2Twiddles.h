@@ -92,17 +92,17 @@ struct Chains {
     }
 };
 
-// The twiddles of all stages whose half is below `size` / 2: that of stage `half` and index j at
-// half + j. Where they are in the first cache, reading them is faster than any chain.
+// The twiddles of all stages whose half is below `size`: that of stage `half` and index j at half +
+// j. Where they are in the first cache, reading them is faster than any chain.
 struct TwiddleTable {
     static constexpr int size = 1024;
     double re[size] = {}, im[size] = {};
 };
 
-constexpr TwiddleTable makeTwiddleTable() {
+constexpr TwiddleTable makeTwiddleTable(double sign) {
     TwiddleTable table;
     for (int half = 1; half < TwiddleTable::size; half *= 2) {
-        const double theta = std::numbers::pi / half, c = cosine(theta), s = sine(theta);
+        const double theta = std::numbers::pi / half, c = cosine(theta), s = sign * sine(theta);
         double ur = 1.0, ui = 0.0;
         for (int j = half; j < 2 * half; ++j) {
             table.re[j] = ur;
@@ -114,7 +114,8 @@ constexpr TwiddleTable makeTwiddleTable() {
     }
     return table;
 }
-constexpr TwiddleTable twiddleTable = makeTwiddleTable();
+constexpr TwiddleTable forwardTwiddles = makeTwiddleTable(-1.0);
+constexpr TwiddleTable inverseTwiddles = makeTwiddleTable(1.0);
 
 // Takes all chains on by `columns` twiddles.
 template <int lanes, int stages>
