@@ -82,6 +82,28 @@ template <int lanes>
 constexpr bool takesThreeStages = lanes == 8;
 #endif
 
+// Two butterflies of one stage: between rows 0 and 1 and rows 2 and 3, or if half is more than 1,
+// between rows 0 and half and rows 1 and half + 1.
+template <int lanes, int half, typename Twiddle>
+[[gnu::always_inline]] static inline void joinPairs(Vector<lanes>* x, Vector<lanes>* y,
+                                                    const Twiddle& twiddle) {
+    constexpr int next = half == 1 ? 2 : 1;
+    Vector<lanes> ur, ui, vr, vi;
+    twiddle(half - 1, ur, ui);
+    twiddle(half == 1 ? 0 : half, vr, vi);
+    const Vector<lanes> a = ur * x[half], b = ui * y[half], c = ui * x[half], d = ur * y[half];
+    const Vector<lanes> e = vr * x[half + next], f = vi * y[half + next], g = vi * x[half + next], h = vr * y[half + next];
+    const Vector<lanes> tr = a - b, ti = c + d, sr = e - f, si = g + h;
+    x[half + next] = x[next] - sr;
+    y[half + next] = y[next] - si;
+    x[next] += sr;
+    y[next] += si;
+    x[half] = x[0] - tr;
+    y[half] = y[0] - ti;
+    x[0] += tr;
+    y[0] += ti;
+}
+
 // The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles. All
 // stages of one half of the rows come before those of the other, and so few vectors are in use at a
 // time.
@@ -89,21 +111,14 @@ template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void butterflies(Vector<lanes>* x, Vector<lanes>* y,
                                                       const Twiddle& twiddle) {
     constexpr int half = 1 << (stages - 1);
-    if constexpr (stages > 1) {
+    if constexpr (stages > 2) {
         butterflies<lanes, stages - 1>(x, y, twiddle);
         butterflies<lanes, stages - 1>(x + half, y + half, twiddle);
+    } else {
+        joinPairs<lanes, 1>(x, y, twiddle);
     }
-#pragma GCC unroll 4
-    for (int k = 0; k < half; ++k) {
-        const int p = k + half;
-        Vector<lanes> ur, ui;
-        twiddle(half - 1 + k, ur, ui);
-        const Vector<lanes> tr = ur * x[p] - ui * y[p];
-        const Vector<lanes> ti = ui * x[p] + ur * y[p];
-        x[p] = x[k] - tr;
-        y[p] = y[k] - ti;
-        x[k] += tr;
-        y[k] += ti;
+    for (int k = 0; k < half; k += 2) {
+        joinPairs<lanes, half>(x + k, y + k, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) { twiddle(run + k, ur, ui); });
     }
 }
 
@@ -183,69 +198,13 @@ template <int lanes, int stages, bool scaled>
     }
 }
 
-static constexpr int reversedOfThree[8] = {0, 4, 2, 6, 1, 5, 3, 7};
-
-// Bit reversal and the first stages take one pass, tile by tile. Of an index, let r be the first
-// three bits, s the last three and q those between: a tile is the 8 x 8 elements of one q, and goes
-// to the place of the tile of reversed q, its rows r becoming its columns and the other way round,
-// in reversed order. The stages join what lies in one column, so they take rows side by side before
-// they are transposed.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void turnTile(Complexes from, std::ptrdiff_t fromRow,
-                                                   Complexes to, std::ptrdiff_t toRow,
-                                                   double sign) {
-    constexpr int rows = 1 << stages, sets = 8 / rows;
-    for (int set = 0; set < sets; ++set) {
-        for (int s = 0; s < 8; s += lanes) {
-            Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
-#pragma GCC unroll 8
-            for (int i = 0; i < rows; ++i) {
-                const std::ptrdiff_t at = (reversedOfThree[i] + set) * fromRow + s;
-                x[i] = *vectorsAt<lanes>(from.re + at);
-                y[i] = *vectorsAt<lanes>(from.im + at);
-            }
-            butterflies<lanes, stages>(x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
-                const int g = run < 1 ? 0 : run < 3 ? 1 : 2, k = run - ((1 << g) - 1);
-                const Stage& stage = shortStages[static_cast<std::size_t>(g)];
-                ur = Vector<lanes>{} + stage.re[k];
-                ui = Vector<lanes>{} + (k == 0 ? 0.0 : sign * stage.im[k]);
-            });
-#pragma GCC unroll 4
-            for (int k = 0; k < rows; k += lanes) {
-                transpose<lanes>(x + k);
-                transpose<lanes>(y + k);
-#pragma GCC unroll 8
-                for (int t = 0; t < lanes; ++t) {
-                    const std::ptrdiff_t at = reversedOfThree[s + t] * toRow + rows * set + k;
-                    *vectorsAt<lanes>(to.re + at) = x[k + t];
-                    *vectorsAt<lanes>(to.im + at) = y[k + t];
-                }
-            }
-        }
+// The lowest bits of a number, log2 size of them, in reversed order.
+static constexpr int reversedBelow(int size, int number) {
+    int reversed = 0;
+    for (int bit = 1; bit < size; bit *= 2) {
+        reversed = 2 * reversed + (number / bit & 1);
     }
-}
-
-namespace {
-
-// Work space.
-struct Tile {
-    alignas(64) double re[64], im[64];
-};
-struct Buffer {
-    static constexpr int size = 1024;
-    alignas(64) double re[size], im[size];
-};
-
-}  // namespace
-
-template <int lanes>
-[[gnu::always_inline]] static inline void copyTile(Tile& tile, Complexes to, std::ptrdiff_t toRow) {
-    for (int r = 0; r < 8; ++r) {
-        for (int s = 0; s < 8; s += lanes) {
-            *vectorsAt<lanes>(to.re + r * toRow + s) = *vectorsAt<lanes>(tile.re + 8 * r + s);
-            *vectorsAt<lanes>(to.im + r * toRow + s) = *vectorsAt<lanes>(tile.im + 8 * r + s);
-        }
-    }
+    return reversed;
 }
 
 // The next number in bit-reversed order: counts from the bit `top` downwards.
@@ -257,18 +216,91 @@ static int nextReversed(int reversed, int top) {
     return reversed | top;
 }
 
+// Takes `lanes` columns of 2^stages rows through the first stages. They become rows, in bit-reversed
+// order like the rows that become columns.
 template <int lanes, int stages>
-[[gnu::always_inline]] static inline void firstPass(Complexes from, Complexes to, int n,
-                                                    double sign) {
-    const std::ptrdiff_t row = n / 8;
-    const int tiles = n / 64;
-    for (int q = 0, other = 0; q < tiles; ++q, other = nextReversed(other, tiles / 2)) {
-        turnTile<lanes, stages>(from + 8 * q, row, to + 8 * other, row, sign);
+[[gnu::always_inline]] static inline void turnSquare(Complexes from, std::ptrdiff_t fromRow,
+                                                     Complexes to, std::ptrdiff_t toRow,
+                                                     double sign) {
+    constexpr int rows = 1 << stages;
+    Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
+#pragma GCC unroll 8
+    for (int i = 0; i < rows; ++i) {
+        x[i] = *vectorsAt<lanes>(from.re + reversedBelow(rows, i) * fromRow);
+        y[i] = *vectorsAt<lanes>(from.im + reversedBelow(rows, i) * fromRow);
+    }
+    butterflies<lanes, stages>(x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
+        const int g = run < 1 ? 0 : run < 3 ? 1 : 2, k = run - ((1 << g) - 1);
+        const Stage& stage = shortStages[static_cast<std::size_t>(g)];
+        ur = Vector<lanes>{} + stage.re[k];
+        ui = Vector<lanes>{} + (k == 0 ? 0.0 : sign * stage.im[k]);
+    });
+#pragma GCC unroll 4
+    for (int k = 0; k < rows; k += lanes) {
+        transpose<lanes>(x + k);
+        transpose<lanes>(y + k);
+#pragma GCC unroll 8
+        for (int t = 0; t < lanes; ++t) {
+            *vectorsAt<lanes>(to.re + reversedBelow(lanes, t) * toRow + k) = x[k + t];
+            *vectorsAt<lanes>(to.im + reversedBelow(lanes, t) * toRow + k) = y[k + t];
+        }
+    }
+}
+
+namespace {
+
+// Work space.
+struct Buffer {
+    static constexpr int size = 1024;
+    alignas(64) double re[size], im[size];
+};
+
+// Bit reversal and the first stages in place take one pass, tile by tile. Of an index, let r be the
+// first three bits, s the last three and q those between: a tile is the 8 x 8 elements of one q, and
+// goes to the place of the tile of reversed q, its rows r becoming its columns and the other way
+// round, in reversed order.
+struct Tile {
+    alignas(64) double re[64], im[64];
+};
+
+}  // namespace
+
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void turnTile(Complexes from, std::ptrdiff_t fromRow,
+                                                   Complexes to, std::ptrdiff_t toRow,
+                                                   double sign) {
+    constexpr int rows = 1 << stages, sets = 8 / rows, groups = 8 / lanes;
+    for (int set = 0; set < sets; ++set) {
+        for (int group = 0; group < groups; ++group) {
+            turnSquare<lanes, stages>(
+                from + (set * fromRow + group * lanes), sets * fromRow,
+                to + (reversedBelow(groups, group) * toRow + reversedBelow(sets, set) * rows),
+                groups * toRow, sign);
+        }
+    }
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void copyTile(Tile& tile, Complexes to, std::ptrdiff_t toRow) {
+    for (int r = 0; r < 8; ++r) {
+        for (int s = 0; s < 8; s += lanes) {
+            *vectorsAt<lanes>(to.re + r * toRow + s) = *vectorsAt<lanes>(tile.re + 8 * r + s);
+            *vectorsAt<lanes>(to.im + r * toRow + s) = *vectorsAt<lanes>(tile.im + 8 * r + s);
+        }
     }
 }
 
 template <int lanes, int stages>
-[[gnu::always_inline]] static inline void firstPass(Complexes a, int n, double sign) {
+[[gnu::always_inline]] static inline void turn(Complexes from, Complexes to, int n, double sign) {
+    constexpr int rows = 1 << stages;
+    const int squares = n / (rows * lanes);
+    for (int q = 0, other = 0; q < squares; ++q, other = nextReversed(other, squares / 2)) {
+        turnSquare<lanes, stages>(from + q * lanes, n / rows, to + other * rows, n / lanes, sign);
+    }
+}
+
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void turnInPlace(Complexes a, int n, double sign) {
     const std::ptrdiff_t row = n / 8;
     const int tiles = n / 64;
     Tile tile;
@@ -285,31 +317,27 @@ template <int lanes, int stages>
 }
 
 template <int lanes>
-[[gnu::always_inline]] static inline void passes(Complexes from, Complexes to, int n, int half,
+[[gnu::always_inline]] static inline void passes(Complexes from, Complexes work, Complexes to, int n, int half,
                                                  double sign, double scale) {
     while (half < n) {
         const int left = std::countr_zero(static_cast<unsigned>(n / half));
         const bool three = left % 2 == 1 || (takesThreeStages<lanes> && half == 8 && left > 4);
         const int stages = three ? 3 : 2;
-        if (stages < left) {
+        const Complexes next = stages < left ? work : to;
+        if (stages < left || scale == 1.0) {
             if (three) {
-                pass<lanes, 3, false>(from, from, n, half, sign, scale);
+                pass<lanes, 3, false>(from, next, n, half, sign, scale);
             } else {
-                pass<lanes, 2, false>(from, from, n, half, sign, scale);
-            }
-        } else if (scale == 1.0) {
-            if (three) {
-                pass<lanes, 3, false>(from, to, n, half, sign, scale);
-            } else {
-                pass<lanes, 2, false>(from, to, n, half, sign, scale);
+                pass<lanes, 2, false>(from, next, n, half, sign, scale);
             }
         } else {
             if (three) {
-                pass<lanes, 3, true>(from, to, n, half, sign, scale);
+                pass<lanes, 3, true>(from, next, n, half, sign, scale);
             } else {
-                pass<lanes, 2, true>(from, to, n, half, sign, scale);
+                pass<lanes, 2, true>(from, next, n, half, sign, scale);
             }
         }
+        from = next;
         half <<= stages;
     }
 }
@@ -326,26 +354,27 @@ template <int lanes>
     constexpr int firstStages = takesThreeStages<lanes> ? 3 : 2, first = 1 << firstStages;
     const Complexes a = {re, im};
     const double scale = sign == 1.0 ? 1.0 / n : 1.0;
-    if (n <= Buffer::size) {
-        Buffer buffer;
-        const Complexes work = {buffer.re, buffer.im};
-        firstPass<lanes, firstStages>(a, work, n, sign);
-        passes<lanes>(work, a, n, first, sign, scale);
-        return;
+    const bool isShort = n <= Buffer::size;
+    Buffer buffer;
+    const Complexes work = {buffer.re, buffer.im};
+    if (isShort) {
+        turn<lanes, firstStages>(a, work, n, sign);
+    } else {
+        turnInPlace<lanes, firstStages>(a, n, sign);
     }
-    firstPass<lanes, firstStages>(a, n, sign);
-    WorkCount work(WorkCount::unknown);
+    WorkCount count(WorkCount::unknown);
     const int outer = blockOf(n, 1 << 14), inner = blockOf(outer, 1 << 10);
-    for (int at = 0; at < n; at += outer) {
-        work.add(WorkWatch::element * outer);
-        for (int within = at; within < at + outer; within += inner) {
-            passes<lanes>(a + within, a + within, inner, first, sign, 1.0);
+    for (std::ptrdiff_t end = inner; end <= n; end += inner) {
+        int half = first;
+        for (const int size : {inner, outer, n}) {
+            if (half < size && end % size == 0) {
+                count.add(WorkWatch::element * size);
+                const Complexes to = a + (end - size);
+                const bool inBuffer = half == first;
+                passes<lanes>(isShort ? work : to, inBuffer ? work : to, to, size, half, sign, size == n ? scale : 1.0);
+            }
+            half = size;
         }
-        passes<lanes>(a + at, a + at, outer, inner, sign, outer == n ? scale : 1.0);
-    }
-    if (outer < n) {
-        work.add(WorkWatch::element * n);
-        passes<lanes>(a, a, n, outer, sign, scale);
     }
 }
 
