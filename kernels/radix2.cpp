@@ -82,24 +82,16 @@ template <int lanes>
 constexpr bool takesThreeStages = lanes == 8;
 #endif
 
-// Two butterflies of one stage: between rows 0 and 1 and rows 2 and 3, or if half is more than 1,
-// between rows 0 and half and rows 1 and half + 1.
-template <int lanes, int half, typename Twiddle>
-[[gnu::always_inline]] static inline void joinPairs(Vector<lanes>* x, Vector<lanes>* y,
-                                                    const Twiddle& twiddle) {
-    constexpr int next = half == 1 ? 2 : 1;
-    Vector<lanes> ur, ui, vr, vi;
-    twiddle(half - 1, ur, ui);
-    twiddle(half == 1 ? 0 : half, vr, vi);
-    const Vector<lanes> a = ur * x[half], b = ui * y[half], c = ui * x[half], d = ur * y[half];
-    const Vector<lanes> e = vr * x[half + next], f = vi * y[half + next], g = vi * x[half + next], h = vr * y[half + next];
-    const Vector<lanes> tr = a - b, ti = c + d, sr = e - f, si = g + h;
-    x[half + next] = x[next] - sr;
-    y[half + next] = y[next] - si;
-    x[next] += sr;
-    y[next] += si;
-    x[half] = x[0] - tr;
-    y[half] = y[0] - ti;
+// A butterfly between two rows, with the twiddle of a run.
+template <int lanes, typename Twiddle>
+[[gnu::always_inline]] static inline void joinTwo(Vector<lanes>* x, Vector<lanes>* y, int p,
+                                                  int run, const Twiddle& twiddle) {
+    Vector<lanes> ur, ui;
+    twiddle(run, ur, ui);
+    const Vector<lanes> tr = ur * x[p] - ui * y[p];
+    const Vector<lanes> ti = ui * x[p] + ur * y[p];
+    x[p] = x[0] - tr;
+    y[p] = y[0] - ti;
     x[0] += tr;
     y[0] += ti;
 }
@@ -111,14 +103,13 @@ template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void butterflies(Vector<lanes>* x, Vector<lanes>* y,
                                                       const Twiddle& twiddle) {
     constexpr int half = 1 << (stages - 1);
-    if constexpr (stages > 2) {
+    if constexpr (stages > 1) {
         butterflies<lanes, stages - 1>(x, y, twiddle);
         butterflies<lanes, stages - 1>(x + half, y + half, twiddle);
-    } else {
-        joinPairs<lanes, 1>(x, y, twiddle);
     }
-    for (int k = 0; k < half; k += 2) {
-        joinPairs<lanes, half>(x + k, y + k, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) { twiddle(run + k, ur, ui); });
+#pragma GCC unroll 4
+    for (int k = 0; k < half; ++k) {
+        joinTwo<lanes>(x + k, y + k, half, half - 1 + k, twiddle);
     }
 }
 
@@ -317,27 +308,31 @@ template <int lanes, int stages>
 }
 
 template <int lanes>
-[[gnu::always_inline]] static inline void passes(Complexes from, Complexes work, Complexes to, int n, int half,
+[[gnu::always_inline]] static inline void passes(Complexes from, Complexes to, int n, int half,
                                                  double sign, double scale) {
     while (half < n) {
         const int left = std::countr_zero(static_cast<unsigned>(n / half));
         const bool three = left % 2 == 1 || (takesThreeStages<lanes> && half == 8 && left > 4);
         const int stages = three ? 3 : 2;
-        const Complexes next = stages < left ? work : to;
-        if (stages < left || scale == 1.0) {
+        if (stages < left) {
             if (three) {
-                pass<lanes, 3, false>(from, next, n, half, sign, scale);
+                pass<lanes, 3, false>(from, from, n, half, sign, scale);
             } else {
-                pass<lanes, 2, false>(from, next, n, half, sign, scale);
+                pass<lanes, 2, false>(from, from, n, half, sign, scale);
+            }
+        } else if (scale == 1.0) {
+            if (three) {
+                pass<lanes, 3, false>(from, to, n, half, sign, scale);
+            } else {
+                pass<lanes, 2, false>(from, to, n, half, sign, scale);
             }
         } else {
             if (three) {
-                pass<lanes, 3, true>(from, next, n, half, sign, scale);
+                pass<lanes, 3, true>(from, to, n, half, sign, scale);
             } else {
-                pass<lanes, 2, true>(from, next, n, half, sign, scale);
+                pass<lanes, 2, true>(from, to, n, half, sign, scale);
             }
         }
-        from = next;
         half <<= stages;
     }
 }
@@ -370,8 +365,7 @@ template <int lanes>
             if (half < size && end % size == 0) {
                 count.add(WorkWatch::element * size);
                 const Complexes to = a + (end - size);
-                const bool inBuffer = half == first;
-                passes<lanes>(isShort ? work : to, inBuffer ? work : to, to, size, half, sign, size == n ? scale : 1.0);
+                passes<lanes>(isShort ? work : to, to, size, half, sign, size == n ? scale : 1.0);
             }
             half = size;
         }
