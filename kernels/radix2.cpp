@@ -142,9 +142,8 @@ template <int lanes, int stages, bool scaled>
 [[gnu::always_inline]] static inline void tablePass(Complexes from, Complexes to, int n, int half,
                                                     double sign, double scale) {
     const std::ptrdiff_t row = half;
-    const TwiddleTable& table = sign == 1.0 ? inverseTwiddles : forwardTwiddles;
-    const double* tableRe = table.re + row;
-    const double* tableIm = table.im + row;
+    const double* tableRe = twiddleTable.re + row;
+    const double* tableIm = (sign == 1.0 ? twiddleTable.inverseIm : twiddleTable.forwardIm) + row;
     for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
         joinRows<lanes, stages, scaled>(
             from + block, to + block, row, row, scale,
@@ -242,7 +241,7 @@ namespace {
 
 // Work space.
 struct Buffer {
-    static constexpr int size = 1024;
+    static constexpr int size = 2048;
     alignas(64) double re[size], im[size];
 };
 
@@ -358,7 +357,7 @@ template <int lanes>
         turnInPlace<lanes, firstStages>(a, n, sign);
     }
     WorkCount count(WorkCount::unknown);
-    const int outer = blockOf(n, 1 << 14), inner = blockOf(outer, 1 << 10);
+    const int outer = blockOf(n, 1 << 14), inner = isShort ? n : blockOf(outer, 1 << 10);
     for (std::ptrdiff_t end = inner; end <= n; end += inner) {
         int half = first;
         for (const int size : {inner, outer, n}) {

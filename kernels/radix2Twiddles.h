@@ -93,20 +93,21 @@ struct Chains {
 };
 
 // The twiddles of all stages whose half is below `size`: that of stage `half` and index j at half +
-// j. Where they are in the first cache, reading them is faster than any chain.
+// j. Where they are in the first caches, reading them is faster than any chain.
 struct TwiddleTable {
-    static constexpr int size = 1024;
-    double re[size] = {}, im[size] = {};
+    static constexpr int size = 2048;
+    double re[size] = {}, forwardIm[size] = {}, inverseIm[size] = {};  // sign -1 and 1
 };
 
-constexpr TwiddleTable makeTwiddleTable(double sign) {
+constexpr TwiddleTable makeTwiddleTable() {
     TwiddleTable table;
     for (int half = 1; half < TwiddleTable::size; half *= 2) {
-        const double theta = std::numbers::pi / half, c = cosine(theta), s = sign * sine(theta);
+        const double theta = std::numbers::pi / half, c = cosine(theta), s = sine(theta);
         double ur = 1.0, ui = 0.0;
         for (int j = half; j < 2 * half; ++j) {
             table.re[j] = ur;
-            table.im[j] = ui;
+            table.forwardIm[j] = 0.0 - ui;  // never a negative zero
+            table.inverseIm[j] = ui;
             const double next = c * ur - s * ui;
             ui = c * ui + s * ur;
             ur = next;
@@ -114,8 +115,7 @@ constexpr TwiddleTable makeTwiddleTable(double sign) {
     }
     return table;
 }
-constexpr TwiddleTable forwardTwiddles = makeTwiddleTable(-1.0);
-constexpr TwiddleTable inverseTwiddles = makeTwiddleTable(1.0);
+constexpr TwiddleTable twiddleTable = makeTwiddleTable();
 
 // Takes all chains on by `columns` twiddles.
 template <int lanes, int stages>
