@@ -63,32 +63,60 @@ void plain::radix2(double* re, double* im, int n, double sign) {
     }
 }
 
-// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles.
+namespace {
+
+// Complex numbers in two arrays.
+struct Complexes {
+    double *re, *im;
+    Complexes operator+(std::ptrdiff_t offset) const { return {re + offset, im + offset}; }
+};
+
+}  // namespace
+
+// Three stages take 16 vectors of data.
+#ifdef __aarch64__
+template <int lanes>
+constexpr bool takesThreeStages = true;
+#else
+template <int lanes>
+constexpr bool takesThreeStages = lanes == 8;
+#endif
+
+// A butterfly between two rows, with the twiddle of a run.
+template <int lanes, typename Twiddle>
+[[gnu::always_inline]] static inline void joinTwo(Vector<lanes>* x, Vector<lanes>* y, int p,
+                                                  int run, const Twiddle& twiddle) {
+    Vector<lanes> ur, ui;
+    twiddle(run, ur, ui);
+    const Vector<lanes> tr = ur * x[p] - ui * y[p];
+    const Vector<lanes> ti = ui * x[p] + ur * y[p];
+    x[p] = x[0] - tr;
+    y[p] = y[0] - ti;
+    x[0] += tr;
+    y[0] += ti;
+}
+
+// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles. All
+// stages of one half of the rows come before those of the other, and so few vectors are in use at a
+// time.
 template <int lanes, int stages, typename Twiddle>
-[[gnu::always_inline]] static inline void butterflies(Vector<lanes> (&x)[std::size_t{1} << stages],
-                                                      Vector<lanes> (&y)[std::size_t{1} << stages],
+[[gnu::always_inline]] static inline void butterflies(Vector<lanes>* x, Vector<lanes>* y,
                                                       const Twiddle& twiddle) {
+    constexpr int half = 1 << (stages - 1);
+    if constexpr (stages > 1) {
+        butterflies<lanes, stages - 1>(x, y, twiddle);
+        butterflies<lanes, stages - 1>(x + half, y + half, twiddle);
+    }
 #pragma GCC unroll 4
-    for (int g = 0; g < stages; ++g) {
-#pragma GCC unroll 4
-        for (int b = 0; b < 1 << (stages - 1); ++b) {
-            const int k = b % (1 << g), i = 2 * b - k, p = i + (1 << g);
-            Vector<lanes> ur, ui;
-            twiddle((1 << g) - 1 + k, ur, ui);
-            const Vector<lanes> tr = ur * x[p] - ui * y[p];
-            const Vector<lanes> ti = ui * x[p] + ur * y[p];
-            x[p] = x[i] - tr;
-            y[p] = y[i] - ti;
-            x[i] += tr;
-            y[i] += ti;
-        }
+    for (int k = 0; k < half; ++k) {
+        joinTwo<lanes>(x + k, y + k, half, half - 1 + k, twiddle);
     }
 }
 
-// Runs some stages between rows that lie `row` apart, on `columns` columns from re and im on.
-// twiddle(run, j, ur, ui) sets the twiddles at column j.
-template <int lanes, int stages, typename Twiddle>
-[[gnu::always_inline]] static inline void joinRows(double* re, double* im, std::ptrdiff_t row,
+// Runs some stages between rows that lie `row` apart, on `columns` columns. twiddle(run, j, ur, ui)
+// sets the twiddles at column j.
+template <int lanes, int stages, bool scaled, typename Twiddle>
+[[gnu::always_inline]] static inline void joinRows(Complexes from, Complexes to, std::ptrdiff_t row,
                                                    std::ptrdiff_t columns, double scale,
                                                    const Twiddle& twiddle) {
     constexpr int rows = 1 << stages;
@@ -96,39 +124,39 @@ template <int lanes, int stages, typename Twiddle>
         Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
 #pragma GCC unroll 8
         for (int i = 0; i < rows; ++i) {
-            x[i] = *vectorsAt<lanes>(re + i * row + j);
-            y[i] = *vectorsAt<lanes>(im + i * row + j);
+            x[i] = *vectorsAt<lanes>(from.re + i * row + j);
+            y[i] = *vectorsAt<lanes>(from.im + i * row + j);
         }
         butterflies<lanes, stages>(
             x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) { twiddle(run, j, ur, ui); });
 #pragma GCC unroll 8
         for (int i = 0; i < rows; ++i) {
-            *vectorsAt<lanes>(re + i * row + j) = x[i] * scale;
-            *vectorsAt<lanes>(im + i * row + j) = y[i] * scale;
+            *vectorsAt<lanes>(to.re + i * row + j) = scaled ? x[i] * scale : x[i];
+            *vectorsAt<lanes>(to.im + i * row + j) = scaled ? y[i] * scale : y[i];
         }
     }
 }
 
 // The stages from `half` on, all of which are in the table, and the scale.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void tablePass(double* re, double* im, int n, int half,
+template <int lanes, int stages, bool scaled>
+[[gnu::always_inline]] static inline void tablePass(Complexes from, Complexes to, int n, int half,
                                                     double sign, double scale) {
     const std::ptrdiff_t row = half;
     const double* tableRe = twiddleTable.re + row;
-    const double* tableIm = twiddleTable.im + row;
+    const double* tableIm = (sign == 1.0 ? twiddleTable.inverseIm : twiddleTable.forwardIm) + row;
     for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
-        joinRows<lanes, stages>(
-            re + block, im + block, row, row, scale,
+        joinRows<lanes, stages, scaled>(
+            from + block, to + block, row, row, scale,
             [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
                 ur = *vectorsAt<lanes>(tableRe + run * row + j);
-                ui = *vectorsAt<lanes>(tableIm + run * row + j) * sign + 0.0;  // no negative zero
+                ui = *vectorsAt<lanes>(tableIm + run * row + j);
             });
     }
 }
 
 // The stages from `half` on by chains, and the scale.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void chainPass(double* re, double* im, int n, int half,
+template <int lanes, int stages, bool scaled>
+[[gnu::always_inline]] static inline void chainPass(Complexes from, Complexes to, int n, int half,
                                                     double sign, double scale) {
     Chains<stages> chains(half, sign);
     const std::ptrdiff_t row = half, part = half / chains.parts, columns = chains.columns;
@@ -139,8 +167,8 @@ template <int lanes, int stages>
                 const std::ptrdiff_t at = block + p * part + piece;
                 const double* latestRe = chains.latestRe + p * chains.runs * columns;
                 const double* latestIm = chains.latestIm + p * chains.runs * columns;
-                joinRows<lanes, stages>(
-                    re + at, im + at, row, columns, scale,
+                joinRows<lanes, stages, scaled>(
+                    from + at, to + at, row, columns, scale,
                     [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
                         ur = *vectorsAt<lanes>(latestRe + run * columns + j);
                         ui = *vectorsAt<lanes>(latestIm + run * columns + j);
@@ -150,132 +178,195 @@ template <int lanes, int stages>
     }
 }
 
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void pass(double* re, double* im, int n, int half, double sign,
-                                               double scale) {
+template <int lanes, int stages, bool scaled>
+[[gnu::always_inline]] static inline void pass(Complexes from, Complexes to, int n, int half,
+                                               double sign, double scale) {
     if (half << stages <= TwiddleTable::size) {
-        tablePass<lanes, stages>(re, im, n, half, sign, scale);
+        tablePass<lanes, stages, scaled>(from, to, n, half, sign, scale);
     } else {
-        chainPass<lanes, stages>(re, im, n, half, sign, scale);
+        chainPass<lanes, stages, scaled>(from, to, n, half, sign, scale);
+    }
+}
+
+// The lowest bits of a number, log2 size of them, in reversed order.
+static constexpr int reversedBelow(int size, int number) {
+    int reversed = 0;
+    for (int bit = 1; bit < size; bit *= 2) {
+        reversed = 2 * reversed + (number / bit & 1);
+    }
+    return reversed;
+}
+
+// The next number in bit-reversed order: counts from the bit `top` downwards.
+static int nextReversed(int reversed, int top) {
+    while ((reversed & top) != 0) {
+        reversed ^= top;
+        top /= 2;
+    }
+    return reversed | top;
+}
+
+// Takes `lanes` columns of 2^stages rows through the first stages. They become rows, in bit-reversed
+// order like the rows that become columns.
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void turnSquare(Complexes from, std::ptrdiff_t fromRow,
+                                                     Complexes to, std::ptrdiff_t toRow,
+                                                     double sign) {
+    constexpr int rows = 1 << stages;
+    Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
+#pragma GCC unroll 8
+    for (int i = 0; i < rows; ++i) {
+        x[i] = *vectorsAt<lanes>(from.re + reversedBelow(rows, i) * fromRow);
+        y[i] = *vectorsAt<lanes>(from.im + reversedBelow(rows, i) * fromRow);
+    }
+    butterflies<lanes, stages>(x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
+        const int g = run < 1 ? 0 : run < 3 ? 1 : 2, k = run - ((1 << g) - 1);
+        const Stage& stage = shortStages[static_cast<std::size_t>(g)];
+        ur = Vector<lanes>{} + stage.re[k];
+        ui = Vector<lanes>{} + (k == 0 ? 0.0 : sign * stage.im[k]);
+    });
+#pragma GCC unroll 4
+    for (int k = 0; k < rows; k += lanes) {
+        transpose<lanes>(x + k);
+        transpose<lanes>(y + k);
+#pragma GCC unroll 8
+        for (int t = 0; t < lanes; ++t) {
+            *vectorsAt<lanes>(to.re + reversedBelow(lanes, t) * toRow + k) = x[k + t];
+            *vectorsAt<lanes>(to.im + reversedBelow(lanes, t) * toRow + k) = y[k + t];
+        }
     }
 }
 
 namespace {
 
-// Bit reversal and the first three stages take one pass, tile by tile. Of an index, let r be the
-// first three bits, s the last three and q those between: a tile is the 8 x 8 elements of one q,
-// and goes to the place of the tile of reversed q, its rows r becoming its columns and the other
-// way round, in reversed order. The stages join what lies in one column, so they take whole rows
-// side by side before the tile is transposed.
+// Work space.
+struct Buffer {
+    static constexpr int size = 2048;
+    alignas(64) double re[size], im[size];
+};
+
+// Bit reversal and the first stages in place take one pass, tile by tile. Of an index, let r be the
+// first three bits, s the last three and q those between: a tile is the 8 x 8 elements of one q, and
+// goes to the place of the tile of reversed q, its rows r becoming its columns and the other way
+// round, in reversed order.
 struct Tile {
-    alignas(64) double re[8][8], im[8][8];
+    alignas(64) double re[64], im[64];
 };
 
 }  // namespace
-static constexpr int reversedOfThree[8] = {0, 4, 2, 6, 1, 5, 3, 7};
 
-template <int lanes>
-[[gnu::always_inline]] static inline void loadTile(const double* re, const double* im,
-                                                   std::ptrdiff_t stride, double sign, Tile& tile) {
-    for (int s = 0; s < 8; s += lanes) {
-        Vector<lanes> x[8], y[8];
-#pragma GCC unroll 8
-        for (int r = 0; r < 8; ++r) {
-            x[reversedOfThree[r]] = *vectorsAt<lanes>(re + r * stride + s);
-            y[reversedOfThree[r]] = *vectorsAt<lanes>(im + r * stride + s);
-        }
-        butterflies<lanes, 3>(x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
-            const int g = run < 1 ? 0 : run < 3 ? 1 : 2, k = run - ((1 << g) - 1);
-            const Stage& stage = shortStages[static_cast<std::size_t>(g)];
-            ur = Vector<lanes>{} + stage.re[k];
-            ui = Vector<lanes>{} + sign * stage.im[k];  // never a negative zero
-        });
-        for (int r = 0; r < 8; r += lanes) {
-            Vector<lanes> u[std::size_t{lanes}], v[std::size_t{lanes}];
-#pragma GCC unroll 8
-            for (int t = 0; t < lanes; ++t) {
-                u[t] = x[r + t];
-                v[t] = y[r + t];
-            }
-            transpose<lanes>(u);
-            transpose<lanes>(v);
-#pragma GCC unroll 8
-            for (int t = 0; t < lanes; ++t) {
-                *vectorsAt<lanes>(tile.re[reversedOfThree[s + t]] + r) = u[t];
-                *vectorsAt<lanes>(tile.im[reversedOfThree[s + t]] + r) = v[t];
-            }
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void turnTile(Complexes from, std::ptrdiff_t fromRow,
+                                                   Complexes to, std::ptrdiff_t toRow,
+                                                   double sign) {
+    constexpr int rows = 1 << stages, sets = 8 / rows, groups = 8 / lanes;
+    for (int set = 0; set < sets; ++set) {
+        for (int group = 0; group < groups; ++group) {
+            turnSquare<lanes, stages>(
+                from + (set * fromRow + group * lanes), sets * fromRow,
+                to + (reversedBelow(groups, group) * toRow + reversedBelow(sets, set) * rows),
+                groups * toRow, sign);
         }
     }
 }
 
 template <int lanes>
-[[gnu::always_inline]] static inline void storeTile(const Tile& tile, double* re, double* im,
-                                                    std::ptrdiff_t stride) {
+[[gnu::always_inline]] static inline void copyTile(Tile& tile, Complexes to, std::ptrdiff_t toRow) {
     for (int r = 0; r < 8; ++r) {
         for (int s = 0; s < 8; s += lanes) {
-            *vectorsAt<lanes>(re + r * stride + s) = *vectorsAt<lanes>(tile.re[r] + s);
-            *vectorsAt<lanes>(im + r * stride + s) = *vectorsAt<lanes>(tile.im[r] + s);
+            *vectorsAt<lanes>(to.re + r * toRow + s) = *vectorsAt<lanes>(tile.re + 8 * r + s);
+            *vectorsAt<lanes>(to.im + r * toRow + s) = *vectorsAt<lanes>(tile.im + 8 * r + s);
         }
     }
 }
 
-template <int lanes>
-[[gnu::always_inline]] static inline void firstPass(double* re, double* im, int n, double sign) {
-    const std::ptrdiff_t stride = n / 8;
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void turn(Complexes from, Complexes to, int n, double sign) {
+    constexpr int rows = 1 << stages;
+    const int squares = n / (rows * lanes);
+    for (int q = 0, other = 0; q < squares; ++q, other = nextReversed(other, squares / 2)) {
+        turnSquare<lanes, stages>(from + q * lanes, n / rows, to + other * rows, n / lanes, sign);
+    }
+}
+
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void turnInPlace(Complexes a, int n, double sign) {
+    const std::ptrdiff_t row = n / 8;
     const int tiles = n / 64;
-    Tile here, there;
-    for (int q = 0, other = 0; q < tiles; ++q) {
-        if (q <= other) {
-            const int from = 8 * q, to = 8 * other;
-            loadTile<lanes>(re + from, im + from, stride, sign, here);
-            loadTile<lanes>(re + to, im + to, stride, sign, there);
-            storeTile<lanes>(there, re + from, im + from, stride);
-            storeTile<lanes>(here, re + to, im + to, stride);
+    Tile tile;
+    for (int q = 0, other = 0; q < tiles; ++q, other = nextReversed(other, tiles / 2)) {
+        if (q > other) {
+            continue;
         }
-        int bit = tiles / 2;
-        for (; (other & bit) != 0; bit /= 2) {
-            other ^= bit;
+        turnTile<lanes, stages>(a + 8 * q, row, {tile.re, tile.im}, 8, sign);
+        if (q < other) {
+            turnTile<lanes, stages>(a + 8 * other, row, a + 8 * q, row, sign);
         }
-        other ^= bit;
+        copyTile<lanes>(tile, a + 8 * other, row);
     }
 }
 
-// All stages from `half` on, which is 8 or leaves an even number of stages.
-//
-// Three stages in a pass need 16 lines of memory at a time, which are all in one set of the first
-// cache if half is 512 or more; a set has 8 or 12. So passes of three come first, one or two, and
-// leave an even number of stages to passes of two.
 template <int lanes>
-[[gnu::always_inline]] static inline void passes(double* re, double* im, int n, int half,
+[[gnu::always_inline]] static inline void passes(Complexes from, Complexes to, int n, int half,
                                                  double sign, double scale) {
     while (half < n) {
         const int left = std::countr_zero(static_cast<unsigned>(n / half));
-        const int stages = left % 2 == 1 || (half == 8 && left > 4) ? 3 : 2;
-        const double factor = stages == left ? scale : 1.0;
-        if (stages == 3) {
-            pass<lanes, 3>(re, im, n, half, sign, factor);
+        const bool three = left % 2 == 1 || (takesThreeStages<lanes> && half == 8 && left > 4);
+        const int stages = three ? 3 : 2;
+        if (stages < left) {
+            if (three) {
+                pass<lanes, 3, false>(from, from, n, half, sign, scale);
+            } else {
+                pass<lanes, 2, false>(from, from, n, half, sign, scale);
+            }
+        } else if (scale == 1.0) {
+            if (three) {
+                pass<lanes, 3, false>(from, to, n, half, sign, scale);
+            } else {
+                pass<lanes, 2, false>(from, to, n, half, sign, scale);
+            }
         } else {
-            pass<lanes, 2>(re, im, n, half, sign, factor);
+            if (three) {
+                pass<lanes, 3, true>(from, to, n, half, sign, scale);
+            } else {
+                pass<lanes, 2, true>(from, to, n, half, sign, scale);
+            }
         }
         half <<= stages;
     }
 }
 
-// A long transform first goes as far as it can in blocks for the second cache (1 MB at most), so
-// that an even number of stages is left.
+static int blockOf(int n, int limit) {
+    while (n > limit) {
+        n /= 4;
+    }
+    return n;
+}
+
 template <int lanes>
 [[gnu::always_inline]] static inline void transform(double* re, double* im, int n, double sign) {
-    firstPass<lanes>(re, im, n, sign);
-    int size = n;
-    while (size > 1 << 16) {
-        size /= 4;
+    constexpr int firstStages = takesThreeStages<lanes> ? 3 : 2, first = 1 << firstStages;
+    const Complexes a = {re, im};
+    const double scale = sign == 1.0 ? 1.0 / n : 1.0;
+    const bool isShort = n <= Buffer::size;
+    Buffer buffer;
+    const Complexes work = {buffer.re, buffer.im};
+    if (isShort) {
+        turn<lanes, firstStages>(a, work, n, sign);
+    } else {
+        turnInPlace<lanes, firstStages>(a, n, sign);
     }
-    WorkCount work(WorkCount::unknown);
-    for (int half = 8; half < n; half = size, size = n) {
-        const double scale = sign == 1.0 && size == n ? 1.0 / n : 1.0;
-        for (int block = 0; block < n; block += size) {
-            work.add(WorkWatch::element * size);
-            passes<lanes>(re + block, im + block, size, half, sign, scale);
+    WorkCount count(WorkCount::unknown);
+    const int outer = blockOf(n, 1 << 14), inner = isShort ? n : blockOf(outer, 1 << 10);
+    for (std::ptrdiff_t end = inner; end <= n; end += inner) {
+        int half = first;
+        for (const int size : {inner, outer, n}) {
+            if (half < size && end % size == 0) {
+                count.add(WorkWatch::element * size);
+                const Complexes to = a + (end - size);
+                passes<lanes>(isShort ? work : to, to, size, half, sign, size == n ? scale : 1.0);
+            }
+            half = size;
         }
     }
 }

@@ -92,11 +92,11 @@ struct Chains {
     }
 };
 
-// The twiddles of all stages whose half is below `size` / 2: that of stage `half` and index j at
-// half + j. Where they are in the first cache, reading them is faster than any chain.
+// The twiddles of all stages whose half is below `size`: that of stage `half` and index j at half +
+// j. Where they are in the first caches, reading them is faster than any chain.
 struct TwiddleTable {
-    static constexpr int size = 1024;
-    double re[size] = {}, im[size] = {};
+    static constexpr int size = 2048;
+    double re[size] = {}, forwardIm[size] = {}, inverseIm[size] = {};  // sign -1 and 1
 };
 
 constexpr TwiddleTable makeTwiddleTable() {
@@ -106,7 +106,8 @@ constexpr TwiddleTable makeTwiddleTable() {
         double ur = 1.0, ui = 0.0;
         for (int j = half; j < 2 * half; ++j) {
             table.re[j] = ur;
-            table.im[j] = ui;
+            table.forwardIm[j] = 0.0 - ui;  // never a negative zero
+            table.inverseIm[j] = ui;
             const double next = c * ur - s * ui;
             ui = c * ui + s * ur;
             ur = next;

@@ -2,7 +2,7 @@
 
 #include "kernels/vectors.h"
 
-#include <cstddef>
+#include <utility>
 
 namespace kernels {
 
@@ -37,22 +37,31 @@ template <int lanes>
     }
 }
 
-// Lane j of vector i and lane i of vector j change places. An element's index is i and then j in
-// binary; each round turns it round by one bit.
-template <int lanes>
-[[gnu::always_inline]] inline void transpose(Vector<lanes> (&v)[std::size_t{lanes}]) {
-    constexpr int half = lanes / 2;
-    Vector<lanes> turned[std::size_t{lanes}];
-#pragma GCC unroll 4
-    for (int round = 1; round < lanes; round *= 2) {
+// The lanes of a that have the bit `distance` in their number change places with those of b that
+// have not.
+template <int lanes, int distance>
+[[gnu::always_inline]] inline void exchangeLanes(Vector<lanes>& a, Vector<lanes>& b) {
+    [&]<int... lane>(std::integer_sequence<int, lane...>) __attribute__((always_inline)) {
+        const Vector<lanes> low = __builtin_shufflevector(
+            a, b, ((lane & distance) == 0 ? lane : lanes + lane - distance)...);
+        b = __builtin_shufflevector(
+            a, b, ((lane & distance) == 0 ? lane + distance : lanes + lane)...);
+        a = low;
+    }
+    (std::make_integer_sequence<int, lanes>());
+}
+
+// Lane j of vector i and lane i of vector j change places, for all bits of i and j in turn.
+template <int lanes, int distance = 1>
+[[gnu::always_inline]] inline void transpose(Vector<lanes>* v) {
 #pragma GCC unroll 8
-        for (int i = 0; i < half; ++i) {
-            interleave<lanes>(v[i], v[i + half], turned[2 * i], turned[2 * i + 1]);
+    for (int i = 0; i < lanes; ++i) {
+        if ((i & distance) == 0) {
+            exchangeLanes<lanes, distance>(v[i], v[i + distance]);
         }
-#pragma GCC unroll 8
-        for (int i = 0; i < lanes; ++i) {
-            v[i] = turned[i];
-        }
+    }
+    if constexpr (2 * distance < lanes) {
+        transpose<lanes, 2 * distance>(v);
     }
 }
 
