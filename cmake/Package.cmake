@@ -10,16 +10,21 @@ if(WIN32)
   list(APPEND copyrights gcc-mingw-w64-base libz-mingw-w64-dev mingw-w64-common)
   list(APPEND packed runtime sndfile)
 endif()
+math(EXPR bits "8 * ${CMAKE_SIZEOF_VOID_P}")
+set(target ${system}${bits})
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "aarch64")
+  set(target ${system}-arm64)
+  set(onProcessor " on ARM")
+endif()
+set(folder fendra-${PROJECT_VERSION}-${target})
 if(TARGET fendra_window)  # which is under another licence than all else
   list(APPEND packed fendra_window)
   list(APPEND copyrights libqcustomplot-dev)
   install(FILES docs/package/window-part.txt /usr/share/common-licenses/GPL-3
-    DESTINATION fendra-${PROJECT_VERSION}-linux64/licences COMPONENT package EXCLUDE_FROM_ALL)
+    DESTINATION ${folder}/licences COMPONENT package EXCLUDE_FROM_ALL)
 endif()
 get_property(parts GLOBAL PROPERTY FENDRA_PARTS)
 list(APPEND packed ${parts})
-math(EXPR bits "8 * ${CMAKE_SIZEOF_VOID_P}")
-set(folder fendra-${PROJECT_VERSION}-${system}${bits})
 
 install(TARGETS ${packed}
   RUNTIME DESTINATION ${folder} COMPONENT package EXCLUDE_FROM_ALL
@@ -33,7 +38,7 @@ if(NOT installedPath STREQUAL CMAKE_INSTALL_RPATH)
 endif()
 set(readme ${PROJECT_BINARY_DIR}/readme)
 # The read-me of the system tells by this what the target has and lacks. Its line ends come last.
-set(about docs/package/${system}${bits}.txt)
+set(about docs/package/${target}.txt)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${about})
 file(READ ${about} about)
 configure_file(docs/package/${system}.txt ${readme}/draft.txt @ONLY)

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # tests/packages.sh ARCHIVE...: unpacks each in a folder of another name, and does what its read-me
-# tells to try, with the result that it tells. Programs of Windows run under Wine, but not those of 32
-# bits, of which the files are compared with those of 64 bits.
+# tells to try, with the result that it tells. Programs of ARM run under qemu, those of Windows under
+# Wine, but not those of 32 bits, of which the files are compared with those of 64 bits.
 set -euo pipefail
 
 scratch=$(mktemp -d)
@@ -15,6 +15,7 @@ try() {
     local fendra line words digest
     digest=$(sed -n 's/.*"\(all [0-9a-f]*\)".*/\1/p' README.txt)
     case $1 in
+        *linux-arm64*) fendra=(/usr/bin/qemu-aarch64 ./fendra) ;;
         *linux*) fendra=(./fendra) ;;
         *) fendra=(/usr/lib/wine/wine64 ./fendra.exe) ;;
     esac

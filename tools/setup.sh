@@ -9,8 +9,10 @@ pythonPackages=(python3-dev pybind11-dev python3-numpy python3-scipy python3-pan
 formatPackages=(clang-format-14)
 clangPackages=(clang-14 libclang-rt-14-dev)
 lintPackages=(clang-14 clang-tidy-14)
-# What the other targets take beside these. wine64 runs the programs of 64-bit Windows.
-linux32Packages=(g++-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386 zlib1g:i386)
+# What the other targets take beside these. qemu runs the programs of ARM, wine64 those of 64-bit Windows.
+linux32Packages=(g++-12-multilib googletest libfmt-dev:i386 libsndfile1-dev:i386 nettle-dev:i386 zlib1g:i386)
+arm64Packages=(g++-aarch64-linux-gnu googletest libfmt-dev:arm64 libsndfile1-dev:arm64 nettle-dev:arm64
+    zlib1g:arm64 qemu-user)
 windowsPackages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest libz-mingw-w64-dev dpkg-dev wine64)
 windowsSources=(libsndfile flac)
 packagePackages=(git zip)
@@ -92,22 +94,27 @@ installMissing() {
     mv build/log/packages build/log/packages-update
     asRoot env DEBIAN_FRONTEND=noninteractive \
         apt-get install -y --no-install-recommends --no-remove "${missing[@]}" || {
-        grep -hE '^(E|W|Err)' build/log/packages-update build/log/packages | tail -n 20 >&2
+        grep -hE -A 1 '^(E|W|Err)|will be REMOVED' build/log/packages-update build/log/packages | tail -n 20 >&2
         say "These packages of Debian 12 could not be installed; what was said is in build/log/packages*"
         return 1
     }
 }
 
-# addI386 WHY: lets packages of i386 be installed, which only a Debian of amd64 can have beside its own.
-addI386() {
-    [ "$(dpkg --print-architecture)" = amd64 ] || {
-        say "That takes Debian on amd64, and this is $(dpkg --print-architecture): packages $1"
-        return 1
-    }
-    dpkg --print-foreign-architectures | grep -qx i386 || {
-        say "Adding the Debian architecture i386 $1"
-        asRoot dpkg --add-architecture i386 || { cat build/log/packages >&2; return 1; }
-    }
+# addArchitectures PACKAGE[:ARCHITECTURE]...: lets packages of i386 and arm64 be installed where some are
+# among these. Debian has what they are used with here for amd64 alone.
+addArchitectures() {
+    local architecture
+    for architecture in i386 arm64; do
+        [[ " $* " = *:$architecture\ * ]] || continue
+        [ "$(dpkg --print-architecture)" = amd64 ] || {
+            say "That takes Debian on amd64, and this is $(dpkg --print-architecture): packages of $architecture"
+            return 1
+        }
+        dpkg --print-foreign-architectures | grep -qx $architecture || {
+            say "Adding the Debian architecture $architecture"
+            asRoot dpkg --add-architecture $architecture || { cat build/log/packages >&2; return 1; }
+        }
+    done
 }
 
 # configure PRESET: a build that was moved or copied here with its project is made anew.

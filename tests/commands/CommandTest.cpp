@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <sstream>
 #include <string>
@@ -19,9 +20,9 @@
 //     ! a line on standard error
 //     + a file that the command creates; any other difference to the fixtures is a failure
 //     = exit status, where it is not 0
-//     ? what it needs, audio or linux: skipped where the variable FENDRA_LACKS names that; or
-//       windows: skipped where linux is not lacking; or a part, as fendra-mat: skipped where that
-//       program is not beside this one
+//     ? what it needs, and is skipped without: audio, linux or native (a processor of its own, and
+//       no emulator) unless the variable FENDRA_LACKS names that; windows, where that names linux;
+//       or a part, as fendra-mat, beside this program
 // Lines that begin with # are comments; an empty line ends a case.
 
 namespace fs = std::filesystem;
@@ -127,22 +128,26 @@ class Command : public testing::TestWithParam<Case> {};
 
 }  // namespace
 
-static bool isLacking(const std::string& needs, const fs::path& programs) {
-    if (needs.rfind("fendra-", 0) == 0) {
-        return !fs::exists(programs / needs);
+static bool isLacking(const std::string& need, const fs::path& programs) {
+    if (need.rfind("fendra-", 0) == 0) {
+        return !fs::exists(programs / need);
     }
     const char* const variable = std::getenv("FENDRA_LACKS");
     const std::string lacks = variable == nullptr ? "" : variable;
-    if (needs == "windows") {
-        return lacks.find("linux") == std::string::npos;
-    }
-    return !needs.empty() && lacks.find(needs) != std::string::npos;
+    return need == "windows" ? lacks.find("linux") == std::string::npos
+                             : lacks.find(need) != std::string::npos;
+}
+
+static bool isAnyLacking(const std::string& needs, const fs::path& programs) {
+    std::istringstream words(needs);
+    return std::any_of(std::istream_iterator<std::string>(words), {},
+                       [&](const std::string& need) { return isLacking(need, programs); });
 }
 
 TEST_P(Command, DoesAsTheGoldenFileSays) {
     const Case& golden = GetParam();
     const fs::path programs = fs::read_symlink("/proc/self/exe").parent_path();
-    if (isLacking(golden.needs, programs)) {
+    if (isAnyLacking(golden.needs, programs)) {
         GTEST_SKIP() << "needs " << golden.needs;
     }
     const TemporaryFolder scratch, streams;

@@ -8,7 +8,6 @@
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 #include <iterator>
 #include <limits>
 #include <sstream>
@@ -176,8 +175,7 @@ TEST_P(SameAsTheProgram, InSettingsDigestChoiceAndRemarks) {
     const TemporaryFolder folder;
     folder.write("signal", textOf(signal));
     folder.write("kernel", textOf(peak()));
-    const auto program = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "fendra";
-    const std::string line = "cd '" + folder.path("") + "' && '" + program.string() + "' " +
+    const std::string line = "cd '" + folder.path("") + "' && '" FENDRA_TEST_PROGRAMS "/fendra' " +
                              words(some).insert(words(some).find('v') + 5, " signal kernel ") +
                              " -o result.csv --json > record";
     ASSERT_EQ(0, std::system(line.c_str())) << line;

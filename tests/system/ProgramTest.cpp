@@ -48,5 +48,8 @@ TEST(Program, WorksOnOpenFiles) {
 TEST(Program, SaysHowItEnded) {
     EXPECT_EQ(runProgram({"sh", "-c", "exit 3"}, "").status, 3);
     EXPECT_EQ(runProgram({"sh", "-c", "kill -9 $$"}, "").status, 128 + 9);
+}
+
+TEST(Program, FailsWhereThereIsNone) {
     EXPECT_THROW(runProgram({"/no/such/program"}, ""), Failure);
 }

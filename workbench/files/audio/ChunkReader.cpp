@@ -48,12 +48,10 @@ std::optional<std::int64_t> readNumber(std::FILE* file, int length, bool bigEndi
         static_cast<std::size_t>(length)) {
         return std::nullopt;
     }
-    if (!bigEndian) {
-        std::reverse(bytes.begin(), bytes.begin() + length);
-    }
     std::uint64_t number = 0;
     for (int i = 0; i < length; ++i) {
-        number = number << 8U | bytes[static_cast<std::size_t>(i)];
+        const int place = bigEndian ? i : length - 1 - i;
+        number = number << 8U | bytes[static_cast<std::size_t>(place)];
     }
     if (number > INT64_MAX / 2) {
         return std::nullopt;
