@@ -73,19 +73,10 @@ private:
 
 }  // namespace
 
-MakeJob eigen::convolutionByProduct() {
-    return make<OverlapJob>();
-}
-MakeJob eigen::convolutionBySums() {
-    return make<SumsJob>();
-}
-MakeJob eigen::product() {
-    return make<ProductJob>();
-}
-MakeJob eigen::lu() {
-    return make<LuJob>();
-}
-std::string eigen::version() {
-    return "Eigen " + std::to_string(EIGEN_WORLD_VERSION) + "." +
-           std::to_string(EIGEN_MAJOR_VERSION) + "." + std::to_string(EIGEN_MINOR_VERSION);
+// FENDRA_BUILD is the function of this build.
+[[gnu::visibility("default")]] const EigenJobs& FENDRA_BUILD();
+const EigenJobs& FENDRA_BUILD() {
+    static const EigenJobs jobs = {make<OverlapJob>(), make<SumsJob>(), make<ProductJob>(),
+                                   make<LuJob>()};
+    return jobs;
 }

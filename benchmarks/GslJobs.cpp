@@ -25,16 +25,22 @@ public:
 
 using Matrix = std::unique_ptr<gsl_matrix, decltype(&gsl_matrix_free)>;
 using Vector = std::unique_ptr<gsl_vector, decltype(&gsl_vector_free)>;
-Matrix newMatrix(std::size_t n) {
-    return {gsl_matrix_alloc(n, n), gsl_matrix_free};
+Matrix newMatrix(int m, int n) {
+    return {gsl_matrix_alloc(static_cast<std::size_t>(m), static_cast<std::size_t>(n)),
+            gsl_matrix_free};
 }
-Vector newVector(std::size_t n) {
-    return {gsl_vector_alloc(n), gsl_vector_free};
+Vector newVector(int n) {
+    return {gsl_vector_alloc(static_cast<std::size_t>(n)), gsl_vector_free};
 }
 
 class SvdJob : public Job {
 public:
-    explicit SvdJob(Size size) : SvdJob(static_cast<std::size_t>(size.n)) {}
+    explicit SvdJob(Size aSize)
+        : size(aSize),
+          u(newMatrix(size.m, size.n)),
+          v(newMatrix(size.n, size.n)),
+          w(newVector(size.n)),
+          space(newVector(size.n)) {}
     void load(const Problem& problem) override {
         std::copy(problem.a.begin(), problem.a.end(), u->data);
     }
@@ -43,15 +49,12 @@ public:
                 "gsl_linalg_SV_decomp");
     }
     [[nodiscard]] std::vector<double> result() const override {
-        const int n = static_cast<int>(u->size1);
         return productOfSingular({u->data, static_cast<int>(u->tda), 1}, w->data,
-                                 {v->data, static_cast<int>(v->tda), 1}, n);
+                                 {v->data, static_cast<int>(v->tda), 1}, size);
     }
 
 private:
-    explicit SvdJob(std::size_t n)
-        : u(newMatrix(n)), v(newMatrix(n)), w(newVector(n)), space(newVector(n)) {}
-
+    Size size;
     Matrix u, v;
     Vector w, space;
 };

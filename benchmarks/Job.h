@@ -53,5 +53,8 @@ struct Factor {
 // L U x, with both factors in one n x n matrix and a diagonal of 1 in L.
 std::vector<double> productOfTriangles(Factor lu, int n);
 
-// The n singular values, descending, and then U diag(w) V^T x.
-std::vector<double> productOfSingular(Factor u, const double* w, Factor v, int n);
+// The n singular values, descending, and then U diag(w) V^T x, where U has m rows.
+std::vector<double> productOfSingular(Factor u, const double* w, Factor v, Size size);
+
+// The magnitudes of the diagonal of R, m x n, and then Q R x. Below its diagonal R is not read.
+std::vector<double> productOfQr(Factor q, Factor r, Size size);

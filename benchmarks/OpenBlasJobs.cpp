@@ -71,31 +71,95 @@ private:
     std::vector<int> exchanges;
 };
 
+// One of LAPACK's two decompositions, with as many columns of U as the matrix has.
 class SvdJob : public ColumnsJob {
 public:
     explicit SvdJob(Size size)
         : ColumnsJob(size),
           w(static_cast<std::size_t>(n)),
-          u(w.size() * w.size()),
-          v(u.size()),
-          space(1) {
-        decompose(-1);  // asks how much space is best
-        space.resize(static_cast<std::size_t>(space[0]));
-    }
+          u(columns.size()),
+          v(w.size() * w.size()),
+          space(1) {}
     void run() override { decompose(static_cast<int>(space.size())); }
     [[nodiscard]] std::vector<double> result() const override {
-        return productOfSingular({u.data(), 1, n}, w.data(), {v.data(), n, 1}, n);
+        return productOfSingular({u.data(), 1, m}, w.data(), {v.data(), n, 1}, {m, n});
+    }
+
+protected:
+    virtual void decompose(int spaceSize) = 0;
+    void makeSpace() {
+        decompose(-1);  // asks how much is best
+        space.resize(static_cast<std::size_t>(space[0]));
+    }
+
+    std::vector<double> w, u, v, space;
+};
+
+class QrIterationJob final : public SvdJob {
+public:
+    explicit QrIterationJob(Size size) : SvdJob(size) { makeSpace(); }
+
+private:
+    void decompose(int spaceSize) override {
+        int info = 0;
+        LAPACK_dgesvd("S", "S", &m, &n, columns.data(), &m, w.data(), u.data(), &m, v.data(), &n,
+                      space.data(), &spaceSize, &info);
+        require(info == 0, "dgesvd");
+    }
+};
+
+class DivideAndConquerJob final : public SvdJob {
+public:
+    explicit DivideAndConquerJob(Size size) : SvdJob(size), integers(8 * w.size()) { makeSpace(); }
+
+private:
+    void decompose(int spaceSize) override {
+        int info = 0;
+        LAPACK_dgesdd("S", &m, &n, columns.data(), &m, w.data(), u.data(), &m, v.data(), &n,
+                      space.data(), &spaceSize, integers.data(), &info);
+        require(info == 0, "dgesdd");
+    }
+
+    std::vector<int> integers;
+};
+
+// R, and then all m columns of Q out of the reflections that are stored below it.
+class QrJob : public ColumnsJob {
+public:
+    explicit QrJob(Size size)
+        : ColumnsJob(size),
+          factors(static_cast<std::size_t>(n)),
+          q(static_cast<std::size_t>(m) * static_cast<std::size_t>(m)),
+          space(1) {
+        decompose(-1);
+        double most = space[0];
+        makeQ(-1);
+        most = std::max(most, space[0]);
+        space.resize(static_cast<std::size_t>(most));
+    }
+    void run() override {
+        const int spaceSize = static_cast<int>(space.size());
+        decompose(spaceSize);
+        std::copy(columns.begin(), columns.end(), q.begin());
+        makeQ(spaceSize);
+    }
+    [[nodiscard]] std::vector<double> result() const override {
+        return productOfQr({q.data(), 1, m}, {columns.data(), 1, m}, {m, n});
     }
 
 private:
     void decompose(int spaceSize) {
         int info = 0;
-        LAPACK_dgesvd("A", "A", &n, &n, columns.data(), &n, w.data(), u.data(), &n, v.data(), &n,
-                      space.data(), &spaceSize, &info);
-        require(info == 0, "dgesvd");
+        LAPACK_dgeqrf(&m, &n, columns.data(), &m, factors.data(), space.data(), &spaceSize, &info);
+        require(info == 0, "dgeqrf");
+    }
+    void makeQ(int spaceSize) {
+        int info = 0;
+        LAPACK_dorgqr(&m, &m, &n, q.data(), &m, factors.data(), space.data(), &spaceSize, &info);
+        require(info == 0, "dorgqr");
     }
 
-    std::vector<double> w, u, v, space;
+    std::vector<double> factors, q, space;
 };
 
 }  // namespace
@@ -115,8 +179,14 @@ MakeJob openBlas::product() {
 MakeJob openBlas::lu() {
     return make<LuJob>();
 }
-MakeJob openBlas::svd() {
-    return make<SvdJob>();
+MakeJob openBlas::svdByQrIteration() {
+    return make<QrIterationJob>();
+}
+MakeJob openBlas::svdByDivision() {
+    return make<DivideAndConquerJob>();
+}
+MakeJob openBlas::qr() {
+    return make<QrJob>();
 }
 std::string openBlas::version() {
     const std::string config = openblas_get_config();  // name, version, options

@@ -1,42 +1,145 @@
+// Compiled with contraction: what has to stay apart is kept apart by `hidden`.
+
 #include "benchmarks/PeakJob.h"
 
+#include "benchmarks/timing.h"
 #include "kernels/vectors.h"
 
+#include <algorithm>
 #include <cstddef>
 
-static constexpr int steps = 100000;
+using Arrangement = PeakJob::Arrangement;
+using Operations = PeakJob::Operations;
 
-// As many as leave two registers for the factor and the summand.
-static constexpr int chainsOf(int lanes) {
-    return lanes == 8 ? 28 : 14;
+static constexpr int steps = 20000;
+
+// The compiler takes the value for another one from here on, and leaves such places in their order.
+template <typename T>
+[[gnu::always_inline]] static inline void hidden(T& value) {
+#if defined(__x86_64__) || defined(__i386__)
+    asm volatile("" : "+v"(value));
+#else
+    asm volatile("" : "+w"(value));
+#endif
 }
 
-template <int lanes>
-[[gnu::always_inline]] static inline void runChains(double factor, double summand, double* sum) {
-    constexpr int chains = chainsOf(lanes);
-    kernels::Vector<lanes> values[std::size_t{chains}] = {};
-#pragma GCC unroll 32
-    for (int j = 0; j < chains; ++j) {
-        values[j] += static_cast<double>(j);
-    }
+template <int lanes, int chains, int group, bool nops>
+[[gnu::always_inline]] static inline double separateWork() {
+    kernels::Vector<lanes> a = {}, b = {}, sums[std::size_t{chains}] = {};
     for (int i = 0; i < steps; ++i) {
-#pragma GCC unroll 32
-        for (int j = 0; j < chains; ++j) {
-            values[j] = values[j] * factor + summand;
+#pragma GCC unroll 16
+        for (int j = 0; j < chains; j += group) {
+            kernels::Vector<lanes> products[std::size_t{group}];
+#pragma GCC unroll 16
+            for (int g = 0; g < group; ++g) {
+                hidden(a);
+                products[g] = a * b;
+                hidden(products[g]);
+            }
+#pragma GCC unroll 16
+            for (int g = 0; g < group; ++g) {
+                sums[j + g] += products[g];
+                hidden(sums[j + g]);
+            }
+            if constexpr (nops) {
+                asm volatile("nop");
+            }
         }
     }
-#pragma GCC unroll 32
-    for (int j = 0; j < chains; ++j) {
-        *sum += values[j][0];
-    }
+    return sums[0][0];
 }
 
-FENDRA_VARIANTS(runVariant, runChains)
+template <int lanes, int chains>
+[[gnu::always_inline]] static inline double fusedWork() {
+    kernels::Vector<lanes> a = {}, b = {}, sums[std::size_t{chains}] = {};
+    for (int i = 0; i < steps; ++i) {
+        hidden(a);
+#pragma GCC unroll 16
+        for (int j = 0; j < chains; ++j) {
+            sums[j] += a * b;
+            hidden(sums[j]);
+        }
+    }
+    return sums[0][0];
+}
+
+// One instruction set: its arrangements of vectors of so many lanes.
+// NOLINTBEGIN(bugprone-macro-parentheses): attributes
+#define FENDRA_PEAK(set, attribute)                                                          \
+    template <int lanes, int chains, int group, bool nops>                                   \
+    attribute static double separate##set() {                                                \
+        return separateWork<lanes, chains, group, nops>();                                   \
+    }                                                                                        \
+    template <int lanes, int chains>                                                         \
+    attribute static double fused##set() {                                                   \
+        return fusedWork<lanes, chains>();                                                   \
+    }                                                                                        \
+    template <int lanes, int chains, int group>                                              \
+    static void addSeparate##set(std::vector<Arrangement>& all) {                            \
+        all.push_back({Operations::separate, lanes, chains, group, false,                    \
+                       separate##set<lanes, chains, group, false>});                         \
+        all.push_back({Operations::separate, lanes, chains, group, true,                     \
+                       separate##set<lanes, chains, group, true>});                          \
+    }                                                                                        \
+    template <int lanes>                                                                     \
+    static void add##set(std::vector<Arrangement>& all, bool fused) {                        \
+        addSeparate##set<lanes, 8, 1>(all);                                                  \
+        addSeparate##set<lanes, 8, 2>(all);                                                  \
+        addSeparate##set<lanes, 8, 4>(all);                                                  \
+        addSeparate##set<lanes, 12, 1>(all);                                                 \
+        if (fused) {                                                                         \
+            all.push_back({Operations::fused, lanes, 12, 12, false, fused##set<lanes, 12>}); \
+        }                                                                                    \
+    }
+#if defined(__x86_64__) || defined(__i386__)
+FENDRA_PEAK(Avx512, [[gnu::target("avx512f")]])
+FENDRA_PEAK(Avx2, [[gnu::target("avx2,fma")]])
+#endif
+FENDRA_PEAK(Baseline, )
+// NOLINTEND(bugprone-macro-parentheses)
+
+static std::vector<Arrangement> allArrangements() {
+    std::vector<Arrangement> all;
+#if defined(__x86_64__) || defined(__i386__)
+    const kernels::InstructionSet widest = kernels::widestInstructionSet();
+    if (widest == kernels::InstructionSet::avx512) {
+        addAvx512<8>(all, true);
+    }
+    if (widest != kernels::InstructionSet::baseline && __builtin_cpu_supports("fma")) {
+        addAvx2<4>(all, true);
+        addAvx2<2>(all, true);
+    }
+    addBaseline<2>(all, false);
+#else
+    addBaseline<2>(all, true);
+#endif
+    return all;
+}
+
+std::optional<PeakJob> PeakJob::fastest(Operations operations) {
+    static const std::vector<Arrangement> all = allArrangements();
+    std::optional<PeakJob> best;
+    for (const Arrangement& arrangement : all) {
+        if (arrangement.operations != operations) {
+            continue;
+        }
+        PeakJob job(arrangement);
+        for (int repetition = 0; repetition < 30; ++repetition) {
+            const double begin = processorSeconds();
+            job.run();
+            job.measured = std::max(job.measured, job.flops() / (processorSeconds() - begin));
+        }
+        if (!best || job.measured > best->measured) {
+            best = job;
+        }
+    }
+    return best;
+}
 
 void PeakJob::load(const Problem& /*problem*/) {}
 
 void PeakJob::run() {
-    runVariant(0.5, 1.0, &sum);
+    sum = chosen->work();
 }
 
 std::vector<double> PeakJob::result() const {
@@ -44,8 +147,34 @@ std::vector<double> PeakJob::result() const {
 }
 
 double PeakJob::flops() const {
-    const int lanes = kernels::instructionSet() == kernels::InstructionSet::avx512 ? 8
-                      : kernels::instructionSet() == kernels::InstructionSet::avx2 ? 4
-                                                                                   : 2;
-    return 2.0 * steps * chainsOf(lanes) * lanes;
+    return 2.0 * steps * chosen->chains * chosen->lanes;
+}
+
+std::string PeakJob::arrangement() const {
+    std::string text = std::to_string(64 * chosen->lanes) + " bits";
+    if (chosen->operations == Operations::separate) {
+        const std::string count = std::to_string(chosen->group);
+        text += chosen->group == 1 ? ", products and sums by turns"
+                                   : ", " + count + " products and then " + count + " sums";
+    }
+    return text + (chosen->nops ? ", NOPs between them" : "");
+}
+
+double measureClock() {
+    constexpr int rounds = 20000, chain = 16;
+    double shortest = 1.0;
+    unsigned long value = 1;
+    for (int repetition = 0; repetition < 30; ++repetition) {
+        const double begin = processorSeconds();
+        unsigned long summand = 3;
+        for (int i = 0; i < rounds; ++i) {
+#pragma GCC unroll 16
+            for (int j = 0; j < chain; ++j) {
+                value += summand;
+                asm volatile("" : "+r"(value), "+r"(summand));
+            }
+        }
+        shortest = std::min(shortest, processorSeconds() - begin);
+    }
+    return static_cast<double>(rounds) * chain / shortest;
 }

@@ -56,22 +56,24 @@ protected:
     Signal input;
 };
 
-// A matrix, n x n, column after column.
+// A matrix, m x n, column after column.
 class ColumnsJob : public Job {
 public:
     explicit ColumnsJob(Size size)
-        : n(size.n), columns(static_cast<std::size_t>(n) * static_cast<std::size_t>(n)) {}
+        : m(size.m),
+          n(size.n),
+          columns(static_cast<std::size_t>(m) * static_cast<std::size_t>(n)) {}
 
     void load(const Problem& problem) override {
-        const auto size = static_cast<std::size_t>(n);
-        for (std::size_t i = 0; i < size; ++i) {
-            for (std::size_t j = 0; j < size; ++j) {
-                columns[j * size + i] = problem.a[i * size + j];
+        const auto rows = static_cast<std::size_t>(m), cols = static_cast<std::size_t>(n);
+        for (std::size_t i = 0; i < rows; ++i) {
+            for (std::size_t j = 0; j < cols; ++j) {
+                columns[j * rows + i] = problem.a[i * cols + j];
             }
         }
     }
 
 protected:
-    int n;
+    int m, n;
     std::vector<double> columns;
 };

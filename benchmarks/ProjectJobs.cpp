@@ -143,19 +143,37 @@ private:
 
 class SvdJob : public Job {
 public:
-    explicit SvdJob(Size size) : n(size.n), a(n, n), u(n, n), v(n, n), w(n, 1) {}
+    explicit SvdJob(Size aSize)
+        : size(aSize), a(size.m, size.n), u(size.m, size.n), v(size.n, size.n), w(size.n, 1) {}
     void load(const Problem& problem) override {
-        require(a.assignArray(problem.a.data(), n, n) == 1, "copy");
+        require(a.assignArray(problem.a.data(), size.m, size.n) == 1, "copy");
     }
     void run() override { require(a.svd(u, w, v) == 1, "singular value decomposition"); }
     [[nodiscard]] std::vector<double> result() const override {
-        return productOfSingular({u.dataBlock, n, 1}, w.dataBlock, {v.dataBlock, n, 1}, n);
+        return productOfSingular({u.dataBlock, size.n, 1}, w.dataBlock, {v.dataBlock, size.n, 1},
+                                 size);
     }
 
 private:
-    int n;
+    Size size;
     Matrix<double> a, u, v;
     Vector<double> w;
+};
+
+class QrJob : public Job {
+public:
+    explicit QrJob(Size aSize) : size(aSize), a(size.m, size.n), q(size.m, size.m), r(a) {}
+    void load(const Problem& problem) override {
+        require(a.assignArray(problem.a.data(), size.m, size.n) == 1, "copy");
+    }
+    void run() override { require(a.qr(q, r) == 1, "QR decomposition"); }
+    [[nodiscard]] std::vector<double> result() const override {
+        return productOfQr({q.dataBlock, size.m, 1}, {r.dataBlock, size.n, 1}, size);
+    }
+
+private:
+    Size size;
+    Matrix<double> a, q, r;
 };
 
 }  // namespace
@@ -163,8 +181,8 @@ private:
 // FENDRA_BUILD is the function of this build.
 [[gnu::visibility("default")]] const ProjectJobs& FENDRA_BUILD() {
     static const ProjectJobs jobs = {
-        make<FoldJob>(),      make<VanCittertJob>(), make<PseudoInverseJob>(),
-        make<TransformJob>(), make<Radix2Job>(),     make<HartleyJob>(),
-        make<MultiplyJob>(),  make<LuJob>(),         make<SvdJob>()};
+        make<FoldJob>(),   make<VanCittertJob>(), make<PseudoInverseJob>(), make<TransformJob>(),
+        make<Radix2Job>(), make<HartleyJob>(),    make<MultiplyJob>(),      make<LuJob>(),
+        make<SvdJob>(),    make<QrJob>()};
     return jobs;
 }

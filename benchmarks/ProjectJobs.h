@@ -12,7 +12,8 @@ struct ProjectJobs {
     MakeJob hartley;        // HartleyTransform, not normalised: a (n samples)
     MakeJob multiply;       // Matrix: a times b (n x n)
     MakeJob lu;             // SquareMatrix, with pivots: a (n x n)
-    MakeJob svd;            // Matrix: a (n x n)
+    MakeJob svd;            // Matrix: a (m x n)
+    MakeJob qr;             // Matrix: a (m x n)
 };
 
 // As released.

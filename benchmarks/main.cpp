@@ -1,37 +1,18 @@
-// The benchmarks: ./bench runs all tables, ./bench NAME... some of them.
+// The benchmarks: ./bench runs all tables, ./bench NAME... some of them; ./bench --check [NAME...]
+// runs what has to reach something.
 
+#include "benchmarks/Processor.h"
 #include "benchmarks/Table.h"
 #include "benchmarks/peers.h"
-#include "kernels/InstructionSet.h"
 
-#include <benchmark/benchmark.h>
 #include <fmt/core.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-static std::string processorName() {
-    std::ifstream lines("/proc/cpuinfo");
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("model name")) {
-            return line.substr(line.find(':') + 2);
-        }
-    }
-    return "unknown processor";
-}
-
-static const char* compilerName() {
-#if defined(__clang__)
-    return __VERSION__;
-#else
-    return "g++ " __VERSION__;
-#endif
-}
 
 static std::vector<Table> chosenTables(const std::vector<std::string>& names) {
     std::vector<Table> all = allTables();
@@ -54,29 +35,66 @@ static std::vector<Table> chosenTables(const std::vector<std::string>& names) {
     return chosen;
 }
 
-static void run(const std::vector<std::string>& names) {
-    const std::vector<Table> tables = chosenTables(names);
-    const double peak = measurePeak();
-    fmt::print("{}, {}, {}\n", processorName(),
-               kernels::instructionSetName(kernels::instructionSet()), compilerName());
-    fmt::print("peak of separate multiplications and additions, one thread: {:.0f} Gflop/s\n",
-               peak * 1e-9);
+// Those in which something is required, cut down to that.
+static std::vector<Table> checkedTables(const std::vector<std::string>& names) {
+    std::vector<Table> checked;
+    for (const Table& table : chosenTables(names)) {
+        if (!table.musts.empty()) {
+            checked.push_back(onlyMusts(table));
+        } else if (!names.empty()) {
+            throw std::invalid_argument("nothing is required of \"" + table.name + "\"");
+        }
+    }
+    return checked;
+}
+
+static PeakJob describeMachine() {
+    for (const std::string& line : describeProcessor()) {
+        fmt::print("{}\n", line);
+    }
+    const std::optional<PeakJob> separate = PeakJob::fastest(PeakJob::Operations::separate);
+    const std::optional<PeakJob> fused = PeakJob::fastest(PeakJob::Operations::fused);
+    const double clock = measureClock();
+    const auto perCycle = [clock](const PeakJob& job) { return job.rate() / clock; };
+    fmt::print("peak of one thread, at {:.2f} GHz: {:.1f} Gflop/s, {:.1f} a cycle ({})\n",
+               clock * 1e-9, separate->rate() * 1e-9, perCycle(*separate), separate->arrangement());
+    if (fused) {
+        fmt::print(
+            "with fused multiply-adds: {:.1f} Gflop/s, {:.1f} a cycle ({}), {:.2f} times as "
+            "much\n",
+            fused->rate() * 1e-9, perCycle(*fused), fused->arrangement(),
+            fused->rate() / separate->rate());
+    }
     fmt::print("{}, {}, {}, {}\n", eigen::version(), fftw::version(), gsl::version(),
                openBlas::version());
+    std::fflush(stdout);
+    return *separate;
+}
+
+// Whether all that is required is met.
+static bool run(const std::vector<Table>& tables) {
+    PeakJob peak = describeMachine();
+    std::vector<std::string> missed;
     for (const Table& table : tables) {
-        print(table, peak);
+        const std::vector<std::string> ofTable = print(table, peak);
+        missed.insert(missed.end(), ofTable.begin(), ofTable.end());
     }
+    if (!missed.empty()) {
+        fmt::print("\n* missed:\n");
+    }
+    for (const std::string& line : missed) {
+        fmt::print("  {}\n", line);
+    }
+    return missed.empty();
 }
 
 int main(int argc, char** argv) {
-    // Repetitions of different jobs take turns.
-    std::vector<std::string> settings = {argv[0], "--benchmark_enable_random_interleaving=true"};
-    std::vector<char*> pointers = {settings[0].data(), settings[1].data(), nullptr};
-    int count = 2;
-    benchmark::Initialize(&count, pointers.data());
     openBlas::useOneThread();
     try {
-        run({argv + 1, argv + argc});
+        std::vector<std::string> names(argv + 1, argv + argc);
+        const bool check = std::erase(names, "--check") > 0;
+        const bool met = run(check ? checkedTables(names) : chosenTables(names));
+        return check && !met ? 1 : 0;
     } catch (const std::invalid_argument& error) {
         fmt::print(stderr, "bench: {}\n", error.what());
         return 2;
@@ -84,5 +102,4 @@ int main(int argc, char** argv) {
         fmt::print(stderr, "bench: {}\n", error.what());
         return 1;
     }
-    return 0;
 }

@@ -72,6 +72,15 @@ void addOuterProduct(const double* x, std::ptrdiff_t step, const double* y, doub
                      std::ptrdiff_t stride, int rows, int cols) {
     plain::addOuterProduct(x, step, y, a, stride, rows, cols);
 }
+void addOuterProductAndSumRows(const double* x, std::ptrdiff_t step, const double* y, double* a,
+                               std::ptrdiff_t stride, int rows, int cols, const double* z,
+                               double* sums) {
+    plain::addOuterProductAndSumRows(x, step, y, a, stride, rows, cols, z, sums);
+}
+void reflectColumns(const ReflectionSequence<double>& s, double* a, std::ptrdiff_t stride, int rows,
+                    int cols, double* panel) {
+    plain::reflectColumns(s, a, stride, rows, cols, panel);
+}
 void rotateRows(double* x, double* y, int length, PlaneRotation<double> rotation) {
     plain::rotateRows(x, y, length, rotation);
 }

@@ -4,6 +4,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -27,7 +28,7 @@ static Problem twoSignals(Size size) {
 }
 
 static Problem twoMatrices(Size size) {
-    const std::size_t count = static_cast<std::size_t>(size.n) * static_cast<std::size_t>(size.n);
+    const std::size_t count = static_cast<std::size_t>(size.m) * static_cast<std::size_t>(size.n);
     return {noise(count, 1), noise(count, 2)};
 }
 
@@ -56,6 +57,11 @@ static std::string lengths(Size size) {
 static double boundOfSums(Size size) {
     return epsilon * size.n * std::sqrt(size.n);
 }
+// The same of a matrix, whichever side is longer.
+static double boundOfFactors(Size size) {
+    const int longer = std::max(size.m, size.n);
+    return boundOfSums({longer, longer});
+}
 // The recurrence of twiddles adds up a rounding per step.
 static double boundOfTransform(Size size) {
     return epsilon * (size.n + 32.0);
@@ -66,6 +72,19 @@ static std::vector<Size> squares(std::initializer_list<int> lengths) {
     for (const int n : lengths) {
         sizes.push_back({n, n});
     }
+    return sizes;
+}
+
+static std::vector<Size> powersOfTwo(int first, int last) {
+    std::vector<Size> sizes;
+    for (int exponent = first; exponent <= last; ++exponent) {
+        sizes.push_back({1 << exponent, 1 << exponent});
+    }
+    return sizes;
+}
+
+static std::vector<Size> operator+(std::vector<Size> sizes, const std::vector<Size>& more) {
+    sizes.insert(sizes.end(), more.begin(), more.end());
     return sizes;
 }
 
@@ -99,26 +118,53 @@ static std::vector<Rival> against(MakeJob ProjectJobs::*job, const std::vector<R
     return rivals;
 }
 
+// All builds of Eigen that run here, and another peer.
+static std::vector<Rival> eigenAnd(MakeJob EigenJobs::*job, const Rival& other) {
+    std::vector<Rival> peers;
+    for (const eigen::Build& build : eigen::builds()) {
+        peers.push_back({build.name, build.jobs.*job});
+    }
+    peers.push_back(other);
+    return peers;
+}
+
+// So many times as fast as each of the peers.
+static std::vector<Must> least(double ratio, const std::vector<Rival>& peers) {
+    std::vector<Must> musts;
+    for (const Rival& peer : peers) {
+        musts.push_back({peer.name, ratio});
+    }
+    return musts;
+}
+
+static Table convolutionTable() {
+    const EigenJobs& eigenJobs = eigen::builds().back().jobs;
+    const std::vector<Rival> peers = {
+        {"Eigen product", eigenJobs.convolutionByProduct},
+        {"Eigen sums", eigenJobs.convolutionBySums},
+        {"OpenBLAS ddot", openBlas::convolutionByDots()},
+        {"daxpy", openBlas::convolutionBySums()},
+    };
+    std::vector<Must> musts = least(2.0, peers);
+    musts.push_back({Must::peak, 0.73});
+    return {
+        .name = "convolution",
+        .title = "FoldEngine in the time domain",
+        .sizes = {{1000, 1000}, {1024, 1024}, {4096, 4096}, {65535, 1024}, {16384, 16384}},
+        .label = lengths,
+        .problem = twoSignals,
+        .operands = Table::Operands::kept,
+        .flops = [](Size size) { return 2.0 * squareOf(size); },
+        .bound = boundOfSums,
+        .project = fendraJobs().fold,
+        .rivals = against(&ProjectJobs::fold, peers),
+        .musts = musts,
+    };
+}
+
 static std::vector<Table> signalTables() {
     return {
-        {
-            .name = "convolution",
-            .title = "FoldEngine in the time domain",
-            .sizes = {{1000, 1000}, {1024, 1024}, {4096, 4096}, {65535, 1024}, {16384, 16384}},
-            .label = lengths,
-            .problem = twoSignals,
-            .operands = Table::Operands::kept,
-            .flops = [](Size size) { return 2.0 * squareOf(size); },
-            .bound = boundOfSums,
-            .project = fendraJobs().fold,
-            .rivals = against(&ProjectJobs::fold,
-                              {
-                                  {"Eigen product", eigen::convolutionByProduct()},
-                                  {"Eigen sums", eigen::convolutionBySums()},
-                                  {"OpenBLAS ddot", openBlas::convolutionByDots()},
-                                  {"daxpy", openBlas::convolutionBySums()},
-                              }),
-        },
+        convolutionTable(),
         {
             .name = "van-cittert",
             .title = "VanCittertUnfolder, ten loops",
@@ -146,44 +192,48 @@ static std::vector<Table> signalTables() {
     };
 }
 
+// A transform of a complex signal, beside those of other libraries.
+static Table transformTable(const std::string& name, const std::string& title,
+                            const std::vector<Size>& sizes, MakeJob ProjectJobs::*job,
+                            const std::vector<Rival>& peers, const std::vector<Must>& musts) {
+    return {
+        .name = name,
+        .title = title,
+        .sizes = sizes,
+        .label = name == "radix2" ? powerOfTwo : length,
+        .problem = twoSignals,
+        .operands = Table::Operands::zeros,
+        .flops = complexFlops,
+        .bound = boundOfTransform,
+        .project = fendraJobs().*job,
+        .rivals = against(job, peers),
+        .musts = musts,
+    };
+}
+
 static std::vector<Table> transformTables() {
     using fftw::Planning;
+    const Rival measured = {"FFTW measured", fftw::transform(Planning::measure)};
+    const std::vector<Size> others = squares({100, 1000, 5000, 10007, 44100, 65535, 1000000});
     return {
-        {
-            .name = "radix2",
-            .title = "FourierTransform at powers of two; FFTW with its plan made before",
-            .sizes = squares({1 << 8, 1 << 10, 1 << 12, 1 << 14, 1 << 16, 1 << 18, 1 << 20}),
-            .label = powerOfTwo,
-            .problem = twoSignals,
-            .operands = Table::Operands::zeros,
-            .flops = complexFlops,
-            .bound = boundOfTransform,
-            .project = fendraJobs().radix2,
-            .rivals = against(&ProjectJobs::radix2,
-                              {
-                                  {"FFTW measured", fftw::transform(Planning::measure)},
-                                  {"estimated", fftw::transform(Planning::estimate)},
-                                  {"KissFFT", kissFft::transform()},
-                                  {"GSL", gsl::transform()},
-                              }),
-        },
-        {
-            .name = "transform",
-            .title = "FourierTransform at other lengths; FFTW with plan and run together",
-            .sizes = squares({1000, 5000, 10007, 65535}),
-            .label = length,
-            .problem = twoSignals,
-            .operands = Table::Operands::zeros,
-            .flops = complexFlops,
-            .bound = boundOfTransform,
-            .project = fendraJobs().transform,
-            .rivals = against(&ProjectJobs::transform,
-                              {
-                                  {"FFTW estimated", fftw::planAndTransform(Planning::estimate)},
-                                  {"measured", fftw::planAndTransform(Planning::measure)},
-                                  {"its run alone", fftw::transform(Planning::measure)},
-                              }),
-        },
+        transformTable("radix2",
+                       "FourierTransform at powers of two; FFTW with its plan made before",
+                       powersOfTwo(8, 20), &ProjectJobs::radix2,
+                       {
+                           measured,
+                           {"estimated", fftw::transform(Planning::estimate)},
+                           {"KissFFT", kissFft::transform()},
+                           {"GSL", gsl::transform()},
+                       },
+                       {{measured.name, 1.0}}),
+        transformTable("transform",
+                       "FourierTransform at other lengths; FFTW with plan and run together", others,
+                       &ProjectJobs::transform,
+                       {
+                           {"FFTW estimated", fftw::planAndTransform(Planning::estimate)},
+                           {"its run alone, measured", fftw::transform(Planning::measure)},
+                       },
+                       {}),
         {
             .name = "hartley",
             .title = "HartleyTransform; FFTW with its plan made before",
@@ -203,55 +253,87 @@ static std::vector<Table> transformTables() {
     };
 }
 
-static std::vector<Table> matrixTables() {
+static Table productTable() {
+    const std::vector<Rival> peers =
+        eigenAnd(&EigenJobs::product, {"OpenBLAS dgemm", openBlas::product()});
     return {
-        {
-            .name = "product",
-            .title = "Matrix::multiply, n x n",
-            .sizes = squares({128, 256, 512, 1024}),
-            .label = length,
-            .problem = twoMatrices,
-            .operands = Table::Operands::kept,
-            .flops = [](Size size) { return 2.0 * cubeOf(size); },
-            .bound = boundOfSums,
-            .project = fendraJobs().multiply,
-            .rivals = against(&ProjectJobs::multiply,
-                              {
-                                  {"Eigen", eigen::product()},
-                                  {"OpenBLAS dgemm", openBlas::product()},
-                              }),
-        },
-        {
-            .name = "lu",
-            .title = "SquareMatrix::luDecompose with pivots, n x n",
-            .sizes = squares({256, 512, 1024, 2048}),
-            .label = length,
-            .problem = twoMatrices,
-            .operands = Table::Operands::reloaded,
-            .flops = eliminationFlops,
-            .bound = boundOfSums,
-            .project = fendraJobs().lu,
-            .rivals = against(&ProjectJobs::lu,
-                              {
-                                  {"Eigen PartialPivLU", eigen::lu()},
-                                  {"OpenBLAS dgetrf", openBlas::lu()},
-                              }),
-        },
+        .name = "product",
+        .title = "Matrix::multiply, n x n",
+        .sizes = squares({128, 256, 512, 1000, 1024}),
+        .label = length,
+        .problem = twoMatrices,
+        .operands = Table::Operands::kept,
+        .flops = [](Size size) { return 2.0 * cubeOf(size); },
+        .bound = boundOfSums,
+        .project = fendraJobs().multiply,
+        .rivals = against(&ProjectJobs::multiply, peers),
+        .musts = least(1.0, peers),
+    };
+}
+
+static Table luTable() {
+    const std::vector<Rival> peers = eigenAnd(&EigenJobs::lu, {"OpenBLAS dgetrf", openBlas::lu()});
+    return {
+        .name = "lu",
+        .title = "SquareMatrix::luDecompose with pivots, n x n; Eigen's PartialPivLU",
+        .sizes = squares({256, 512, 1024, 2048}),
+        .label = length,
+        .problem = twoMatrices,
+        .operands = Table::Operands::reloaded,
+        .flops = eliminationFlops,
+        .bound = boundOfSums,
+        .project = fendraJobs().lu,
+        .rivals = against(&ProjectJobs::lu, peers),
+        .musts = least(1.0, peers),
+    };
+}
+
+static const std::vector<Size> tall = {{400, 100}, {800, 200}, {2000, 50}};
+
+// Both factors out of reflections, and rotations of both: 8 m n^2 + 14 n^3 or so.
+static double singularFlops(Size size) {
+    return 8.0 * squareOf(size) * size.n + 14.0 * cubeOf({size.n, size.n});
+}
+// R and all of Q, by reflections, which take the least.
+static double qrFlops(Size size) {
+    return 2.0 * squareOf(size) * size.n - 2.0 / 3.0 * cubeOf({size.n, size.n}) +
+           4.0 * squareOf(size) * (size.m - size.n) + 4.0 / 3.0 * cubeOf({size.n, size.n});
+}
+
+static std::vector<Table> matrixTables() {
+    const std::vector<Size> musts = squares({100, 200, 400, 800});
+    return {
+        productTable(),
+        luTable(),
         {
             .name = "svd",
-            .title = "Matrix::svd, n x n; counted as 22 n^3 operations",
-            .sizes = squares({100, 200, 400}),
-            .label = length,
+            .title = "Matrix::svd, m x n; counted as 8 m n^2 + 14 n^3 operations",
+            .sizes = squares({50}) + musts + tall,
+            .label = lengths,
             .problem = twoMatrices,
             .operands = Table::Operands::reloaded,
-            .flops = [](Size size) { return 22.0 * cubeOf(size); },
-            .bound = boundOfSums,
+            .flops = singularFlops,
+            .bound = boundOfFactors,
             .project = fendraJobs().svd,
             .rivals = against(&ProjectJobs::svd,
                               {
-                                  {"OpenBLAS dgesvd", openBlas::svd()},
-                                  {"GSL", gsl::svd()},
+                                  {"OpenBLAS dgesvd", openBlas::svdByQrIteration()},
+                                  {"dgesdd", openBlas::svdByDivision()},
+                                  {.name = "GSL", .make = gsl::svd(), .longest = 400},
                               }),
+            .musts = {{"OpenBLAS dgesvd", 2.0, musts}, {"dgesdd", 0.8, musts}},
+        },
+        {
+            .name = "qr",
+            .title = "Matrix::qr, m x n, by rotations; the operations are those of reflections",
+            .sizes = squares({50, 100, 200, 400, 800}) + tall,
+            .label = lengths,
+            .problem = twoMatrices,
+            .operands = Table::Operands::reloaded,
+            .flops = qrFlops,
+            .bound = boundOfFactors,
+            .project = fendraJobs().qr,
+            .rivals = against(&ProjectJobs::qr, {{"OpenBLAS dgeqrf + dorgqr", openBlas::qr()}}),
         },
     };
 }

@@ -1,60 +1,65 @@
 #include "benchmarks/timing.h"
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cstddef>
-#include <limits>
-#include <string>
+#include <ctime>
 
-namespace {
+// Long against the clock's ticks of a microsecond, and short against what disturbs the machine.
+static constexpr double repetition = 0.01;
 
-// Keeps the shortest time of each benchmark, whose name is its place among the jobs.
-class ShortestTimes : public benchmark::BenchmarkReporter {
-public:
-    explicit ShortestTimes(std::size_t count)
-        : seconds(count, std::numeric_limits<double>::infinity()) {}
+double processorSeconds() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
 
-    bool ReportContext(const Context& /*context*/) override { return true; }
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration) {
-                double& shortest = seconds[std::stoul(run.run_name.function_name)];
-                shortest = std::min(shortest,
-                                    run.cpu_accumulated_time / static_cast<double>(run.iterations));
-            }
+// Seconds for each of so many runs.
+static double timeRuns(const Timed& timed, int runs) {
+    double total = 0.0;
+    for (int left = runs; left > 0;) {
+        const int together = timed.reload ? 1 : left;
+        timed.job->load(*timed.problem);
+        const double begin = processorSeconds();
+        for (int run = 0; run < together; ++run) {
+            timed.job->run();
         }
+        total += processorSeconds() - begin;
+        left -= together;
     }
+    return total / runs;
+}
 
-    std::vector<double> seconds;
-};
+// The first run of a job finds caches empty: how long one takes is seen in more and more of them.
+static int runsOf(const Timed& timed) {
+    double each = timed.seconds;
+    int runs = 1;
+    while (runs * each < repetition && runs < 1 << 24) {
+        runs = std::max(2 * runs, each > 0.0 ? static_cast<int>(0.5 * repetition / each) : 0);
+        each = timeRuns(timed, runs);
+    }
+    return runs;
+}
 
-}  // namespace
-
-static void runTimed(benchmark::State& state, const Timed& timed) {
-    timed.job->load(*timed.problem);
-    while (state.KeepRunning()) {
-        if (timed.reload) {
-            state.PauseTiming();
-            timed.job->load(*timed.problem);
-            state.ResumeTiming();
+Stopwatch::Stopwatch(const std::vector<Timed>& someJobs) : jobs(someJobs), seconds(jobs.size()) {
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        if (jobs[i].once) {
+            runs.push_back(0);
+            seconds[i].push_back(jobs[i].seconds);
+        } else {
+            runs.push_back(runsOf(jobs[i]));
+            secondsOfTurn += std::max(repetition, jobs[i].seconds);
         }
-        timed.job->run();
     }
 }
 
-std::vector<double> secondsOf(const std::vector<Timed>& jobs) {
-    for (std::size_t i = 0; i < jobs.size(); ++i) {
-        const Timed& timed = jobs[i];
-        auto* registered = benchmark::RegisterBenchmark(std::to_string(i).c_str(), runTimed, timed);
-        if (timed.seconds > 0.2) {
-            registered->Iterations(1)->Repetitions(timed.seconds > 1.0 ? 1 : 2);
-        } else {
-            registered->MinTime(0.03)->Repetitions(4);
+void Stopwatch::repeat() {
+    const int turns = static_cast<int>(std::clamp(0.7 / secondsOfTurn, 3.0, 9.0));
+    for (int turn = 0; turn < turns; ++turn) {
+        for (std::size_t i = 0; i < jobs.size(); ++i) {
+            if (!jobs[i].once) {
+                if (jobs[i].seconds < repetition) {
+                    timeRuns(jobs[i], 1);  // the job before it has left its own in the caches
+                }
+                seconds[i].push_back(timeRuns(jobs[i], runs[i]));
+            }
         }
     }
-    ShortestTimes times(jobs.size());
-    benchmark::RunSpecifiedBenchmarks(&times);
-    benchmark::ClearRegisteredBenchmarks();
-    return times.seconds;
 }

@@ -147,4 +147,205 @@ void addOuterProduct(const double* x, std::ptrdiff_t step, const double* y, doub
     addOuterProductVariant(x, step, y, a, stride, rows, cols);
 }
 
+// The rows of a tile are updated on their way into the products of their sums.
+template <int lanes, int groups>
+[[gnu::always_inline]] static inline void updateTile(const double* x, std::ptrdiff_t step,
+                                                     const double* y, double* a,
+                                                     std::ptrdiff_t stride, int cols,
+                                                     const double* z, double* sums) {
+    Vector<lanes> t[std::size_t{groups}] = {};
+    int j = 0;
+    for (; j + lanes <= cols; j += lanes) {
+        const Vector<lanes> across = *vectorsAt<lanes>(y + j), factor = *vectorsAt<lanes>(z + j);
+#pragma GCC unroll 16
+        for (int g = 0; g < groups; ++g) {
+            alignas(64) Vector<lanes> products[std::size_t{lanes}];
+#pragma GCC unroll 8
+            for (int r = 0; r < lanes; ++r) {
+                const std::ptrdiff_t row = g * lanes + r;
+                double* const element = a + row * stride + j;
+                const Vector<lanes> updated = *vectorsAt<lanes>(element) + x[row * step] * across;
+                *vectorsAt<lanes>(element) = updated;
+                products[r] = updated * factor;
+            }
+            transpose<lanes>(products);
+#pragma GCC unroll 8
+            for (int r = 0; r < lanes; ++r) {
+                t[g] += products[r];
+            }
+        }
+    }
+#pragma GCC unroll 16
+    for (int g = 0; g < groups; ++g) {
+        vectorsAt<lanes>(sums)[g] = t[g];
+    }
+    for (; j < cols; ++j) {
+        for (int r = 0; r < lanes * groups; ++r) {
+            double& element = a[r * stride + j];
+            element += x[r * step] * y[j];
+            sums[r] += element * z[j];
+        }
+    }
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void addOuterProductAndSumRowsBody(
+    const double* x, std::ptrdiff_t step, const double* y, double* a, std::ptrdiff_t stride,
+    int rows, int cols, const double* z, double* sums) {
+    constexpr int groups = lanes == 8 ? 2 : 4, height = lanes * groups;
+    int k = 0;
+    for (; k + height <= rows; k += height) {
+        updateTile<lanes, groups>(x + k * step, step, y, a + k * stride, stride, cols, z, sums + k);
+    }
+    addOuterProductBody<lanes>(x + k * step, step, y, a + k * stride, stride, rows - k, cols);
+    rowTiles<lanes, groups>(a + k * stride, stride, rows - k, cols, z, sums + k);
+}
+FENDRA_VARIANTS(addOuterProductAndSumRowsVariant, addOuterProductAndSumRowsBody)
+
+void addOuterProductAndSumRows(const double* x, std::ptrdiff_t step, const double* y, double* a,
+                               std::ptrdiff_t stride, int rows, int cols, const double* z,
+                               double* sums) {
+    addOuterProductAndSumRowsVariant(x, step, y, a, stride, rows, cols, z, sums);
+}
+
+// A strip of lanes * groups columns goes through all reflections and stays in the cache. The pass
+// that adds one of them takes the sums of the next.
+template <int lanes, int groups>
+[[gnu::always_inline]] static inline void reflectStrip(const ReflectionSequence<double>& s,
+                                                       double* a, std::ptrdiff_t stride, int rows) {
+    Vector<lanes> f[std::size_t{groups}] = {};
+    int i = s.last - 1;
+    const double* x = s.x + i * s.xNext;
+    for (int k = i + 1; k < rows; ++k) {
+#pragma GCC unroll 8
+        for (int g = 0; g < groups; ++g) {
+            f[g] += x[k * s.xStep] * vectorsAt<lanes>(a + k * stride)[g];
+        }
+    }
+    for (;; --i) {
+        const double* const y = s.y + i * s.yNext;
+        Vector<lanes> top[std::size_t{groups}] = {}, sums[std::size_t{groups}] = {};
+        if (s.scales != nullptr) {
+            const double pivot = y[i * s.yStep], reciprocal = 1.0 / s.scales[i];
+#pragma GCC unroll 8
+            for (int g = 0; g < groups; ++g) {
+                f[g] = f[g] / pivot * reciprocal;
+                top[g] += f[g] * pivot;
+            }
+        }
+        const bool done = i == s.first;  // and the sums of this one once more are not needed
+        x -= done ? 0 : s.xNext;
+#pragma GCC unroll 8
+        for (int g = 0; g < groups; ++g) {
+            vectorsAt<lanes>(a + i * stride)[g] = top[g];
+            sums[g] += x[i * s.xStep] * top[g];
+        }
+        for (int k = i + 1; k < rows; ++k) {
+            const double along = x[k * s.xStep], factor = y[k * s.yStep];
+#pragma GCC unroll 8
+            for (int g = 0; g < groups; ++g) {
+                const Vector<lanes> updated = vectorsAt<lanes>(a + k * stride)[g] + factor * f[g];
+                vectorsAt<lanes>(a + k * stride)[g] = updated;
+                sums[g] += along * updated;
+            }
+        }
+        if (done) {
+            return;
+        }
+#pragma GCC unroll 8
+        for (int g = 0; g < groups; ++g) {
+            f[g] = sums[g];
+        }
+    }
+}
+
+// Vectors first to last - 1 of a sequence, from element `first` on, one after another.
+static void gatherVectors(const double* from, std::ptrdiff_t step, std::ptrdiff_t next, int first,
+                          int last, int rows, double* to) {
+    constexpr int block = 16;  // elements of a cache line are of several vectors
+    for (int start = first; start < rows; start += block) {
+        const int end = std::min(rows, start + block);
+        for (int i = first; i < last; ++i, to += rows) {
+            for (int k = start; k < end; ++k) {
+                to[k] = from[k * step + i * next];
+            }
+        }
+        to -= static_cast<std::ptrdiff_t>(last - first) * rows;
+    }
+}
+
+// The same reflections with their vectors at `room`.
+static ReflectionSequence<double> gathered(const ReflectionSequence<double>& s, int rows,
+                                           double* room) {
+    const std::ptrdiff_t size = std::ptrdiff_t{s.last - s.first} * rows;
+    const std::ptrdiff_t beforeFirst = std::ptrdiff_t{s.first} * rows;
+    ReflectionSequence<double> close = s;
+    gatherVectors(s.x, s.xStep, s.xNext, s.first, s.last, rows, room);
+    close.x = room - beforeFirst;
+    close.xStep = close.yStep = 1;
+    close.xNext = close.yNext = rows;
+    const bool same = s.x == s.y && s.xStep == s.yStep && s.xNext == s.yNext;
+    if (!same) {
+        gatherVectors(s.y, s.yStep, s.yNext, s.first, s.last, rows, room + size);
+    }
+    close.y = close.x + (same ? 0 : size);
+    return close;
+}
+
+template <int lanes, int groups>
+[[gnu::always_inline]] static inline void copyStrip(const double* from, std::ptrdiff_t fromStride,
+                                                    int first, int rows, double* to,
+                                                    std::ptrdiff_t toStride) {
+    for (int k = first; k < rows; ++k) {
+#pragma GCC unroll 8
+        for (int g = 0; g < groups; ++g) {
+            vectorsAt<lanes>(to + k * toStride)[g] = vectorsAt<lanes>(from + k * fromStride)[g];
+        }
+    }
+}
+
+// Strips of that width, and narrower ones of what is left.
+template <int lanes, int groups>
+[[gnu::always_inline]] static inline void reflectStrips(const ReflectionSequence<double>& s,
+                                                        double* a, std::ptrdiff_t stride, int rows,
+                                                        int cols, double* panel) {
+    constexpr int width = lanes * groups;
+    static_assert(width <= reflectionColumns);
+    int j = 0;
+    for (; j + width <= cols; j += width) {
+        if (panel == nullptr) {
+            reflectStrip<lanes, groups>(s, a + j, stride, rows);
+        } else {
+            copyStrip<lanes, groups>(a + j, stride, s.last, rows, panel, width);
+            reflectStrip<lanes, groups>(s, panel, width, rows);
+            copyStrip<lanes, groups>(panel, width, s.first, rows, a + j, stride);
+        }
+    }
+    if constexpr (width > 1) {
+        constexpr bool several = groups > 1;
+        reflectStrips<several ? lanes : lanes / 2, several ? groups / 2 : 1>(s, a + j, stride, rows,
+                                                                             cols - j, panel);
+    }
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void reflectColumnsBody(const ReflectionSequence<double>* s,
+                                                             double* a, std::ptrdiff_t stride,
+                                                             int rows, int cols, double* panel) {
+    reflectStrips<lanes, 4>(*s, a, stride, rows, cols, panel);
+}
+FENDRA_VARIANTS(reflectColumnsVariant, reflectColumnsBody)
+
+void reflectColumns(const ReflectionSequence<double>& s, double* a, std::ptrdiff_t stride, int rows,
+                    int cols, double* panel) {
+    if (s.first >= s.last) {
+        return;
+    }
+    ReflectionSequence<double> close = s;
+    if (panel != nullptr) {
+        close = gathered(s, rows, panel + std::ptrdiff_t{reflectionColumns} * rows);
+    }
+    reflectColumnsVariant(&close, a, stride, rows, cols, panel);
+}
+
 }  // namespace kernels

@@ -92,6 +92,9 @@ struct RotationPanel {
     // The column that a rotation shares with the next one stays in registers.
     [[gnu::always_inline]] inline void rotate(RotationRun run,
                                               const PlaneRotation<double>* rotations) const {
+        if (run.count <= 0) {
+            return;
+        }
         double* p = column + run.p * height;
         double* q = column + run.q * height;
         Vector<lanes> x[std::size_t{groups}];
@@ -113,13 +116,85 @@ struct RotationPanel {
             vectorsAt<lanes>(q + (run.count - 1) * height)[g] = x[g];
         }
     }
+
+    // `count` runs from the same column on, each a column behind the one before it: of that one
+    // it takes a column out of registers as soon as it is done, and so a column is loaded and
+    // stored once for all of them (F. G. Van Zee, R. A. van de Geijn, G. Quintana-Orti,
+    // "Restructuring the tridiagonal and bidiagonal QR algorithms for performance", ACM Trans.
+    // Math. Software 40 (2014) 18:1-18:34).
+    template <int count>
+    [[gnu::always_inline]] inline void rotateTogether(
+        const RotationRun* runs, const PlaneRotation<double>* rotations) const {
+        const PlaneRotation<double>* next[std::size_t{count}];
+        int first = count - 1, last = runs[0].count;
+        for (int w = 0; w < count; ++w) {
+            next[w] = rotations;
+            rotations += runs[w].count;
+            last = std::min(last, runs[w].count + w);
+            rotate(part(runs[w], 0, first - w), next[w]);
+        }
+        double* p = column + runs[0].p * height;
+        Vector<lanes> x[std::size_t{count}][std::size_t{groups}];
+#pragma GCC unroll 8
+        for (int w = 0; w < count; ++w) {
+#pragma GCC unroll 8
+            for (int g = 0; g < groups; ++g) {
+                x[w][g] = vectorsAt<lanes>(p + (first - w) * height)[g];
+            }
+        }
+        for (int t = first; t < last; ++t) {
+            Vector<lanes> y[std::size_t{groups}];
+#pragma GCC unroll 8
+            for (int g = 0; g < groups; ++g) {
+                y[g] = vectorsAt<lanes>(p + (t + 1) * height)[g];
+            }
+#pragma GCC unroll 8
+            for (int w = 0; w < count; ++w) {
+                const auto [c, s] = next[w][t - w];
+#pragma GCC unroll 8
+                for (int g = 0; g < groups; ++g) {
+                    const Vector<lanes> done = x[w][g] * c + y[g] * s;
+                    x[w][g] = y[g] * c - x[w][g] * s;
+                    y[g] = done;
+                }
+            }
+#pragma GCC unroll 8
+            for (int g = 0; g < groups; ++g) {
+                vectorsAt<lanes>(p + (t - first) * height)[g] = y[g];
+            }
+        }
+#pragma GCC unroll 8
+        for (int w = 0; w < count; ++w) {
+#pragma GCC unroll 8
+            for (int g = 0; g < groups; ++g) {
+                vectorsAt<lanes>(p + (last - w) * height)[g] = x[w][g];
+            }
+        }
+        for (int w = 0; w < count; ++w) {
+            rotate(part(runs[w], last - w, runs[w].count), next[w] + last - w);
+        }
+    }
+
+    // Rotations first to end - 1 of a run.
+    static RotationRun part(const RotationRun& run, int first, int end) {
+        return {run.p + first, run.q + first, end - first};
+    }
 };
 
 }  // namespace
 
-// A rotation depends on the one before it, by a product and a difference of six to eight cycles:
-// four vectors of rows side by side fill them. Rows that are left over make smaller panels.
-template <int lanes, int groups = 4>
+// Whether the runs begin with the same column, and each can follow the one before it through some.
+static bool goTogether(const RotationRun* runs, int count) {
+    return std::all_of(runs, runs + count, [=](const RotationRun& run) {
+        return run.p == runs->p && run.count > count;
+    });
+}
+
+// Runs that are rotated together, and vectors of rows side by side. Two vectors of four runs, and
+// two that pass through, are what 16 registers hold, and enough not to wait for one another. Rows
+// that are left over make smaller panels.
+static constexpr int together = 4;
+template <int lanes, int groups = 2>
 [[gnu::always_inline]] static inline void rotatePanels(double* a, int rows, int cols,
                                                        const RotationRun* runs, int runCount,
                                                        const PlaneRotation<double>* rotations,
@@ -130,9 +205,17 @@ template <int lanes, int groups = 4>
         const int count = std::min(rows, height);
         panel.load(a, count, cols);
         const PlaneRotation<double>* next = rotations;
-        for (const RotationRun* run = runs; run < runs + runCount; ++run) {
-            panel.rotate(*run, next);
-            next += run->count;
+        const RotationRun* run = runs;
+        while (run < runs + runCount) {
+            if (runs + runCount - run >= together && goTogether(run, together)) {
+                panel.template rotateTogether<together>(run, next);
+                for (const RotationRun* end = run + together; run < end; ++run) {
+                    next += run->count;
+                }
+            } else {
+                panel.rotate(*run, next);
+                next += run++->count;
+            }
         }
         panel.store(a, count, cols);
         a += std::ptrdiff_t{count} * cols;
@@ -148,7 +231,7 @@ template <int lanes>
                                                             const RotationRun* runs, int runCount,
                                                             const PlaneRotation<double>* rotations,
                                                             double* panel) {
-    static_assert(4 * lanes <= panelRows);
+    static_assert(2 * lanes <= panelRows);
     rotatePanels<lanes>(a, rows, cols, runs, runCount, rotations, panel);
 }
 FENDRA_VARIANTS(rotateColumnsVariant, rotateColumnsBody)

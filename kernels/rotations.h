@@ -50,7 +50,7 @@ void rotateColumns(T* a, int rows, int cols, const RotationRun* runs, int runCou
 
 // Columns are rotated in panels of this many rows; `panel` has room for one and for panelMargin
 // elements more.
-inline constexpr int panelRows = 32, panelMargin = 8;
+inline constexpr int panelRows = 16, panelMargin = 8;
 
 // The fast forms for double.
 void rotateRows(double* x, double* y, int length, PlaneRotation<double> rotation);

@@ -18,7 +18,7 @@ windowsSources=(libsndfile flac)
 packagePackages=(git zip)
 debPackages=(git debhelper dh-python python3-dev pybind11-dev)
 debTestPackages=(lintian man-db desktop-file-utils zsh fish python3-numpy)
-benchPackages=(libbenchmark-dev libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
+benchPackages=(libeigen3-dev libfftw3-dev libgsl-dev libkissfft-dev libopenblas-dev liblapacke-dev
     python3-scipy miller)
 windowPackages=(xvfb xauth chromium)
 slurmPackages=(slurm-wlm munge)

@@ -2,6 +2,8 @@
 #include "kernels/reflection.h"
 #include "kernels/rotations.h"
 
+#include <algorithm>
+
 namespace kernels {
 
 namespace {
@@ -70,6 +72,50 @@ static std::vector<double> runOuterProduct(Form form, int size, Input& input) {
     return valuesOf(a);
 }
 
+template <Shape (*shape)(int)>
+static std::vector<double> runOuterProductAndSums(Form form, int size, Input& input) {
+    const auto [rows, cols] = shape(size);
+    const int stride = strideOf({rows, cols}), step = stepAt(size);
+    Samples x = input.take(rows * step), y = input.take(cols), a = input.take(rows * stride),
+            z = input.take(cols), sums = input.take(rows);
+    if (form == Form::fast) {
+        addOuterProductAndSumRows(x.data(), step, y.data(), a.data(), stride, rows, cols, z.data(),
+                                  sums.data());
+    } else {
+        plain::addOuterProductAndSumRows(x.data(), step, y.data(), a.data(), stride, rows, cols,
+                                         z.data(), sums.data());
+    }
+    std::vector<double> result = valuesOf(a), second = valuesOf(sums);
+    result.insert(result.end(), second.begin(), second.end());
+    return result;
+}
+
+// Vectors in rows and in columns, two of them or one in the place of both, with scales and without,
+// in a panel and where they are.
+template <Shape (*shape)(int)>
+static std::vector<double> runReflections(Form form, int size, Input& input) {
+    const auto [rows, cols] = shape(size);
+    const int stride = strideOf({rows, cols}), last = std::min(rows, 1 + size % 21);
+    Samples x = input.take(rows * last), y = input.take(rows * last), scales = input.take(last),
+            a = input.take(rows * stride);
+    Samples panel = input.room(static_cast<int>(reflectionPanel(rows, last)));
+    ReflectionSequence<double> sequence = {
+        x.data(), 1, rows, y.data(), last, 1, nullptr, std::min(last, size % 3), last};
+    if (size % 2 == 1) {
+        sequence.y = x.data();
+        sequence.yStep = 1;
+        sequence.yNext = rows;
+        sequence.scales = scales.data();
+    }
+    double* const space = size % 7 == 3 ? nullptr : panel.data();
+    if (form == Form::fast) {
+        reflectColumns(sequence, a.data(), stride, rows, cols, space);
+    } else {
+        plain::reflectColumns(sequence, a.data(), stride, rows, cols, space);
+    }
+    return valuesOf(a);
+}
+
 // Two rows, or one in the place of both.
 static std::vector<double> runRowRotation(Form form, int size, Input& input) {
     Samples x = input.take(size), other = input.take(size);
@@ -93,10 +139,18 @@ static std::vector<double> runColumnRotations(Form form, int size, Input& input)
     std::vector<RotationRun> runs;
     if (cols > 1) {
         const int middle = cols / 2;
-        runs = {{0, 1, cols - 1},          {middle - 1, middle, cols - middle},
-                {middle - 1, cols - 1, 1}, {0, middle, 1},
-                {0, cols - 1, 1},          {0, 1, middle},
-                {0, 1, cols - 1}};
+        runs = {{0, 1, cols - 1},
+                {middle - 1, middle, cols - middle},
+                {middle - 1, cols - 1, 1},
+                {0, middle, 1},
+                {0, cols - 1, 1},
+                {0, 1, middle},
+                {0, 1, cols - 1},
+                {0, 1, cols - 1},
+                {0, 1, middle},
+                {0, 1, cols - 1},
+                {0, 1, cols - 1},
+                {0, 1, middle}};
     }
     std::vector<PlaneRotation<double>> rotations;
     for (const RotationRun& run : runs) {
@@ -125,6 +179,10 @@ std::vector<KernelCase> decompositionCases() {
             {"rowSumsWide", sizes, runRowSums<wide>},
             {"outerProductTall", sizes, runOuterProduct<tall>},
             {"outerProductWide", sizes, runOuterProduct<wide>},
+            {"outerProductAndSumsTall", sizes, runOuterProductAndSums<tall>},
+            {"outerProductAndSumsWide", sizes, runOuterProductAndSums<wide>},
+            {"reflectionsTall", sizes, runReflections<tall>},
+            {"reflectionsWide", sizes, runReflections<wide>},
             {"rowRotation", sizes, runRowRotation},
             {"columnRotationsTall", sizes, runColumnRotations<tall>},
             {"columnRotationsWide", sizes, runColumnRotations<wide>}};

@@ -62,3 +62,35 @@ TEST(ExhaustedMemory, LeavesObjectsEmptyOrAsTheyWere) {
         });
     }
 }
+
+// Beyond some columns the decomposition has memory that it can do without: then it succeeds, with
+// the same factors.
+TEST(ExhaustedMemory, LeavesSingularValuesOutOrAsTheyAre) {
+    constexpr int rows = 24, cols = 21;
+    std::vector<double> elements;
+    for (int i = 0; i < rows * cols; ++i) {
+        elements.push_back(i * i % 101 - 50.0);
+    }
+    Matrix<double> expectedU, expectedV;
+    Vector<double> expectedW(cols, 0);
+    int successes = 0;
+    sweepAllocations([&](const FailingAllocator& memory) {
+        Matrix<double> a, u, v;
+        Vector<double> w(cols, 0);
+        a.assignArray(elements.data(), rows, cols);
+        memory.arm();
+        const int result = a.svd(u, w, v);
+        const bool failed = FailingAllocator::disarm();
+        EXPECT_TRUE(failed || result == 1);
+        if (result == 1 && successes++ == 0) {
+            expectedU.assign(u);
+            expectedV.assign(v);
+            expectedW.assign(w);
+        } else if (result == 1) {
+            EXPECT_TRUE(holds(u, {expectedU.dataBlock, expectedU.dataBlock + rows * cols}));
+            EXPECT_TRUE(holds(v, {expectedV.dataBlock, expectedV.dataBlock + cols * cols}));
+            EXPECT_TRUE(holds(w, {expectedW.dataBlock, expectedW.dataBlock + cols}));
+        }
+    });
+    EXPECT_EQ(successes, 3);  // the first, which has all memory, that without it, and the last
+}
