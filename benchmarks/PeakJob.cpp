@@ -118,22 +118,23 @@ static std::vector<Arrangement> allArrangements() {
 
 std::optional<PeakJob> PeakJob::fastest(Operations operations) {
     static const std::vector<Arrangement> all = allArrangements();
-    std::optional<PeakJob> best;
+    std::vector<PeakJob> jobs;
     for (const Arrangement& arrangement : all) {
-        if (arrangement.operations != operations) {
-            continue;
+        if (arrangement.operations == operations) {
+            jobs.push_back(PeakJob(arrangement));
         }
-        PeakJob job(arrangement);
-        for (int repetition = 0; repetition < 30; ++repetition) {
+    }
+    for (int turn = 0; turn < 60; ++turn) {
+        for (PeakJob& job : jobs) {
             const double begin = processorSeconds();
             job.run();
             job.measured = std::max(job.measured, job.flops() / (processorSeconds() - begin));
         }
-        if (!best || job.measured > best->measured) {
-            best = job;
-        }
     }
-    return best;
+    const auto best = std::max_element(
+        jobs.begin(), jobs.end(),
+        [](const PeakJob& a, const PeakJob& b) { return a.measured < b.measured; });
+    return best == jobs.end() ? std::nullopt : std::optional<PeakJob>(*best);
 }
 
 void PeakJob::load(const Problem& /*problem*/) {}
