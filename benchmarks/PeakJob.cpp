@@ -16,7 +16,9 @@ static constexpr int steps = 20000;
 // The compiler takes the value for another one from here on, and leaves such places in their order.
 template <typename T>
 [[gnu::always_inline]] static inline void hidden(T& value) {
-#if defined(__x86_64__) || defined(__i386__)
+#if defined(__clang__)  // which asks for the registers before it inlines, where there are none
+    asm volatile("" : "+m"(value));
+#elif defined(__x86_64__) || defined(__i386__)
     asm volatile("" : "+v"(value));
 #else
     asm volatile("" : "+w"(value));
