@@ -16,7 +16,9 @@ static constexpr int steps = 20000;
 // The compiler takes the value for another one from here on, and leaves such places in their order.
 template <typename T>
 [[gnu::always_inline]] static inline void hidden(T& value) {
-#if defined(__x86_64__) || defined(__i386__)
+#if defined(__clang__)  // which asks for the registers before it inlines, where there are none
+    asm volatile("" : "+m"(value));
+#elif defined(__x86_64__) || defined(__i386__)
     asm volatile("" : "+v"(value));
 #else
     asm volatile("" : "+w"(value));
@@ -118,22 +120,23 @@ static std::vector<Arrangement> allArrangements() {
 
 std::optional<PeakJob> PeakJob::fastest(Operations operations) {
     static const std::vector<Arrangement> all = allArrangements();
-    std::optional<PeakJob> best;
+    std::vector<PeakJob> jobs;
     for (const Arrangement& arrangement : all) {
-        if (arrangement.operations != operations) {
-            continue;
+        if (arrangement.operations == operations) {
+            jobs.push_back(PeakJob(arrangement));
         }
-        PeakJob job(arrangement);
-        for (int repetition = 0; repetition < 30; ++repetition) {
+    }
+    for (int turn = 0; turn < 60; ++turn) {
+        for (PeakJob& job : jobs) {
             const double begin = processorSeconds();
             job.run();
             job.measured = std::max(job.measured, job.flops() / (processorSeconds() - begin));
         }
-        if (!best || job.measured > best->measured) {
-            best = job;
-        }
     }
-    return best;
+    const auto best = std::max_element(
+        jobs.begin(), jobs.end(),
+        [](const PeakJob& a, const PeakJob& b) { return a.measured < b.measured; });
+    return best == jobs.end() ? std::nullopt : std::optional<PeakJob>(*best);
 }
 
 void PeakJob::load(const Problem& /*problem*/) {}

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <ctime>
+#include <utility>
 
 // Long against the clock's ticks of a microsecond, and short against what disturbs the machine.
 static constexpr double repetition = 0.01;
@@ -38,7 +39,8 @@ static int runsOf(const Timed& timed) {
     return runs;
 }
 
-Stopwatch::Stopwatch(const std::vector<Timed>& someJobs) : jobs(someJobs), seconds(jobs.size()) {
+Stopwatch::Stopwatch(std::vector<Timed> someJobs)
+    : jobs(std::move(someJobs)), seconds(jobs.size()) {
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         if (jobs[i].once) {
             runs.push_back(0);

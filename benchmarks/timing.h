@@ -2,6 +2,7 @@
 
 #include "benchmarks/Job.h"
 
+#include <cstddef>
 #include <vector>
 
 // A job to be timed, and what it works on.
@@ -21,7 +22,7 @@ double processorSeconds();
 class Stopwatch {
 public:
     // Finds out how many runs of a job make a repetition.
-    explicit Stopwatch(const std::vector<Timed>& someJobs);
+    explicit Stopwatch(std::vector<Timed> someJobs);
 
     // As many repetitions as fit into 0.7 seconds, three at least and nine at most.
     void repeat();
