@@ -38,20 +38,32 @@ template <int lanes>
 }
 
 // Lane j of vector i and lane i of vector j change places. An element's index is i and then j in
-// binary; each round turns it round by one bit.
+// binary; each round turns it round by one bit. Four lanes take pairs within half a register first,
+// and then the halves: no shuffle crosses lanes that need not.
 template <int lanes>
 [[gnu::always_inline]] inline void transpose(Vector<lanes> (&v)[std::size_t{lanes}]) {
-    constexpr int half = lanes / 2;
-    Vector<lanes> turned[std::size_t{lanes}];
+    if constexpr (lanes == 4) {
+        const Vector<4> even01 = __builtin_shufflevector(v[0], v[1], 0, 4, 2, 6);
+        const Vector<4> odd01 = __builtin_shufflevector(v[0], v[1], 1, 5, 3, 7);
+        const Vector<4> even23 = __builtin_shufflevector(v[2], v[3], 0, 4, 2, 6);
+        const Vector<4> odd23 = __builtin_shufflevector(v[2], v[3], 1, 5, 3, 7);
+        v[0] = __builtin_shufflevector(even01, even23, 0, 1, 4, 5);
+        v[1] = __builtin_shufflevector(odd01, odd23, 0, 1, 4, 5);
+        v[2] = __builtin_shufflevector(even01, even23, 2, 3, 6, 7);
+        v[3] = __builtin_shufflevector(odd01, odd23, 2, 3, 6, 7);
+    } else {
+        constexpr int half = lanes / 2;
+        Vector<lanes> turned[std::size_t{lanes}];
 #pragma GCC unroll 4
-    for (int round = 1; round < lanes; round *= 2) {
+        for (int round = 1; round < lanes; round *= 2) {
 #pragma GCC unroll 8
-        for (int i = 0; i < half; ++i) {
-            interleave<lanes>(v[i], v[i + half], turned[2 * i], turned[2 * i + 1]);
-        }
+            for (int i = 0; i < half; ++i) {
+                interleave<lanes>(v[i], v[i + half], turned[2 * i], turned[2 * i + 1]);
+            }
 #pragma GCC unroll 8
-        for (int i = 0; i < lanes; ++i) {
-            v[i] = turned[i];
+            for (int i = 0; i < lanes; ++i) {
+                v[i] = turned[i];
+            }
         }
     }
 }
