@@ -5,6 +5,7 @@
 #include "signal/FoldEngine.h"
 #include "signal/PseudoInverseUnfolder.h"
 #include "signal/VanCittertUnfolder.h"
+#include "transform/FourierPlan.h"
 #include "transform/FourierTransform.h"
 #include "transform/HartleyTransform.h"
 
@@ -78,6 +79,15 @@ public:
 
 protected:
     Problem data;
+};
+
+class PlannedTransformJob : public TransformJob {
+public:
+    explicit PlannedTransformJob(Size size) : TransformJob(size), plan(size.n) {}
+    void run() override { plan.transform(data.a.data(), data.b.data(), -1); }
+
+private:
+    FourierPlan plan;
 };
 
 class Radix2Job : public TransformJob {
@@ -181,8 +191,9 @@ private:
 // FENDRA_BUILD is the function of this build.
 [[gnu::visibility("default")]] const ProjectJobs& FENDRA_BUILD() {
     static const ProjectJobs jobs = {
-        make<FoldJob>(),   make<VanCittertJob>(), make<PseudoInverseJob>(), make<TransformJob>(),
-        make<Radix2Job>(), make<HartleyJob>(),    make<MultiplyJob>(),      make<LuJob>(),
-        make<SvdJob>(),    make<QrJob>()};
+        make<FoldJob>(),      make<VanCittertJob>(),       make<PseudoInverseJob>(),
+        make<TransformJob>(), make<PlannedTransformJob>(), make<Radix2Job>(),
+        make<HartleyJob>(),   make<MultiplyJob>(),         make<LuJob>(),
+        make<SvdJob>(),       make<QrJob>()};
     return jobs;
 }

@@ -3,6 +3,7 @@
 #include "kernels/convolution.h"
 #include "kernels/elimination.h"
 #include "kernels/hartley.h"
+#include "kernels/hartleyFold.h"
 #include "kernels/product.h"
 #include "kernels/radix2.h"
 #include "kernels/reflection.h"
@@ -12,6 +13,7 @@
 #include "kernels/trigonometry.h"
 
 #include <cstddef>
+#include <cstdint>
 
 namespace kernels {
 
@@ -35,8 +37,27 @@ void multiplySpectra(double* re, double* im, const double* factorRe, const doubl
                      int n) {
     plain::multiplySpectra(re, im, factorRe, factorIm, n);
 }
+void multiplyScaled(const double* aRe, const double* aIm, double before, const double* bRe,
+                    const double* bIm, double sign, double after, int n, double* re, double* im) {
+    plain::multiplyScaled(aRe, aIm, before, bRe, bIm, sign, after, n, re, im);
+}
 void pairSpectra(double* re, double* im, int n, int sense) {
     plain::pairSpectra(re, im, n, sense);
+}
+std::int64_t foldTableSize(int /*n*/) {
+    return 0;
+}
+void makeFoldTables(double* /*tables*/, int /*n*/) {}
+std::int64_t foldSpectrumSize(int n) {
+    return n;
+}
+void makeFoldSpectrum(double* re, double* im, int n, const double* /*tables*/, double* spectrumRe,
+                      double* spectrumIm) {
+    plain::makeFoldSpectrum(re, im, n, spectrumRe, spectrumIm);
+}
+void foldWithSpectrum(double* re, double* im, int n, const double* /*tables*/,
+                      const double* spectrumRe, const double* spectrumIm, Fixed fixed) {
+    plain::foldWithSpectrum(re, im, n, spectrumRe, spectrumIm, fixed);
 }
 
 void multiply(Block<const double> a, Block<const double> b, int rows, int depth, int cols,

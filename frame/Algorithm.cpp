@@ -62,6 +62,7 @@ static int fold(const FoldSettings& settings, Pass& pass) {
         return 0;
     }
     FoldEngine engine;
+    engine.keptPlan = pass.plan;
     const Questions questions(engine, pass);
     return engine.fold(pass.first.samples.get(), pass.first.length, pass.second.samples.get(),
                        pass.second.length, pass.result.samples.get(), pass.result.length,
@@ -70,6 +71,7 @@ static int fold(const FoldSettings& settings, Pass& pass) {
 
 static int unfoldSpectrally(const FoldSettings& /*settings*/, Pass& pass) {
     SpectralUnfolder unfolder;
+    unfolder.keptPlan = pass.plan;
     const Questions questions(unfolder, pass);
     return unfold(unfolder, pass);
 }

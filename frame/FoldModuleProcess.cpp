@@ -40,12 +40,14 @@ int FoldModule::processBlocks() {
     const int firstWaiting = typeInfo.GetFillSize(*inportStreams[0]);
     const int secondWaiting = typeInfo.GetFillSize(*inportStreams[1]);
     const int passCount = std::min(firstWaiting, secondWaiting);
+    KeptPlan plan;
 
     for (int index = 0; index < passCount; ++index) {
         Pass pass = settings.executionMode == FoldSettings::perBlock
                         ? takePass(&FoldModule::takeBlock, firstWaiting - 1 - index,
                                    secondWaiting - 1 - index)
                         : Pass({}, {});
+        pass.plan = &plan;
         const bool last = index == passCount - 1;
         const int code =
             runPass(pass, blockMarker == BlockHeader::last && !last ? BlockHeader::moreFollow

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "signal/KeptPlan.h"
+
 #include <memory>
 
 // A signal of the processing step, with its length.
@@ -19,5 +21,6 @@ struct Pass {
     SampleArray second;
     SampleArray first;
     double extraValues[2] = {0.0, 0.0};  // of methods that give scalars
+    KeptPlan* plan = nullptr;            // where passes keep theirs for the next one
     bool stopped = false;                // by the observer, within the run
 };

@@ -36,6 +36,39 @@ void multiplySpectra(double* re, double* im, const double* factorRe, const doubl
     multiplyVariant(re, im, factorRe, factorIm, n);
 }
 
+void plain::multiplyScaled(const double* aRe, const double* aIm, double before, const double* bRe,
+                           const double* bIm, double sign, double after, int n, double* re,
+                           double* im) {
+    for (int i = 0; i < n; ++i) {
+        const double a = before * aRe[i], b = before * aIm[i], c = bRe[i], d = sign * bIm[i];
+        re[i] = after * (a * c - b * d);
+        im[i] = after * (a * d + b * c);
+    }
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void multiplyScaledInVectors(
+    const double* aRe, const double* aIm, double before, const double* bRe, const double* bIm,
+    double sign, double after, int n, double* re, double* im) {
+    int i = 0;
+    for (; i + lanes <= n; i += lanes) {
+        const Vector<lanes> a = before * *vectorsAt<lanes>(aRe + i);
+        const Vector<lanes> b = before * *vectorsAt<lanes>(aIm + i);
+        const Vector<lanes> c = *vectorsAt<lanes>(bRe + i), d = sign * *vectorsAt<lanes>(bIm + i);
+        *vectorsAt<lanes>(re + i) = after * (a * c - b * d);
+        *vectorsAt<lanes>(im + i) = after * (a * d + b * c);
+    }
+    plain::multiplyScaled(aRe + i, aIm + i, before, bRe + i, bIm + i, sign, after, n - i, re + i,
+                          im + i);
+}
+
+FENDRA_VARIANTS(multiplyScaledVariant, multiplyScaledInVectors)
+
+void multiplyScaled(const double* aRe, const double* aIm, double before, const double* bRe,
+                    const double* bIm, double sign, double after, int n, double* re, double* im) {
+    multiplyScaledVariant(aRe, aIm, before, bRe, bIm, sign, after, n, re, im);
+}
+
 // The pairs i = first .. n / 2 - 1.
 static void pairFrom(int first, double* re, double* im, int n, int sense) {
     const bool forward = sense >= 0;

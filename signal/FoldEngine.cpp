@@ -20,23 +20,23 @@ static void foldInTime(const double* a, int L, const double* b, int S, double* r
     kernels::convolve(w, b, L, S, result);
 }
 
-static void foldInFrequency(const double* a, int L, const double* b, int S, double* result,
-                            int resultLength) {
+static void foldInFrequency(KeptPlan& kept, const double* a, int L, const double* b, int S,
+                            double* result, int resultLength) {
     const auto size = static_cast<std::size_t>(L);
     std::vector<double> aRe(size), aIm(size), bRe(size), bIm(size);
     std::copy_n(a, L, aRe.data());
     std::copy_n(b, S, bRe.data());
 
-    transformThird(0, aRe, aIm, -1);
-    transformThird(1, bRe, bIm, -1);
+    FourierPlan& plan = kept.of(L);
+    transformThird(0, plan, aRe, aIm, -1);
+    transformThird(1, plan, bRe, bIm, -1);
     kernels::multiplySpectra(aRe.data(), aIm.data(), bRe.data(), bIm.data(), L);
-    transformThird(2, aRe, aIm, +1);
+    transformThird(2, plan, aRe, aIm, +1);
 
     double* end = std::copy_n(aRe.data(), L, result);
     std::fill(end, result + resultLength, 0.0);
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): a run, whatever it changes
 int FoldEngine::fold(const double* first, int firstLength, const double* second, int secondLength,
                      double* result, int resultLength, int mode) {
     if (firstLength < secondLength) {
@@ -50,7 +50,8 @@ int FoldEngine::fold(const double* first, int firstLength, const double* second,
         if (mode == 0) {
             foldInTime(first, firstLength, second, secondLength, result);
         } else if (mode == 1) {
-            foldInFrequency(first, firstLength, second, secondLength, result, resultLength);
+            foldInFrequency(keptPlan != nullptr ? *keptPlan : ownPlan, first, firstLength, second,
+                            secondLength, result, resultLength);
         }
     });
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "signal/KeptPlan.h"
+
 #include <functional>
 
 // Convolution of two real signals, periodic with the length of the longer one.
@@ -18,6 +20,10 @@ public:
     // Without it, who watches the caller's work is asked (kernels/WorkWatch.h).
     std::function<bool(double share)> within;
 
+    // Where mode 1 keeps what prepares its transforms, until a run of another length; null: in the
+    // engine. Who makes an engine for each run has it kept beyond them.
+    KeptPlan* keptPlan = nullptr;
+
     // Convolves first with second. The longer one is a; at equal lengths it is first. Lengths are
     // not negative.
     //   result    caller's array of resultLength samples, apart from both operands. Beyond L
@@ -27,4 +33,7 @@ public:
     //             is in result is of no use.
     int fold(const double* first, int firstLength, const double* second, int secondLength,
              double* result, int resultLength, int mode);
+
+private:
+    KeptPlan ownPlan;
 };

@@ -21,27 +21,29 @@ static void divide(double* yRe, double* yIm, const double* hRe, const double* hI
     }
 }
 
-static void divideSpectra(const double* signal, int signalLength, const double* kernel,
-                          int kernelLength, double* result, int resultLength) {
+static void divideSpectra(KeptPlan& kept, const double* signal, int signalLength,
+                          const double* kernel, int kernelLength, double* result,
+                          int resultLength) {
     const int P = std::max(signalLength, kernelLength);
     const auto size = static_cast<std::size_t>(P);
     std::vector<double> yRe(size), yIm(size), hRe(size), hIm(size);
     std::copy_n(signal, signalLength, yRe.data());
     std::copy_n(kernel, kernelLength, hRe.data());
 
-    transformThird(0, yRe, yIm, -1);
-    transformThird(1, hRe, hIm, -1);
+    FourierPlan& plan = kept.of(P);
+    transformThird(0, plan, yRe, yIm, -1);
+    transformThird(1, plan, hRe, hIm, -1);
     divide(yRe.data(), yIm.data(), hRe.data(), hIm.data(), P);
-    transformThird(2, yRe, yIm, +1);
+    transformThird(2, plan, yRe, yIm, +1);
 
     double* end = std::copy_n(yRe.data(), std::min(resultLength, P), result);
     std::fill(end, result + resultLength, 0.0);
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): a run, whatever it changes
 int SpectralUnfolder::unfold(const double* signal, int signalLength, const double* kernel,
                              int kernelLength, double* result, int resultLength) {
     return watched(within, [&] {
-        divideSpectra(signal, signalLength, kernel, kernelLength, result, resultLength);
+        divideSpectra(keptPlan != nullptr ? *keptPlan : ownPlan, signal, signalLength, kernel,
+                      kernelLength, result, resultLength);
     });
 }

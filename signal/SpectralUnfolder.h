@@ -1,5 +1,7 @@
 #pragma once
 
+#include "signal/KeptPlan.h"
+
 #include <functional>
 
 // Deconvolution by division of spectra. With P the longer of the two lengths, both operands padded
@@ -18,6 +20,10 @@ public:
     // Without it, who watches the caller's work is asked (kernels/WorkWatch.h).
     std::function<bool(double share)> within;
 
+    // Where runs keep what prepares their transforms, until one of another length; null: in the
+    // object. Who makes an object for each run has it kept beyond them.
+    KeptPlan* keptPlan = nullptr;
+
     // signal: measured signal, numerator; kernel: denominator. Lengths are not negative and may
     // differ in either direction; the two never change roles.
     //   result    caller's array of resultLength samples, apart from both operands: the first
@@ -25,4 +31,7 @@ public:
     //   returns   1: done. 0: memory exhausted, or stopped; nothing written.
     int unfold(const double* signal, int signalLength, const double* kernel, int kernelLength,
                double* result, int resultLength);
+
+private:
+    KeptPlan ownPlan;
 };

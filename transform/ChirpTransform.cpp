@@ -1,92 +1,16 @@
-#include "kernels/WorkWatch.h"
 #include "kernels/spectra.h"
 #include "kernels/trigonometry.h"
+#include "transform/ChirpPlan.h"
 #include "transform/FourierTransform.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <limits>
-#include <memory>
-#include <new>
 #include <numbers>
 
-static constexpr int longestChirp = 1 << 29;
 static constexpr int anglesAtOnce = 256;
 
-namespace {
-
-// The arrays of one transform in one piece of memory: data and conjugate chirp of m elements, then
-// the chirp of n. m elements fill whole cache lines, so that each array starts with one.
-class WorkArrays {
-public:
-    double *dataRe, *dataIm, *conjugateRe, *conjugateIm, *chirpRe, *chirpIm;
-
-    WorkArrays(int m, int n) {
-        const std::int64_t total = 4 * std::int64_t{m} + 2 * std::int64_t{n} + lineDoubles;
-        constexpr std::int64_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
-        if (total > most) {
-            throw std::bad_alloc();
-        }
-        std::size_t space = static_cast<std::size_t>(total) * sizeof(double);
-        block = std::make_unique_for_overwrite<double[]>(static_cast<std::size_t>(total));
-        void* start = block.get();
-        std::align(line, space - line, start, space);
-        dataRe = static_cast<double*>(start);
-        dataIm = dataRe + m;
-        conjugateRe = dataIm + m;
-        conjugateIm = conjugateRe + m;
-        chirpRe = conjugateIm + m;
-        chirpIm = chirpRe + n;
-    }
-
-private:
-    static constexpr std::size_t line = 64;  // bytes
-    static constexpr std::int64_t lineDoubles = 8;
-    std::unique_ptr<double[]> block;
-};
-
-}  // namespace
-
 void FourierTransform::chirpTransform(double* re, double* im, int n, int sign) {
-    if (n > longestChirp) {
-        throw std::bad_alloc();
-    }
-    const auto m = static_cast<int>(nextPowerOfTwo(2 * n));
-    const WorkArrays work(m, n);
-    makeChirp(work.chirpRe, work.chirpIm, n, n, sign);
-    kernels::WorkWatch::passed(4.0 * kernels::WorkWatch::element * n);
-
-    std::copy_n(re, n, work.dataRe);
-    std::copy_n(im, n, work.dataIm);
-    kernels::multiplySpectra(work.dataRe, work.dataIm, work.chirpRe, work.chirpIm, n);
-    std::fill(work.dataRe + n, work.dataRe + m, 0.0);
-    std::fill(work.dataIm + n, work.dataIm + m, 0.0);
-
-    std::copy_n(work.chirpRe, n, work.conjugateRe);
-    std::transform(work.chirpIm, work.chirpIm + n, work.conjugateIm, std::negate());
-    extendChirp(work.conjugateRe, work.conjugateIm, n, m);
-    kernels::WorkWatch::passed(2.0 * kernels::WorkWatch::element * m);
-    circularFold(work.conjugateRe, work.conjugateIm, work.dataRe, work.dataIm,
-                 std::countr_zero(nextPowerOfTwo(m)));
-
-    // Sample n + k of the convolution takes the chirp at indices 1 to 2 n - 1 only: no negative
-    // index is needed, and nothing wraps round. So the transform is the block that starts at n,
-    // where the chirp equals that from 0 on except for its sign.
-    if (n % 2 != 0) {
-        std::transform(work.chirpRe, work.chirpRe + n, work.chirpRe, std::negate());
-        std::transform(work.chirpIm, work.chirpIm + n, work.chirpIm, std::negate());
-    }
-    std::copy_n(work.dataRe + n, n, re);
-    std::copy_n(work.dataIm + n, n, im);
-    kernels::multiplySpectra(re, im, work.chirpRe, work.chirpIm, n);
-    if (sign > 0) {
-        const double scale = 1.0 / n;
-        std::for_each_n(re, n, [scale](double& value) { value *= scale; });
-        std::for_each_n(im, n, [scale](double& value) { value *= scale; });
-    }
+    ChirpPlan(n).transform(re, im, sign);
 }
 
 void FourierTransform::makeChirp(double* chirpRe, double* chirpIm, int n, int m, int sign) {

@@ -15,13 +15,14 @@
 // computation of discrete Fourier transform", IEEE Trans. Audio Electroacoust. 18 (1970) 451-455),
 // which is computed by Hartley transforms.
 //
-// Nothing is kept between calls: objects may work in several threads at once.
+// Nothing is kept between calls: objects may work in several threads at once. Who transforms more
+// than once at a length keeps a FourierPlan.
 class FourierTransform {
 public:
     virtual ~FourierTransform() = default;
 
     // The transform at any length; n below 1 leaves the arrays alone. A power of two needs no
-    // memory, another length four arrays of M doubles and two of n. Throws std::bad_alloc, with the
+    // memory, another length that of a ChirpPlan. Throws std::bad_alloc, with the
     // arrays as they were, if that memory cannot be allocated, or if n is above 2^29 and not a
     // power of two (M would not fit a 32-bit length).
     void transform(double* re, double* im, int n, int sign);

@@ -1,7 +1,9 @@
 #include "kernels/contract/KernelCase.h"
 #include "kernels/hartley.h"
+#include "kernels/hartleyFold.h"
 #include "kernels/spectra.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace kernels {
@@ -33,6 +35,46 @@ static std::vector<double> runProduct(Form form, int size, Input& input) {
     return joined(re, im);
 }
 
+static std::vector<double> runScaledProduct(Form form, int size, Input& input) {
+    Samples aRe = input.take(size), aIm = input.take(size);
+    Samples bRe = input.take(size), bIm = input.take(size);
+    Samples re = input.room(size), im = input.room(size);
+    (form == Form::fast ? multiplyScaled : plain::multiplyScaled)(
+        aRe.data(), aIm.data(), 0.125, bRe.data(), bIm.data(), -1.0, 1.0 / 3, size, re.data(),
+        im.data());
+    return joined(re, im);
+}
+
+// With the spectrum as it is and with its conjugate.
+static std::vector<double> runFold(Form form, int n, Input& input) {
+    Samples fixedRe = input.take(n), fixedIm = input.take(n);
+    const auto size = static_cast<std::size_t>(foldSpectrumSize(n));
+    std::vector<double> spectrumRe(size), spectrumIm(size);
+    std::vector<double> tables(static_cast<std::size_t>(foldTableSize(n)));
+    if (form == Form::fast) {
+        makeFoldTables(tables.data(), n);
+        makeFoldSpectrum(fixedRe.data(), fixedIm.data(), n, tables.data(), spectrumRe.data(),
+                         spectrumIm.data());
+    } else {
+        plain::makeFoldSpectrum(fixedRe.data(), fixedIm.data(), n, spectrumRe.data(),
+                                spectrumIm.data());
+    }
+    std::vector<double> results;
+    for (const Fixed fixed : {Fixed::asGiven, Fixed::conjugate}) {
+        Samples re = input.take(n), im = input.take(n);
+        if (form == Form::fast) {
+            foldWithSpectrum(re.data(), im.data(), n, tables.data(), spectrumRe.data(),
+                             spectrumIm.data(), fixed);
+        } else {
+            plain::foldWithSpectrum(re.data(), im.data(), n, spectrumRe.data(), spectrumIm.data(),
+                                    fixed);
+        }
+        const std::vector<double> both = joined(re, im);
+        results.insert(results.end(), both.begin(), both.end());
+    }
+    return results;
+}
+
 template <int code>
 static std::vector<double> runHartley(Form form, int size, Input& input) {
     return runHartley(form, size, input, code);
@@ -48,12 +90,17 @@ std::vector<KernelCase> hartleyCases() {
     for (int n = 1; n <= 1 << 14; n *= 2) {
         powersOfTwo.push_back(n);
     }
+    // From there on a transform of either parity has stages that leave its pieces.
+    std::vector<int> folded = powersOfTwo;
+    folded.insert(folded.end(), {1 << 15, 1 << 16});
     const std::vector<int> sizes = everySizeAnd({});
     return {{"hartley", powersOfTwo, runHartley<0>},
             {"hartleyNormalised", powersOfTwo, runHartley<1>},
             {"pairing", sizes, runPairing<1>},
             {"inversePairing", sizes, runPairing<-1>},
-            {"spectralProduct", sizes, runProduct}};
+            {"spectralProduct", sizes, runProduct},
+            {"scaledProduct", sizes, runScaledProduct},
+            {"fold", folded, runFold}};
 }
 
 }  // namespace kernels

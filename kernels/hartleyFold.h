@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+
+namespace kernels {
+
+// Circular convolution of complex signals with a fixed one, of length n, a power of two from 1 to
+// 2^30, by their spectra X[k] = sum_j x[j] exp(+2 pi i j k / n). A spectrum comes from the Hartley
+// transforms of the two parts (hartley.h, pairSpectra), and the way back goes through them as well;
+// each value has the bits that these give, one after the other.
+
+// The twiddles of both ways, which depend on n alone: foldTableSize(n) doubles.
+std::int64_t foldTableSize(int n);
+void makeFoldTables(double* tables, int n);
+
+// The spectrum of the fixed signal, in (spectrumRe, spectrumIm), foldSpectrumSize(n) doubles each,
+// in an order of its own. Of (re, im), the signal, nothing is left.
+std::int64_t foldSpectrumSize(int n);
+void makeFoldSpectrum(double* re, double* im, int n, const double* tables, double* spectrumRe,
+                      double* spectrumIm);
+
+// Whose spectrum it is that (spectrumRe, spectrumIm) stand for: that of the fixed signal, or that
+// of its complex conjugate, S[k] becoming conj(S[-k]).
+enum class Fixed { asGiven, conjugate };
+
+// (re, im), room for n samples, holds a signal of n / 2, which counts as followed by zeros, and
+// becomes n times its convolution with the fixed signal.
+void foldWithSpectrum(double* re, double* im, int n, const double* tables, const double* spectrumRe,
+                      const double* spectrumIm, Fixed fixed);
+
+namespace plain {
+// Without tables, and the spectrum in its natural order.
+void makeFoldSpectrum(double* re, double* im, int n, double* spectrumRe, double* spectrumIm);
+void foldWithSpectrum(double* re, double* im, int n, const double* spectrumRe,
+                      const double* spectrumIm, Fixed fixed);
+}  // namespace plain
+
+}  // namespace kernels
