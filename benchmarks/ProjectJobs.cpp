@@ -190,10 +190,16 @@ private:
 
 // FENDRA_BUILD is the function of this build.
 [[gnu::visibility("default")]] const ProjectJobs& FENDRA_BUILD() {
-    static const ProjectJobs jobs = {
-        make<FoldJob>(),      make<VanCittertJob>(),       make<PseudoInverseJob>(),
-        make<TransformJob>(), make<PlannedTransformJob>(), make<Radix2Job>(),
-        make<HartleyJob>(),   make<MultiplyJob>(),         make<LuJob>(),
-        make<SvdJob>(),       make<QrJob>()};
+    static const ProjectJobs jobs = {make<FoldJob>(),
+                                     make<VanCittertJob>(),
+                                     make<PseudoInverseJob>(),
+                                     make<TransformJob>(),
+                                     make<PlannedTransformJob>(),
+                                     make<Radix2Job>(),
+                                     make<HartleyJob>(),
+                                     make<MultiplyJob>(),
+                                     make<LuJob>(),
+                                     make<SvdJob>(),
+                                     make<QrJob>()};
     return jobs;
 }

@@ -231,9 +231,13 @@ static std::vector<Table> transformTables() {
                        &ProjectJobs::transform,
                        {
                            {"FFTW estimated", fftw::planAndTransform(Planning::estimate)},
-                           {"its run alone, measured", fftw::transform(Planning::measure)},
                        },
                        {}),
+        transformTable("planned",
+                       "FourierPlan made before, at other lengths; FFTW with its plan made before",
+                       others, &ProjectJobs::plannedTransform, {measured},
+                       {{measured.name, 0.5, squares({1000, 5000, 44100})},
+                        {measured.name, 0.8, squares({10007, 65535})}}),
         {
             .name = "hartley",
             .title = "HartleyTransform; FFTW with its plan made before",
