@@ -25,6 +25,7 @@ template <int lanes, int rows, bool halfZero>
 [[gnu::always_inline]] static inline void firstPass(std::integral_constant<int, rows> /*length*/,
                                                     std::bool_constant<halfZero> /*zeros*/,
                                                     double* f, int n) {
+    constexpr std::ptrdiff_t step = sixteen / rows;
     const std::ptrdiff_t stride = n / rows;
     alignas(64) double tile[std::size_t{rows}][line];
     for (double* x = f; x != f + stride; x += line) {
@@ -36,7 +37,7 @@ template <int lanes, int rows, bool halfZero>
             Vector<lanes> a[std::size_t{rows}];
 #pragma GCC unroll 16
             for (int row = 0; row < rows; ++row) {
-                const int to = reversedOfSixteen[row * (sixteen / rows)];
+                const int to = reversedOfSixteen[row * step];
                 a[to] = halfZero && row >= rows / 2 ? Vector<lanes>{}
                                                     : *vectorsAt<lanes>(tile[row] + column);
             }
@@ -47,8 +48,7 @@ template <int lanes, int rows, bool halfZero>
             }
 #pragma GCC unroll 16
             for (int row = 0; row < rows; ++row) {
-                *vectorsAt<lanes>(tile[row] + column) =
-                    a[reversedOfSixteen[row * (sixteen / rows)]];
+                *vectorsAt<lanes>(tile[row] + column) = a[reversedOfSixteen[row * step]];
             }
         }
         for (int row = 0; row < rows; ++row) {

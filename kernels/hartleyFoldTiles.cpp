@@ -51,8 +51,12 @@ template <int rows>
 struct Neighbours {
     std::ptrdiff_t lowest, highest;
 
-    [[nodiscard]] std::ptrdiff_t low(int column) const { return lowest + rows * column; }
-    [[nodiscard]] std::ptrdiff_t high(int column) const { return highest - rows * column; }
+    [[nodiscard]] std::ptrdiff_t low(int column) const {
+        return lowest + std::ptrdiff_t{rows} * column;
+    }
+    [[nodiscard]] std::ptrdiff_t high(int column) const {
+        return highest - std::ptrdiff_t{rows} * column;
+    }
 };
 
 // The groups of one, two and four columns. The first of them mirrors itself: the tiles share it.
@@ -60,11 +64,11 @@ template <int rows>
 struct ShortGroups {
     [[nodiscard]] static std::ptrdiff_t low(int column) {
         constexpr int at[columns] = {4, 5, 2, 1};
-        return rows * at[column];
+        return std::ptrdiff_t{rows} * at[column];
     }
     [[nodiscard]] static std::ptrdiff_t high(int column) {
         constexpr int at[columns] = {7, 6, 3, 1};
-        return rows * at[column];
+        return std::ptrdiff_t{rows} * at[column];
     }
 };
 
@@ -214,7 +218,8 @@ template <int lanes, int rows, typename Use>
     const auto reHighAt = vectorsAt<lanes>(tiles.highRe[rows - 1 - i] + column);
     const auto imHighAt = vectorsAt<lanes>(tiles.highIm[rows - 1 - i] + column);
     Vector<lanes> reLow = *reLowAt, imLow = *imLowAt, reHigh = *reHighAt, imHigh = *imHighAt;
-    const std::ptrdiff_t low = place + columns * i + column, high = low + rows * columns;
+    const std::ptrdiff_t low = place + std::ptrdiff_t{columns} * i + column,
+                         high = low + std::ptrdiff_t{rows} * columns;
     if (lowIsI) {
         use<lanes>(spectrum, reLow, imLow, reHigh, imHigh, low, high);
     } else {
@@ -337,7 +342,7 @@ static void joinColumn(double* f, const Twiddles& twiddles) {
     joinHalfway<1>(f[4], f[6], f[5], f[7]);
     for (int group = 2; group < rows / 4; group *= 2) {
         for (int r = group; r < 2 * group; r += 2) {
-            double *x = f + 4 * r, *y = f + 4 * (3 * group - 1 - r);
+            double *x = f + std::ptrdiff_t{4} * r, *y = f + std::ptrdiff_t{4} * (3 * group - 1 - r);
             joinMirrored<1>(x[0], x[2], x[1], x[3], y[0], y[2], y[1], y[3],
                             twiddles.reversedSines[r / 2], twiddles.reversedCosines[r / 2]);
         }

@@ -63,7 +63,8 @@ static constexpr std::int64_t gap = 32;
 
 ChirpPlan::ChirpPlan(int length) : n(length), m(convolutionLength(length)) {
     const std::int64_t spectrumSize = kernels::foldSpectrumSize(m);
-    Memory all(2 * (m + gap + Memory::wholeLines(n) + Memory::wholeLines(spectrumSize)) +
+    Memory all(2 * (Memory::wholeLines(m + gap) + Memory::wholeLines(n) +
+                    Memory::wholeLines(spectrumSize)) +
                Memory::wholeLines(kernels::foldTableSize(m)));
     work = {all.take(m + gap), all.take(m + gap)};
     chirp = {all.take(n), all.take(n)};

@@ -13,17 +13,17 @@
 // One chirp and one spectrum serve both signs. The chirp of the other sign is the complex
 // conjugate, bit by bit, as negation commutes with rounding. For the same reason its spectrum is
 // the conjugate in reversed order: the two computations differ in the signs of zeros at most, and
-// these show in zeros only. Where the spectrum has a zero, which short lengths bring about, the
-// other one is computed as well.
+// these show in zeros only. Where the spectrum has a zero, as at length 5 or 1120, the other one is
+// computed as well.
 //
 // A real signal takes the work of a complex one. Its product with the chirp is complex, and of the
 // way back, whose imaginary part may not be wanted, both Hartley transforms go into the real part.
 class ChirpPlan {
 public:
-    // n: from 1 on. Keeps 4.75 M and 2 n doubles, or 6.75 M where a second spectrum is needed.
-    // Throws std::bad_alloc if they cannot be allocated, or if n is above 2^29 (M would not fit a
-    // 32-bit length).
-    explicit ChirpPlan(int n);
+    // length: n, from 1 on. Keeps 4.75 M and 2 n doubles, or 6.75 M where a second spectrum is
+    // needed. Throws std::bad_alloc if they cannot be allocated, or if n is above 2^29 (M would not
+    // fit a 32-bit length).
+    explicit ChirpPlan(int length);
 
     // The transform of n samples, as FourierTransform::transform defines it. Allocates nothing.
     void transform(double* re, double* im, int sign);
@@ -33,7 +33,7 @@ private:
         double *re = nullptr, *im = nullptr;
     };
 
-    void makeSpectrum(const Arrays& spectrum, int sign);
+    void makeSpectrum(const Arrays& result, int sign);
 
     int n, m;
     std::unique_ptr<double[]> memory, memoryOfOther;

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-FourierPlan::FourierPlan(int length) : n(length) {
+FourierPlan::FourierPlan(int transformLength) : n(transformLength) {
     if (n > 0 && FourierTransform::nextPowerOfTwo(n) != static_cast<std::uint32_t>(n)) {
         chirp.emplace(n);
     }

@@ -9,8 +9,8 @@
 // is a ChirpPlan. In two threads at once each needs a plan of its own.
 class FourierPlan {
 public:
-    // Throws std::bad_alloc, as ChirpPlan does. n below 1 has no transform.
-    explicit FourierPlan(int n);
+    // Throws std::bad_alloc, as ChirpPlan does. A length below 1 has no transform.
+    explicit FourierPlan(int transformLength);
 
     [[nodiscard]] int length() const { return n; }
 

@@ -27,42 +27,46 @@ static Signal runAlone(const Signal& a, const Signal& b) {
     return run(fresh, a, b);
 }
 
-// Objects that live through runs of changing lengths, with plans of their own or one for both, give
-// the bits of an object for each run. So does a copy.
-TEST(KeptPlan, ShowsInNoBit) {
-    FoldEngine engine, sharing;
-    SpectralUnfolder unfolder, sharingToo;
-    KeptPlan plan;
-    sharing.keptPlan = &plan;
-    sharingToo.keptPlan = &plan;
+// An object that lives through runs of changing lengths, one with a plan from outside, and a copy
+// give the bits of an object for each run.
+template <typename Algorithm>
+static void expectSameBits(KeptPlan& shared) {
+    Algorithm kept, sharing;
+    sharing.keptPlan = &shared;
     for (const int n : {5, 5, 12, 16, 1000, 1000, 16, 5}) {
         const Signal a = noise(n, 1), b = noise(n - 2, 2);
-        const Signal folded = runAlone<FoldEngine>(a, b);
-        EXPECT_EQ(bits(run(engine, a, b)), bits(folded)) << n;
-        EXPECT_EQ(bits(run(sharing, a, b)), bits(folded)) << n;
-        const Signal unfolded = runAlone<SpectralUnfolder>(a, b);
-        EXPECT_EQ(bits(run(unfolder, a, b)), bits(unfolded)) << n;
-        EXPECT_EQ(bits(run(sharingToo, a, b)), bits(unfolded)) << n;
-        FoldEngine copy = engine;
-        EXPECT_EQ(bits(run(copy, a, b)), bits(folded)) << n;
+        const auto expected = bits(runAlone<Algorithm>(a, b));
+        EXPECT_EQ(bits(run(kept, a, b)), expected) << n;
+        EXPECT_EQ(bits(run(sharing, a, b)), expected) << n;
+        Algorithm copy = kept;
+        EXPECT_EQ(bits(run(copy, a, b)), expected) << n;
     }
+}
+
+TEST(KeptPlan, ShowsInNoBit) {
+    KeptPlan plan;
+    expectSameBits<FoldEngine>(plan);
+    expectSameBits<SpectralUnfolder>(plan);
+}
+
+static void runWithoutMemory(const FailingAllocator& memory, int next) {
+    FoldEngine engine;
+    run(engine, noise(100, 1), noise(100, 2));
+    const Signal a = noise(next, 1), before(a.size(), 5.0);
+    Signal result = before;
+    memory.arm();
+    const int outcome = engine.fold(a.data(), next, a.data(), next, result.data(), next, 1);
+    const bool failed = FailingAllocator::disarm();
+    EXPECT_EQ(outcome, failed ? 0 : 1);
+    EXPECT_EQ(failed, result == before);
+    EXPECT_EQ(bits(run(engine, a, a)), bits(runAlone<FoldEngine>(a, a)));
 }
 
 // A run that gets no memory, at the length of the kept plan or at another one, fails; the next one
 // gives what it always gives.
 TEST(KeptPlan, SurvivesExhaustedMemory) {
     for (const int next : {100, 60}) {
-        sweepAllocations([&](const FailingAllocator& memory) {
-            FoldEngine engine;
-            run(engine, noise(100, 1), noise(100, 2));
-            const Signal a = noise(next, 1), before(a.size(), 5.0);
-            Signal result = before;
-            memory.arm();
-            const int outcome = engine.fold(a.data(), next, a.data(), next, result.data(), next, 1);
-            const bool failed = FailingAllocator::disarm();
-            EXPECT_EQ(outcome, failed ? 0 : 1);
-            EXPECT_EQ(failed, result == before);
-            EXPECT_EQ(bits(run(engine, a, a)), bits(runAlone<FoldEngine>(a, a)));
-        });
+        sweepAllocations(
+            [next](const FailingAllocator& memory) { runWithoutMemory(memory, next); });
     }
 }
