@@ -73,16 +73,16 @@ struct Complexes {
 
 }  // namespace
 
-// Three stages take 16 vectors of data.
+// Three stages at a time join 16 vectors, which are in registers only where there are 32.
 #ifdef __aarch64__
 template <int lanes>
-constexpr bool takesThreeStages = true;
+constexpr bool joinsThreeStages = true;
 #else
 template <int lanes>
-constexpr bool takesThreeStages = lanes == 8;
+constexpr bool joinsThreeStages = lanes == 8;
 #endif
 
-// A butterfly between two rows, with the twiddle of a run.
+// The butterfly between rows 0 and p, with the twiddle of a run.
 template <int lanes, typename Twiddle>
 [[gnu::always_inline]] static inline void joinTwo(Vector<lanes>* x, Vector<lanes>* y, int p,
                                                   int run, const Twiddle& twiddle) {
@@ -96,9 +96,9 @@ template <int lanes, typename Twiddle>
     y[0] += ti;
 }
 
-// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles. All
-// stages of one half of the rows come before those of the other, and so few vectors are in use at a
-// time.
+// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles. One
+// half of the rows goes through all stages but the last before the other half starts: where three
+// stages are more than the registers hold, only that half is put aside, and once.
 template <int lanes, int stages, typename Twiddle>
 [[gnu::always_inline]] static inline void butterflies(Vector<lanes>* x, Vector<lanes>* y,
                                                       const Twiddle& twiddle) {
@@ -113,8 +113,9 @@ template <int lanes, int stages, typename Twiddle>
     }
 }
 
-// Runs some stages between rows that lie `row` apart, on `columns` columns. twiddle(run, j, ur, ui)
-// sets the twiddles at column j.
+// Runs some stages between rows that lie `row` apart, on `columns` columns, and multiplies by the
+// scale if it is to. `to` is `from`, or apart from it. twiddle(run, j, ur, ui) sets the twiddles at
+// column j.
 template <int lanes, int stages, bool scaled, typename Twiddle>
 [[gnu::always_inline]] static inline void joinRows(Complexes from, Complexes to, std::ptrdiff_t row,
                                                    std::ptrdiff_t columns, double scale,
@@ -137,7 +138,7 @@ template <int lanes, int stages, bool scaled, typename Twiddle>
     }
 }
 
-// The stages from `half` on, all of which are in the table, and the scale.
+// The stages from `half` on, all of which are in the table.
 template <int lanes, int stages, bool scaled>
 [[gnu::always_inline]] static inline void tablePass(Complexes from, Complexes to, int n, int half,
                                                     double sign, double scale) {
@@ -154,7 +155,7 @@ template <int lanes, int stages, bool scaled>
     }
 }
 
-// The stages from `half` on by chains, and the scale.
+// The stages from `half` on by chains.
 template <int lanes, int stages, bool scaled>
 [[gnu::always_inline]] static inline void chainPass(Complexes from, Complexes to, int n, int half,
                                                     double sign, double scale) {
@@ -179,8 +180,8 @@ template <int lanes, int stages, bool scaled>
 }
 
 template <int lanes, int stages, bool scaled>
-[[gnu::always_inline]] static inline void pass(Complexes from, Complexes to, int n, int half,
-                                               double sign, double scale) {
+[[gnu::always_inline]] static inline void passOf(Complexes from, Complexes to, int n, int half,
+                                                 double sign, double scale) {
     if (half << stages <= TwiddleTable::size) {
         tablePass<lanes, stages, scaled>(from, to, n, half, sign, scale);
     } else {
@@ -188,10 +189,47 @@ template <int lanes, int stages, bool scaled>
     }
 }
 
+// Two or three stages.
+template <int lanes, bool scaled>
+[[gnu::always_inline]] static inline void pass(int stages, Complexes from, Complexes to, int n,
+                                               int half, double sign, double scale) {
+    if (stages == 3) {
+        passOf<lanes, 3, scaled>(from, to, n, half, sign, scale);
+    } else {
+        passOf<lanes, 2, scaled>(from, to, n, half, sign, scale);
+    }
+}
+
+// All stages from `half` on, at `from` except that the last ones go to `to`. More than one are
+// left.
+//
+// Three stages in a pass need 16 lines of memory at a time, which are all in one set of the first
+// cache if half is 512 or more; a set has 8 or 12. So passes of three come first, and leave an even
+// number of stages to passes of two.
+template <int lanes>
+[[gnu::always_inline]] static inline void passes(Complexes from, Complexes to, int n, int half,
+                                                 double sign, double scale) {
+    while (half < n) {
+        const int left = std::countr_zero(static_cast<unsigned>(n / half));
+        const bool three = left % 2 == 1 || (joinsThreeStages<lanes> && half == 8 && left > 4);
+        const int stages = three ? 3 : 2;
+        // A call of its own for each case: with one pointer instead of two, and without a
+        // multiplication by 1, a pass is faster.
+        if (stages < left) {
+            pass<lanes, false>(stages, from, from, n, half, sign, 1.0);
+        } else if (scale == 1.0) {
+            pass<lanes, false>(stages, from, to, n, half, sign, 1.0);
+        } else {
+            pass<lanes, true>(stages, from, to, n, half, sign, scale);
+        }
+        half <<= stages;
+    }
+}
+
 // The lowest bits of a number, log2 size of them, in reversed order.
-static constexpr int reversedBelow(int size, int number) {
-    int reversed = 0;
-    for (int bit = 1; bit < size; bit *= 2) {
+static constexpr std::ptrdiff_t reversedBelow(std::ptrdiff_t size, std::ptrdiff_t number) {
+    std::ptrdiff_t reversed = 0;
+    for (std::ptrdiff_t bit = 1; bit < size; bit *= 2) {
         reversed = 2 * reversed + (number / bit & 1);
     }
     return reversed;
@@ -206,8 +244,8 @@ static int nextReversed(int reversed, int top) {
     return reversed | top;
 }
 
-// Takes `lanes` columns of 2^stages rows through the first stages. They become rows, in bit-reversed
-// order like the rows that become columns.
+// Takes `lanes` columns of 2^stages rows through the first stages. What is in a column is then put
+// side by side in a row, the rows in bit-reversed order of the columns.
 template <int lanes, int stages>
 [[gnu::always_inline]] static inline void turnSquare(Complexes from, std::ptrdiff_t fromRow,
                                                      Complexes to, std::ptrdiff_t toRow,
@@ -237,18 +275,24 @@ template <int lanes, int stages>
     }
 }
 
+// Bit reversal and the first stages of all, from one place to another.
+template <int lanes, int stages>
+[[gnu::always_inline]] static inline void firstPass(Complexes from, Complexes to, int n,
+                                                    double sign) {
+    constexpr int rows = 1 << stages;
+    const int columns = n / rows, top = columns / lanes / 2;
+    for (int q = 0, other = 0; q < columns; q += lanes, other = nextReversed(other, top)) {
+        const std::ptrdiff_t target = other;
+        turnSquare<lanes, stages>(from + q, columns, to + target * rows, n / lanes, sign);
+    }
+}
+
 namespace {
 
-// Work space.
-struct Buffer {
-    static constexpr int size = 2048;
-    alignas(64) double re[size], im[size];
-};
-
-// Bit reversal and the first stages in place take one pass, tile by tile. Of an index, let r be the
-// first three bits, s the last three and q those between: a tile is the 8 x 8 elements of one q, and
-// goes to the place of the tile of reversed q, its rows r becoming its columns and the other way
-// round, in reversed order.
+// In place that goes tile by tile. Of an index, let r be the first three bits, s the last three and
+// q those between: a tile is the 8 x 8 elements of one q, and goes to the place of the tile of
+// reversed q, its rows r becoming its columns and the other way round, in reversed order. So each
+// line of memory is read and written as a whole.
 struct Tile {
     alignas(64) double re[64], im[64];
 };
@@ -260,8 +304,8 @@ template <int lanes, int stages>
                                                    Complexes to, std::ptrdiff_t toRow,
                                                    double sign) {
     constexpr int rows = 1 << stages, sets = 8 / rows, groups = 8 / lanes;
-    for (int set = 0; set < sets; ++set) {
-        for (int group = 0; group < groups; ++group) {
+    for (std::ptrdiff_t set = 0; set < sets; ++set) {
+        for (std::ptrdiff_t group = 0; group < groups; ++group) {
             turnSquare<lanes, stages>(
                 from + (set * fromRow + group * lanes), sets * fromRow,
                 to + (reversedBelow(groups, group) * toRow + reversedBelow(sets, set) * rows),
@@ -271,9 +315,10 @@ template <int lanes, int stages>
 }
 
 template <int lanes>
-[[gnu::always_inline]] static inline void copyTile(Tile& tile, Complexes to, std::ptrdiff_t toRow) {
-    for (int r = 0; r < 8; ++r) {
-        for (int s = 0; s < 8; s += lanes) {
+[[gnu::always_inline]] static inline void copyTile(const Tile& tile, Complexes to,
+                                                   std::ptrdiff_t toRow) {
+    for (std::ptrdiff_t r = 0; r < 8; ++r) {
+        for (std::ptrdiff_t s = 0; s < 8; s += lanes) {
             *vectorsAt<lanes>(to.re + r * toRow + s) = *vectorsAt<lanes>(tile.re + 8 * r + s);
             *vectorsAt<lanes>(to.im + r * toRow + s) = *vectorsAt<lanes>(tile.im + 8 * r + s);
         }
@@ -281,16 +326,7 @@ template <int lanes>
 }
 
 template <int lanes, int stages>
-[[gnu::always_inline]] static inline void turn(Complexes from, Complexes to, int n, double sign) {
-    constexpr int rows = 1 << stages;
-    const int squares = n / (rows * lanes);
-    for (int q = 0, other = 0; q < squares; ++q, other = nextReversed(other, squares / 2)) {
-        turnSquare<lanes, stages>(from + q * lanes, n / rows, to + other * rows, n / lanes, sign);
-    }
-}
-
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void turnInPlace(Complexes a, int n, double sign) {
+[[gnu::always_inline]] static inline void firstPassInPlace(Complexes a, int n, double sign) {
     const std::ptrdiff_t row = n / 8;
     const int tiles = n / 64;
     Tile tile;
@@ -298,44 +334,26 @@ template <int lanes, int stages>
         if (q > other) {
             continue;
         }
-        turnTile<lanes, stages>(a + 8 * q, row, {tile.re, tile.im}, 8, sign);
+        const Complexes here = a + std::ptrdiff_t{8} * q, there = a + std::ptrdiff_t{8} * other;
+        turnTile<lanes, stages>(here, row, {tile.re, tile.im}, 8, sign);
         if (q < other) {
-            turnTile<lanes, stages>(a + 8 * other, row, a + 8 * q, row, sign);
+            turnTile<lanes, stages>(there, row, here, row, sign);
         }
-        copyTile<lanes>(tile, a + 8 * other, row);
+        copyTile<lanes>(tile, there, row);
     }
 }
 
-template <int lanes>
-[[gnu::always_inline]] static inline void passes(Complexes from, Complexes to, int n, int half,
-                                                 double sign, double scale) {
-    while (half < n) {
-        const int left = std::countr_zero(static_cast<unsigned>(n / half));
-        const bool three = left % 2 == 1 || (takesThreeStages<lanes> && half == 8 && left > 4);
-        const int stages = three ? 3 : 2;
-        if (stages < left) {
-            if (three) {
-                pass<lanes, 3, false>(from, from, n, half, sign, scale);
-            } else {
-                pass<lanes, 2, false>(from, from, n, half, sign, scale);
-            }
-        } else if (scale == 1.0) {
-            if (three) {
-                pass<lanes, 3, false>(from, to, n, half, sign, scale);
-            } else {
-                pass<lanes, 2, false>(from, to, n, half, sign, scale);
-            }
-        } else {
-            if (three) {
-                pass<lanes, 3, true>(from, to, n, half, sign, scale);
-            } else {
-                pass<lanes, 2, true>(from, to, n, half, sign, scale);
-            }
-        }
-        half <<= stages;
-    }
-}
+namespace {
 
+// A short transform runs in a buffer, which is aligned and in the first caches: it needs no tiles.
+struct Buffer {
+    static constexpr int size = 2048;
+    alignas(64) double re[size], im[size];
+};
+
+}  // namespace
+
+// The longest block within n that is not above the limit and leaves an even number of stages.
 static int blockOf(int n, int limit) {
     while (n > limit) {
         n /= 4;
@@ -343,28 +361,29 @@ static int blockOf(int n, int limit) {
     return n;
 }
 
+// A long transform goes as far as it can in blocks for the first cache (16 kB), then in blocks for
+// the second (256 kB).
 template <int lanes>
-[[gnu::always_inline]] static inline void transform(double* re, double* im, int n, double sign) {
-    constexpr int firstStages = takesThreeStages<lanes> ? 3 : 2, first = 1 << firstStages;
-    const Complexes a = {re, im};
-    const double scale = sign == 1.0 ? 1.0 / n : 1.0;
+[[gnu::always_inline]] static inline void transform(Complexes all, int n, double sign) {
+    constexpr int firstStages = joinsThreeStages<lanes> ? 3 : 2;
     const bool isShort = n <= Buffer::size;
     Buffer buffer;
     const Complexes work = {buffer.re, buffer.im};
     if (isShort) {
-        turn<lanes, firstStages>(a, work, n, sign);
+        firstPass<lanes, firstStages>(all, work, n, sign);
     } else {
-        turnInPlace<lanes, firstStages>(a, n, sign);
+        firstPassInPlace<lanes, firstStages>(all, n, sign);
     }
-    WorkCount count(WorkCount::unknown);
     const int outer = blockOf(n, 1 << 14), inner = isShort ? n : blockOf(outer, 1 << 10);
+    WorkCount count(WorkCount::unknown);
     for (std::ptrdiff_t end = inner; end <= n; end += inner) {
-        int half = first;
+        int half = 1 << firstStages;
         for (const int size : {inner, outer, n}) {
             if (half < size && end % size == 0) {
+                const double scale = sign == 1.0 && size == n ? 1.0 / n : 1.0;
+                const Complexes block = all + (end - size);
                 count.add(WorkWatch::element * size);
-                const Complexes to = a + (end - size);
-                passes<lanes>(isShort ? work : to, to, size, half, sign, size == n ? scale : 1.0);
+                passes<lanes>(isShort ? work : block, block, size, half, sign, scale);
             }
             half = size;
         }
@@ -377,7 +396,7 @@ void radix2(double* re, double* im, int n, double sign) {
     if (n < 64 || (sign != 1.0 && sign != -1.0)) {
         plain::radix2(re, im, n, sign);
     } else {
-        radix2Variant(re, im, n, sign);
+        radix2Variant(Complexes{re, im}, n, sign);
     }
 }
 

@@ -44,8 +44,8 @@ template <int lanes, int distance>
     [&]<int... lane>(std::integer_sequence<int, lane...>) __attribute__((always_inline)) {
         const Vector<lanes> low = __builtin_shufflevector(
             a, b, ((lane & distance) == 0 ? lane : lanes + lane - distance)...);
-        b = __builtin_shufflevector(
-            a, b, ((lane & distance) == 0 ? lane + distance : lanes + lane)...);
+        b = __builtin_shufflevector(a, b,
+                                    ((lane & distance) == 0 ? lane + distance : lanes + lane)...);
         a = low;
     }
     (std::make_integer_sequence<int, lanes>());
