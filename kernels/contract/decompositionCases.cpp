@@ -133,24 +133,24 @@ static std::vector<double> runRowRotation(Form form, int size, Input& input) {
 }
 
 // Sweeps over all columns and over some of them, and rotations of one column with others.
-template <Shape (*shape)(int)>
+template <Shape (*shape)(int), bool sweeps = false>
 static std::vector<double> runColumnRotations(Form form, int size, Input& input) {
     const auto [rows, cols] = shape(size);
     std::vector<RotationRun> runs;
     if (cols > 1) {
         const int middle = cols / 2;
-        runs = {{0, 1, cols - 1},
-                {middle - 1, middle, cols - middle},
-                {middle - 1, cols - 1, 1},
-                {0, middle, 1},
-                {0, cols - 1, 1},
-                {0, 1, middle},
-                {0, 1, cols - 1},
-                {0, 1, cols - 1},
-                {0, 1, middle},
-                {0, 1, cols - 1},
-                {0, 1, cols - 1},
-                {0, 1, middle}};
+        runs = {{0, 1, cols - 1},          {middle - 1, middle, cols - middle},
+                {middle - 1, cols - 1, 1}, {0, middle, 1},
+                {0, cols - 1, 1},          {0, 1, middle},
+                {0, 1, cols - 1}};
+        if constexpr (sweeps) {
+            const std::vector<RotationRun> more = {{0, 1, cols - 1},
+                                                   {0, 1, middle},
+                                                   {0, 1, cols - 1},
+                                                   {0, 1, cols - 1},
+                                                   {0, 1, middle}};
+            runs.insert(runs.end(), more.begin(), more.end());
+        }
     }
     std::vector<PlaneRotation<double>> rotations;
     for (const RotationRun& run : runs) {
@@ -185,7 +185,9 @@ std::vector<KernelCase> decompositionCases() {
             {"reflectionsWide", sizes, runReflections<wide>},
             {"rowRotation", sizes, runRowRotation},
             {"columnRotationsTall", sizes, runColumnRotations<tall>},
-            {"columnRotationsWide", sizes, runColumnRotations<wide>}};
+            {"columnRotationsWide", sizes, runColumnRotations<wide>},
+            {"rotationSweepsTall", sizes, runColumnRotations<tall, true>},
+            {"rotationSweepsWide", sizes, runColumnRotations<wide, true>}};
 }
 
 }  // namespace kernels

@@ -46,9 +46,9 @@ static void print(const SelftestResult& result, bool asJson) {
     for (const auto& [name, digest] : result.digests) {
         fmt::print("{:<24}{}\n", name, digest);
     }
+    fmt::print("{:<24}{}\n", "instructions", describeForms(result));
     fmt::print("{:<24}{}\n", "all", result.all);
     fmt::print("{:<24}{}\n", "arithmetic", describe(result.mode));
-    fmt::print("{:<24}{}\n", "instructions", describeForms(result));
 }
 
 static void runAndPrint(const std::string& instructions, bool asJson) {
@@ -69,11 +69,11 @@ static void addSelftest(CLI::App& program) {
         "Every inner loop runs on fixed input, once as it is written down and once in its fast "
         "form, which have to agree in every bit. The digests are the same on every machine, with "
         "every instruction set and compiler; all NaNs are treated as equal. The kernels are those "
-        "that "
-        "the module computes with. Then comes the mode of the arithmetic that was met; the module "
-        "itself always computes to nearest, with denormals. The last line is the instruction set "
-        "that kernels run on, the widest there is, and behind it those kernels that choose, each "
-        "with the set that a short trial has found to be the fastest.");
+        "that the module computes with. Behind them stands the instruction set that they run on, "
+        "the "
+        "widest there is, and those kernels that choose, each with the set that a short trial has "
+        "found to be the fastest; then the digest of all, and the mode of the arithmetic that was "
+        "met: the module itself always computes to nearest, with denormals.");
     command.footer(
         "  fendra selftest                            on the instructions that the module runs on\n"
         "  fendra selftest --instructions baseline    and as an older processor computes\n");
