@@ -131,6 +131,7 @@ static std::vector<Rival> eigenAnd(MakeJob EigenJobs::*job, const Rival& other) 
 // So many times as fast as each of the peers.
 static std::vector<Must> least(double ratio, const std::vector<Rival>& peers) {
     std::vector<Must> musts;
+    musts.reserve(peers.size());
     for (const Rival& peer : peers) {
         musts.push_back({peer.name, ratio});
     }
