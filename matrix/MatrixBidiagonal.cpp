@@ -168,13 +168,13 @@ static void inBlocks(int n, const Right& right, const Own& own) {
     for (int last = n; last > 0; last -= std::min(last, reflectionBlock)) {
         const int first = std::max(0, last - reflectionBlock);
         right(first, last, n);
-        for (int smallLast = last; smallLast > first;) {
-            const int smallFirst = std::max(first, smallLast - smallBlock);
-            right(smallFirst, smallLast, last);
-            for (int i = smallLast - 1; i >= smallFirst; --i) {
-                own(i, smallLast);
+        for (int blockEnd = last; blockEnd > first;) {
+            const int blockStart = std::max(first, blockEnd - smallBlock);
+            right(blockStart, blockEnd, last);
+            for (int i = blockEnd - 1; i >= blockStart; --i) {
+                own(i, blockEnd);
             }
-            smallLast = smallFirst;
+            blockEnd = blockStart;
         }
     }
 }
