@@ -165,12 +165,12 @@ static void reflectColumnsRight(kernels::ReflectionSequence<T> s, const T* scale
 // has lost its vector before.
 template <typename Right, typename Own>
 static void inBlocks(int n, const Right& right, const Own& own) {
-    for (int last = n; last > 0; last -= std::min(last, reflectionBlock)) {
-        const int first = std::max(0, last - reflectionBlock);
-        right(first, last, n);
-        for (int blockEnd = last; blockEnd > first;) {
+    for (int end = n; end > 0; end -= std::min(end, reflectionBlock)) {
+        const int first = std::max(0, end - reflectionBlock);
+        right(first, end, n);
+        for (int blockEnd = end; blockEnd > first;) {
             const int blockStart = std::max(first, blockEnd - smallBlock);
-            right(blockStart, blockEnd, last);
+            right(blockStart, blockEnd, end);
             for (int i = blockEnd - 1; i >= blockStart; --i) {
                 own(i, blockEnd);
             }
