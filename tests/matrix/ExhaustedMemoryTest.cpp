@@ -67,9 +67,10 @@ TEST(ExhaustedMemory, LeavesObjectsEmptyOrAsTheyWere) {
 // the same factors.
 TEST(ExhaustedMemory, LeavesSingularValuesOutOrAsTheyAre) {
     constexpr int rows = 24, cols = 21;
-    std::vector<double> elements;
+    constexpr std::ptrdiff_t sizeOfU = rows * cols, sizeOfV = cols * cols;
+    std::vector<double> elements(sizeOfU);
     for (int i = 0; i < rows * cols; ++i) {
-        elements.push_back(i * i % 101 - 50.0);
+        elements[static_cast<std::size_t>(i)] = i * i % 101 - 50.0;
     }
     Matrix<double> expectedU, expectedV;
     Vector<double> expectedW(cols, 0);
@@ -87,8 +88,8 @@ TEST(ExhaustedMemory, LeavesSingularValuesOutOrAsTheyAre) {
             expectedV.assign(v);
             expectedW.assign(w);
         } else if (result == 1) {
-            EXPECT_TRUE(holds(u, {expectedU.dataBlock, expectedU.dataBlock + rows * cols}));
-            EXPECT_TRUE(holds(v, {expectedV.dataBlock, expectedV.dataBlock + cols * cols}));
+            EXPECT_TRUE(holds(u, {expectedU.dataBlock, expectedU.dataBlock + sizeOfU}));
+            EXPECT_TRUE(holds(v, {expectedV.dataBlock, expectedV.dataBlock + sizeOfV}));
             EXPECT_TRUE(holds(w, {expectedW.dataBlock, expectedW.dataBlock + cols}));
         }
     });
