@@ -11,7 +11,7 @@ import sys
 WORK = {
     "convolution": "convolution, time domain",
     "radix2": "Fourier transform, 2^n",
-    "planned": "Fourier transform, other lengths, plan kept",
+    "planned": "the same, other lengths, plan kept",
     "hartley": "Hartley transform",
     "product": "product of matrices",
     "lu": "elimination with pivots",
