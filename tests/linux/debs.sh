@@ -41,7 +41,7 @@ tryProgram() {
     cd "$scratch/project" || exit
     run "README" bash -c "${line%% #*}"
     [ -n "$(find . -newer samples -name '*.csv' -size +1k)" ] || fail "README: $line leaves no result"
-    expect selftest "all bc3af466bf05d35c" "$(fendra selftest | grep '^all ' | xargs)"
+    expect selftest "all 826e1367ff88a51e" "$(fendra selftest | grep '^all ' | xargs)"
     run formats bash -c 'fendra info "$1" | grep HDF5' - "$project/tests/commands/fixtures/kinds.h5"
     run picture fendra plot samples/xrf-spectrum.csv -o picture.png
     expect "manual page" ".TH FENDRA 1" "$(zcat "$root"/usr/share/man/man1/fendra.1.gz | head -n 1)"
