@@ -1,22 +1,12 @@
 #include "benchmarks/Processor.h"
 
+#include "benchmarks/processorName.h"
 #include "kernels/Caches.h"
 #include "kernels/MeasuredForm.h"
 
 #include <fmt/core.h>
 
-#include <fstream>
 #include <thread>
-
-static std::string processorName() {
-    std::ifstream lines("/proc/cpuinfo");
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("model name")) {
-            return line.substr(line.find(':') + 2);
-        }
-    }
-    return "unknown processor";
-}
 
 static const char* compilerName() {
 #if defined(__clang__)

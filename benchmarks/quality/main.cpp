@@ -1,5 +1,6 @@
 // The quality of the answers: ./bench quality measures all sections, ./bench quality NAME... some.
 
+#include "benchmarks/processorName.h"
 #include "benchmarks/quality/sections.h"
 
 #include <fmt/core.h>
@@ -7,7 +8,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -15,16 +15,6 @@ static const Section sections[] = {
     {"strength", measureStrength}, {"auto", measureAutomatic},         {"places", measurePlaces},
     {"ends", measureEnds},         {"coverage", measureCoverage},      {"sweep", measureSweep},
     {"time", measureTime},         {"predictions", measurePredictions}};
-
-static std::string processorName() {
-    std::ifstream lines("/proc/cpuinfo");
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("model name")) {
-            return line.substr(line.find(':') + 2);
-        }
-    }
-    return "unknown processor";
-}
 
 static bool areNames(const std::vector<std::string>& words) {
     const auto isName = [](const std::string& word) {

@@ -70,10 +70,9 @@ static void addSelftest(CLI::App& program) {
         "form, which have to agree in every bit. The digests are the same on every machine, with "
         "every instruction set and compiler; all NaNs are treated as equal. The kernels are those "
         "that the module computes with. Behind them stands the instruction set that they run on, "
-        "the "
-        "widest there is, and those kernels that choose, each with the set that a short trial has "
-        "found to be the fastest; then the digest of all, and the mode of the arithmetic that was "
-        "met: the module itself always computes to nearest, with denormals.");
+        "the widest there is, and those kernels that choose, each with the set that a short trial "
+        "has found to be the fastest; then the digest of all, and the mode of the arithmetic that "
+        "was met: the module itself always computes to nearest, with denormals.");
     command.footer(
         "  fendra selftest                            on the instructions that the module runs on\n"
         "  fendra selftest --instructions baseline    and as an older processor computes\n");
