@@ -9,6 +9,7 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <link.h>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -66,9 +67,21 @@ static const std::filesystem::path& whole(const std::filesystem::path& file) {
     return file;
 }
 
-SharedLibrary::SharedLibrary(const std::filesystem::path& file)
+// A library may come to lie where another was, loaded and left by another thread. The loader's own
+// lock orders what both write to their globals, but a race detector does not see it.
+static std::mutex& loading() {
+    static std::mutex oneAtATime;
+    return oneAtATime;
+}
+
+static void* load(const std::filesystem::path& file) {
     // An absolute path, or the loader would look for a bare name in the system's folders.
-    : handle(dlopen(std::filesystem::absolute(whole(file)).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    const std::filesystem::path path = std::filesystem::absolute(file);
+    const std::lock_guard lock(loading());
+    return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+SharedLibrary::SharedLibrary(const std::filesystem::path& file) : handle(load(whole(file))) {
     if (handle == nullptr) {
         const std::string reason = dlerror();  // begins with the path and a colon
         const std::size_t colon = reason.rfind(": ");
@@ -77,6 +90,7 @@ SharedLibrary::SharedLibrary(const std::filesystem::path& file)
 }
 
 SharedLibrary::~SharedLibrary() {
+    const std::lock_guard lock(loading());
     dlclose(handle);
 }
 
