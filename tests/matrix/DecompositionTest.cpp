@@ -84,6 +84,14 @@ TEST(Decomposition, EqualsThePlainLoopsOnEveryKind) {
     }
 }
 
+// Such rows are worked on in a copy.
+TEST(Decomposition, OfRowsWholePagesApartEqualsThePlainLoops) {
+    const Matrix<double> left = makeMatrix(matrixKinds[2], 2, 512);
+    const Matrix<double> square = makeMatrix(matrixKinds[2], 512, 512);
+    EXPECT_TRUE(divideEqualsPlainLoops(left, square, true));
+    EXPECT_TRUE(divideEqualsPlainLoops(left, square, false));
+}
+
 static Matrix<int> integers(int m, int n, double range, std::mt19937& random) {
     Matrix<int> a(m, n);
     std::generate_n(a.dataBlock, m * n, [&] { return static_cast<int>(range * noiseIn(random)); });
