@@ -64,8 +64,18 @@ void columnSums(const double* x, std::ptrdiff_t step, const double* a, std::ptrd
     columnSumsVariant(x, step, a, stride, rows, cols, sums);
 }
 
-// Sums of lanes * groups rows. A square of products is transposed, so that the terms of lanes sums
-// stand side by side.
+// Adds a square of products, whose rows are those of the sums, column by column: transposed, the
+// terms of lanes sums stand side by side.
+template <int lanes>
+[[gnu::always_inline]] static inline void addColumns(Vector<lanes>* products, Vector<lanes>& sums) {
+    transpose<lanes>(products);
+#pragma GCC unroll 8
+    for (int r = 0; r < lanes; ++r) {
+        sums += products[r];
+    }
+}
+
+// Sums of lanes * groups rows.
 template <int lanes, int groups>
 [[gnu::always_inline]] static inline void rowTile(const double* a, std::ptrdiff_t stride, int cols,
                                                   const double* y, double* sums) {
@@ -80,11 +90,7 @@ template <int lanes, int groups>
                 products[r] =
                     *vectorsAt<lanes>(a + (g * lanes + r) * stride + j) * *vectorsAt<lanes>(y + j);
             }
-            transpose<lanes>(products);
-#pragma GCC unroll 8
-            for (int r = 0; r < lanes; ++r) {
-                t[g] += products[r];
-            }
+            addColumns<lanes>(products, t[g]);
         }
     }
 #pragma GCC unroll 16
@@ -168,11 +174,7 @@ template <int lanes, int groups>
                 *vectorsAt<lanes>(element) = updated;
                 products[r] = updated * factor;
             }
-            transpose<lanes>(products);
-#pragma GCC unroll 8
-            for (int r = 0; r < lanes; ++r) {
-                t[g] += products[r];
-            }
+            addColumns<lanes>(products, t[g]);
         }
     }
 #pragma GCC unroll 16
