@@ -151,18 +151,18 @@ template <int lanes>
     *vectorsAt<lanes>(kept.im + placeJ) = imJ;
 }
 
-// The spectrum of row `lowRow` of one tile, below n / 2, and of its mirror image in the other.
-// place: where the elements are in the spectrum.
+// The spectrum of row `row` of one tile, below n / 2, and of its mirror image in the other.
+// Places are those of the elements in the spectrum.
 template <int lanes, int rows, typename Use>
-[[gnu::always_inline]] inline void useRows(Tile<rows>& low, int lowRow, std::ptrdiff_t lowPlace,
-                                           Tile<rows>& high, std::ptrdiff_t highPlace, int column,
-                                           const Use& spectrum) {
-    const auto reLowAt = vectorsAt<lanes>(low.parts[0][lowRow] + column);
-    const auto imLowAt = vectorsAt<lanes>(low.parts[1][lowRow] + column);
-    const auto reHighAt = vectorsAt<lanes>(high.parts[0][rows - 1 - lowRow] + column);
-    const auto imHighAt = vectorsAt<lanes>(high.parts[1][rows - 1 - lowRow] + column);
+[[gnu::always_inline]] inline void useRows(Tile<rows>& tile, int row, std::ptrdiff_t place,
+                                           Tile<rows>& mirror, std::ptrdiff_t mirrorPlace,
+                                           int column, const Use& spectrum) {
+    const auto reLowAt = vectorsAt<lanes>(tile.parts[0][row] + column);
+    const auto imLowAt = vectorsAt<lanes>(tile.parts[1][row] + column);
+    const auto reHighAt = vectorsAt<lanes>(mirror.parts[0][rows - 1 - row] + column);
+    const auto imHighAt = vectorsAt<lanes>(mirror.parts[1][rows - 1 - row] + column);
     Vector<lanes> reLow = *reLowAt, imLow = *imLowAt, reHigh = *reHighAt, imHigh = *imHighAt;
-    use<lanes>(spectrum, reLow, imLow, reHigh, imHigh, lowPlace, highPlace);
+    use<lanes>(spectrum, reLow, imLow, reHigh, imHigh, place, mirrorPlace);
     *reLowAt = reLow;
     *imLowAt = imLow;
     *reHighAt = reHigh;

@@ -99,7 +99,7 @@ template <int lanes, int rows, typename Use>
     int length, std::ptrdiff_t place, const Twiddles& twiddles, const Use& spectrum) {
     constexpr int size = rows * columns;
     high += length - rows;
-    for (int i = 0; i < length; i += size) {
+    for (std::ptrdiff_t i = 0; i < length; i += size) {
         throughPair<std::min(lanes, columns), rows>(d, low + i, high - i, place + 2 * i, twiddles,
                                                     spectrum);
     }
