@@ -79,9 +79,10 @@ std::int64_t foldSpectrumSize(int n) {
     return n < shortestFast ? n : std::int64_t{n} + 32;
 }
 
-// Pieces of this length, a mirrored pair of them and their spectrum, are what stays in the
-// first-level cache.
-static constexpr int longestPiece = 1024;
+// Pieces of this length stay near the core, a mirrored pair of them and their spectrum. Signals up
+// to the other length are one piece: with them, short pieces cost more than the first-level cache
+// saves.
+static constexpr int longestPiece = 1024, longestWhole = 4096;
 
 static void stagesBack(fold::Parts d, int length, int K, int last, const fold::Twiddles& twiddles) {
     for (; 4 * K <= last; K *= 4) {
@@ -103,7 +104,8 @@ static void transformWith(fold::Parts d, int n, const fold::Twiddles& twiddles, 
         work.add(2 * WorkWatch::element * n);
         fold::joinGroups(d, n, size, twiddles);
     }
-    const int piece = n <= longestPiece ? n : size, head = std::min(n, 2 * piece);
+    const int piece = n <= longestWhole ? n : size, head = std::min(n, 2 * piece);
+    work.add(4 * WorkWatch::element * head);
     for (int s = size; s > 4; s /= 4) {
         fold::joinGroups(d, head, s, twiddles);
     }
