@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstddef>
 #include <numbers>
+#include <type_traits>
 #include <utility>
 
 namespace kernels {
@@ -73,7 +74,8 @@ struct Complexes {
 
 }  // namespace
 
-// Three stages at a time join 16 vectors, which are in registers only where there are 32.
+// Three stages at a time join 16 vectors, which are in registers only where there are 32. Elsewhere
+// no pass but the first takes three, and that one only of an odd number of stages.
 #ifdef __aarch64__
 template <int lanes>
 constexpr bool joinsThreeStages = true;
@@ -113,116 +115,169 @@ template <int lanes, int stages, typename Twiddle>
     }
 }
 
-// Runs some stages between rows that lie `row` apart, on `columns` columns, and multiplies by the
-// scale if it is to. `to` is `from`, or apart from it. twiddle(run, j, ur, ui) sets the twiddles at
-// column j.
+// Runs some stages on a vector of columns between rows that lie `row` apart, and multiplies by the
+// scale if it is to. `to` is `from`, or apart from it. twiddle(run, ur, ui) sets the twiddles.
 template <int lanes, int stages, bool scaled, typename Twiddle>
 [[gnu::always_inline]] static inline void joinRows(Complexes from, Complexes to, std::ptrdiff_t row,
-                                                   std::ptrdiff_t columns, double scale,
-                                                   const Twiddle& twiddle) {
+                                                   double scale, const Twiddle& twiddle) {
     constexpr int rows = 1 << stages;
-    for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
-        Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
+    Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
 #pragma GCC unroll 8
-        for (int i = 0; i < rows; ++i) {
-            x[i] = *vectorsAt<lanes>(from.re + i * row + j);
-            y[i] = *vectorsAt<lanes>(from.im + i * row + j);
-        }
-        butterflies<lanes, stages>(
-            x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) { twiddle(run, j, ur, ui); });
+    for (int i = 0; i < rows; ++i) {
+        x[i] = *vectorsAt<lanes>(from.re + i * row);
+        y[i] = *vectorsAt<lanes>(from.im + i * row);
+    }
+    butterflies<lanes, stages>(x, y, twiddle);
 #pragma GCC unroll 8
-        for (int i = 0; i < rows; ++i) {
-            *vectorsAt<lanes>(to.re + i * row + j) = scaled ? x[i] * scale : x[i];
-            *vectorsAt<lanes>(to.im + i * row + j) = scaled ? y[i] * scale : y[i];
-        }
+    for (int i = 0; i < rows; ++i) {
+        *vectorsAt<lanes>(to.re + i * row) = scaled ? x[i] * scale : x[i];
+        *vectorsAt<lanes>(to.im + i * row) = scaled ? y[i] * scale : y[i];
     }
 }
 
-// The stages from `half` on, all of which are in the table.
+// The stages from `half` on, all of which are in the table. Where rows are short, the twiddles of a
+// column stay in registers for all blocks; with long ones, blocks would take turns in the caches.
 template <int lanes, int stages, bool scaled>
 [[gnu::always_inline]] static inline void tablePass(Complexes from, Complexes to, int n, int half,
                                                     double sign, double scale) {
     const std::ptrdiff_t row = half;
     const double* tableRe = twiddleTable.re + row;
     const double* tableIm = (sign == 1.0 ? twiddleTable.inverseIm : twiddleTable.forwardIm) + row;
+    const auto join = [=](std::ptrdiff_t block, std::ptrdiff_t j) __attribute__((always_inline)) {
+        joinRows<lanes, stages, scaled>(from + (block + j), to + (block + j), row, scale,
+                                        [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
+                                            ur = *vectorsAt<lanes>(tableRe + run * row + j);
+                                            ui = *vectorsAt<lanes>(tableIm + run * row + j);
+                                        });
+    };
+    if (stages == 2 && row <= 16) {
+        for (std::ptrdiff_t j = 0; j < row; j += lanes) {
+            for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
+                join(block, j);
+            }
+        }
+        return;
+    }
     for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
-        joinRows<lanes, stages, scaled>(
-            from + block, to + block, row, row, scale,
-            [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
-                ur = *vectorsAt<lanes>(tableRe + run * row + j);
-                ui = *vectorsAt<lanes>(tableIm + run * row + j);
-            });
+        for (std::ptrdiff_t j = 0; j < row; j += lanes) {
+            join(block, j);
+        }
     }
 }
 
-// The stages from `half` on by chains.
+// The stages from `half` on by chains, in place.
 template <int lanes, int stages, bool scaled>
-[[gnu::always_inline]] static inline void chainPass(Complexes from, Complexes to, int n, int half,
-                                                    double sign, double scale) {
+[[gnu::always_inline]] static inline void chainPass(Complexes a, int n, int half, double sign,
+                                                    double scale) {
     Chains<stages> chains(half, sign);
     const std::ptrdiff_t row = half, part = half / chains.parts, columns = chains.columns;
     for (std::ptrdiff_t piece = 0; piece < part; piece += columns) {
         advance<lanes>(chains);
         for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
             for (int p = 0; p < chains.parts; ++p) {
-                const std::ptrdiff_t at = block + p * part + piece;
+                const Complexes at = a + (block + p * part + piece);
                 const double* latestRe = chains.latestRe + p * chains.runs * columns;
                 const double* latestIm = chains.latestIm + p * chains.runs * columns;
-                joinRows<lanes, stages, scaled>(
-                    from + at, to + at, row, columns, scale,
-                    [=](int run, std::ptrdiff_t j, Vector<lanes>& ur, Vector<lanes>& ui) {
-                        ur = *vectorsAt<lanes>(latestRe + run * columns + j);
-                        ui = *vectorsAt<lanes>(latestIm + run * columns + j);
-                    });
+                for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
+                    joinRows<lanes, stages, scaled>(
+                        at + j, at + j, row, scale,
+                        [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
+                            ur = *vectorsAt<lanes>(latestRe + run * columns + j);
+                            ui = *vectorsAt<lanes>(latestIm + run * columns + j);
+                        });
+                }
             }
         }
     }
 }
 
-template <int lanes, int stages, bool scaled>
-[[gnu::always_inline]] static inline void passOf(Complexes from, Complexes to, int n, int half,
-                                                 double sign, double scale) {
-    if (half << stages <= TwiddleTable::size) {
-        tablePass<lanes, stages, scaled>(from, to, n, half, sign, scale);
-    } else {
-        chainPass<lanes, stages, scaled>(from, to, n, half, sign, scale);
-    }
+// How many stages are left for passes from `half` on.
+static int stagesLeft(int n, int half) {
+    return std::countr_zero(static_cast<unsigned>(n / half));
 }
 
-// Two or three stages.
-template <int lanes, bool scaled>
-[[gnu::always_inline]] static inline void pass(int stages, Complexes from, Complexes to, int n,
-                                               int half, double sign, double scale) {
-    if (stages == 3) {
-        passOf<lanes, 3, scaled>(from, to, n, half, sign, scale);
-    } else {
-        passOf<lanes, 2, scaled>(from, to, n, half, sign, scale);
-    }
-}
-
-// All stages from `half` on, at `from` except that the last ones go to `to`. More than one are
-// left.
+// Calls pass with the number of its stages as a constant: two, or three where registers hold them.
 //
 // Three stages in a pass need 16 lines of memory at a time, which are all in one set of the first
 // cache if half is 512 or more; a set has 8 or 12. So passes of three come first, and leave an even
 // number of stages to passes of two.
-template <int lanes>
-[[gnu::always_inline]] static inline void passes(Complexes from, Complexes to, int n, int half,
-                                                 double sign, double scale) {
-    while (half < n) {
-        const int left = std::countr_zero(static_cast<unsigned>(n / half));
-        const bool three = left % 2 == 1 || (joinsThreeStages<lanes> && half == 8 && left > 4);
-        const int stages = three ? 3 : 2;
-        // A call of its own for each case: with one pointer instead of two, and without a
-        // multiplication by 1, a pass is faster.
-        if (stages < left) {
-            pass<lanes, false>(stages, from, from, n, half, sign, 1.0);
-        } else if (scale == 1.0) {
-            pass<lanes, false>(stages, from, to, n, half, sign, 1.0);
-        } else {
-            pass<lanes, true>(stages, from, to, n, half, sign, scale);
+template <int lanes, typename Pass>
+[[gnu::always_inline]] static inline void withStages(int half, int left, const Pass& pass) {
+    if constexpr (joinsThreeStages<lanes>) {
+        if (left % 2 == 1 || (half == 8 && left > 4)) {
+            return pass(std::integral_constant<int, 3>());
         }
-        half <<= stages;
+    }
+    pass(std::integral_constant<int, 2>());
+}
+
+// Calls pass with the row, as a constant in transforms of 2^8 to 2^10 where a vector has up to four
+// lanes: the addresses of two stages from one place to another are then few enough for the
+// registers.
+template <int lanes, typename Pass>
+[[gnu::always_inline]] static inline void withRow(int row, const Pass& pass) {
+    if constexpr (!joinsThreeStages<lanes>) {
+        switch (row) {
+            case 64:
+                return pass(std::integral_constant<int, 64>());
+            case 128:
+                return pass(std::integral_constant<int, 128>());
+            case 256:
+                return pass(std::integral_constant<int, 256>());
+            default:
+                break;
+        }
+    }
+    pass(row);
+}
+
+// All stages from `half` on of a short transform, at `work` except that the last ones go to `to`.
+// More than one are left. Here and below, each case has a call of its own: with one pointer instead
+// of two, and without a multiplication by 1, a pass is faster.
+template <int lanes>
+[[gnu::always_inline]] static inline void shortPasses(Complexes work, Complexes to, int n, int half,
+                                                      double sign) {
+    while (half < n) {
+        const int left = stagesLeft(n, half);
+        withStages<lanes>(
+            half, left, [&](auto stages) __attribute__((always_inline)) {
+                if (stages < left) {
+                    tablePass<lanes, stages, false>(work, work, n, half, sign, 1.0);
+                } else {
+                    withRow<lanes>(
+                        half, [=](auto row) __attribute__((always_inline)) {
+                            if (sign == 1.0) {
+                                tablePass<lanes, stages, true>(work, to, row << stages, row, sign,
+                                                               1.0 / n);
+                            } else {
+                                tablePass<lanes, stages, false>(work, to, row << stages, row, sign,
+                                                                1.0);
+                            }
+                        });
+                }
+                half <<= stages;
+            });
+    }
+}
+
+// All stages from `half` on in place. More than one are left; the last ones of a scale are not all
+// in the table.
+template <int lanes>
+[[gnu::always_inline]] static inline void longPasses(Complexes a, int n, int half, double sign,
+                                                     double scale) {
+    while (half < n) {
+        const int left = stagesLeft(n, half);
+        withStages<lanes>(
+            half, left, [&](auto stages) __attribute__((always_inline)) {
+                if (half << stages <= TwiddleTable::size) {
+                    tablePass<lanes, stages, false>(a, a, n, half, sign, 1.0);
+                } else if (stages < left || scale == 1.0) {
+                    chainPass<lanes, stages, false>(a, n, half, sign, 1.0);
+                } else {
+                    chainPass<lanes, stages, true>(a, n, half, sign, scale);
+                }
+                half <<= stages;
+            });
     }
 }
 
@@ -361,32 +416,58 @@ static int blockOf(int n, int limit) {
     return n;
 }
 
-// A long transform goes as far as it can in blocks for the first cache (16 kB), then in blocks for
-// the second (256 kB).
+// Calls pass with the number of the first stages as a constant: three, or two where that leaves an
+// even number to passes of two.
+template <int lanes, typename Pass>
+[[gnu::always_inline]] static inline int withFirstStages(int n, const Pass& pass) {
+    if constexpr (!joinsThreeStages<lanes>) {
+        if (stagesLeft(n, 1) % 2 == 0) {
+            pass(std::integral_constant<int, 2>());
+            return 1 << 2;
+        }
+    }
+    pass(std::integral_constant<int, 3>());
+    return 1 << 3;
+}
+
 template <int lanes>
-[[gnu::always_inline]] static inline void transform(Complexes all, int n, double sign) {
-    constexpr int firstStages = joinsThreeStages<lanes> ? 3 : 2;
-    const bool isShort = n <= Buffer::size;
+[[gnu::always_inline]] static inline void transformShort(Complexes all, int n, double sign) {
     Buffer buffer;
     const Complexes work = {buffer.re, buffer.im};
-    if (isShort) {
-        firstPass<lanes, firstStages>(all, work, n, sign);
-    } else {
-        firstPassInPlace<lanes, firstStages>(all, n, sign);
-    }
-    const int outer = blockOf(n, 1 << 14), inner = isShort ? n : blockOf(outer, 1 << 10);
+    const int half = withFirstStages<lanes>(
+        n, [=](auto stages)
+               __attribute__((always_inline)) { firstPass<lanes, stages>(all, work, n, sign); });
+    shortPasses<lanes>(work, all, n, half, sign);
+}
+
+// Goes as far as it can in blocks for the first cache (16 kB), then in blocks for the second (256
+// kB).
+template <int lanes>
+[[gnu::always_inline]] static inline void transformLong(Complexes all, int n, double sign) {
+    const int first = withFirstStages<lanes>(
+        n, [=](auto stages)
+               __attribute__((always_inline)) { firstPassInPlace<lanes, stages>(all, n, sign); });
+    const int outer = blockOf(n, 1 << 14), inner = blockOf(outer, 1 << 10);
     WorkCount count(WorkCount::unknown);
     for (std::ptrdiff_t end = inner; end <= n; end += inner) {
-        int half = 1 << firstStages;
+        int half = first;
         for (const int size : {inner, outer, n}) {
             if (half < size && end % size == 0) {
                 const double scale = sign == 1.0 && size == n ? 1.0 / n : 1.0;
-                const Complexes block = all + (end - size);
                 count.add(WorkWatch::element * size);
-                passes<lanes>(isShort ? work : block, block, size, half, sign, scale);
+                longPasses<lanes>(all + (end - size), size, half, sign, scale);
             }
             half = size;
         }
+    }
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void transform(Complexes all, int n, double sign) {
+    if (n <= Buffer::size) {
+        transformShort<lanes>(all, n, sign);
+    } else {
+        transformLong<lanes>(all, n, sign);
     }
 }
 
