@@ -1,8 +1,9 @@
 #include "kernels/radix2.h"
 
 #include "kernels/WorkWatch.h"
+#include "kernels/radix2Passes.h"
+#include "kernels/radix2Reversal.h"
 #include "kernels/radix2Twiddles.h"
-#include "kernels/shuffles.h"
 #include "kernels/trigonometry.h"
 #include "kernels/vectors.h"
 
@@ -64,16 +65,6 @@ void plain::radix2(double* re, double* im, int n, double sign) {
     }
 }
 
-namespace {
-
-// Complex numbers in two arrays.
-struct Complexes {
-    double *re, *im;
-    Complexes operator+(std::ptrdiff_t offset) const { return {re + offset, im + offset}; }
-};
-
-}  // namespace
-
 // Three stages at a time join 16 vectors, which are in registers only where there are 32. Elsewhere
 // no pass but the first takes three, and that one only of an odd number of stages.
 #ifdef __aarch64__
@@ -83,113 +74,6 @@ constexpr bool joinsThreeStages = true;
 template <int lanes>
 constexpr bool joinsThreeStages = lanes == 8;
 #endif
-
-// The butterfly between rows 0 and p, with the twiddle of a run.
-template <int lanes, typename Twiddle>
-[[gnu::always_inline]] static inline void joinTwo(Vector<lanes>* x, Vector<lanes>* y, int p,
-                                                  int run, const Twiddle& twiddle) {
-    Vector<lanes> ur, ui;
-    twiddle(run, ur, ui);
-    const Vector<lanes> tr = ur * x[p] - ui * y[p];
-    const Vector<lanes> ti = ui * x[p] + ur * y[p];
-    x[p] = x[0] - tr;
-    y[p] = y[0] - ti;
-    x[0] += tr;
-    y[0] += ti;
-}
-
-// The butterflies of some stages between 2^stages rows. twiddle(run, ur, ui) sets the twiddles. One
-// half of the rows goes through all stages but the last before the other half starts: where three
-// stages are more than the registers hold, only that half is put aside, and once.
-template <int lanes, int stages, typename Twiddle>
-[[gnu::always_inline]] static inline void butterflies(Vector<lanes>* x, Vector<lanes>* y,
-                                                      const Twiddle& twiddle) {
-    constexpr int half = 1 << (stages - 1);
-    if constexpr (stages > 1) {
-        butterflies<lanes, stages - 1>(x, y, twiddle);
-        butterflies<lanes, stages - 1>(x + half, y + half, twiddle);
-    }
-#pragma GCC unroll 4
-    for (int k = 0; k < half; ++k) {
-        joinTwo<lanes>(x + k, y + k, half, half - 1 + k, twiddle);
-    }
-}
-
-// Runs some stages on a vector of columns between rows that lie `row` apart, and multiplies by the
-// scale if it is to. `to` is `from`, or apart from it. twiddle(run, ur, ui) sets the twiddles.
-template <int lanes, int stages, bool scaled, typename Twiddle>
-[[gnu::always_inline]] static inline void joinRows(Complexes from, Complexes to, std::ptrdiff_t row,
-                                                   double scale, const Twiddle& twiddle) {
-    constexpr int rows = 1 << stages;
-    Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
-#pragma GCC unroll 8
-    for (int i = 0; i < rows; ++i) {
-        x[i] = *vectorsAt<lanes>(from.re + i * row);
-        y[i] = *vectorsAt<lanes>(from.im + i * row);
-    }
-    butterflies<lanes, stages>(x, y, twiddle);
-#pragma GCC unroll 8
-    for (int i = 0; i < rows; ++i) {
-        *vectorsAt<lanes>(to.re + i * row) = scaled ? x[i] * scale : x[i];
-        *vectorsAt<lanes>(to.im + i * row) = scaled ? y[i] * scale : y[i];
-    }
-}
-
-// The stages from `half` on, all of which are in the table. Where rows are short, the twiddles of a
-// column stay in registers for all blocks; with long ones, blocks would take turns in the caches.
-template <int lanes, int stages, bool scaled>
-[[gnu::always_inline]] static inline void tablePass(Complexes from, Complexes to, int n, int half,
-                                                    double sign, double scale) {
-    const std::ptrdiff_t row = half;
-    const double* tableRe = twiddleTable.re + row;
-    const double* tableIm = (sign == 1.0 ? twiddleTable.inverseIm : twiddleTable.forwardIm) + row;
-    const auto join = [=](std::ptrdiff_t block, std::ptrdiff_t j) __attribute__((always_inline)) {
-        joinRows<lanes, stages, scaled>(from + (block + j), to + (block + j), row, scale,
-                                        [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
-                                            ur = *vectorsAt<lanes>(tableRe + run * row + j);
-                                            ui = *vectorsAt<lanes>(tableIm + run * row + j);
-                                        });
-    };
-    if (stages == 2 && row <= 16) {
-        for (std::ptrdiff_t j = 0; j < row; j += lanes) {
-            for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
-                join(block, j);
-            }
-        }
-        return;
-    }
-    for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
-        for (std::ptrdiff_t j = 0; j < row; j += lanes) {
-            join(block, j);
-        }
-    }
-}
-
-// The stages from `half` on by chains, in place.
-template <int lanes, int stages, bool scaled>
-[[gnu::always_inline]] static inline void chainPass(Complexes a, int n, int half, double sign,
-                                                    double scale) {
-    Chains<stages> chains(half, sign);
-    const std::ptrdiff_t row = half, part = half / chains.parts, columns = chains.columns;
-    for (std::ptrdiff_t piece = 0; piece < part; piece += columns) {
-        advance<lanes>(chains);
-        for (std::ptrdiff_t block = 0; block < n; block += row << stages) {
-            for (int p = 0; p < chains.parts; ++p) {
-                const Complexes at = a + (block + p * part + piece);
-                const double* latestRe = chains.latestRe + p * chains.runs * columns;
-                const double* latestIm = chains.latestIm + p * chains.runs * columns;
-                for (std::ptrdiff_t j = 0; j < columns; j += lanes) {
-                    joinRows<lanes, stages, scaled>(
-                        at + j, at + j, row, scale,
-                        [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
-                            ur = *vectorsAt<lanes>(latestRe + run * columns + j);
-                            ui = *vectorsAt<lanes>(latestIm + run * columns + j);
-                        });
-                }
-            }
-        }
-    }
-}
 
 // How many stages are left for passes from `half` on.
 static int stagesLeft(int n, int half) {
@@ -278,123 +162,6 @@ template <int lanes>
                 }
                 half <<= stages;
             });
-    }
-}
-
-// The lowest bits of a number, log2 size of them, in reversed order.
-static constexpr std::ptrdiff_t reversedBelow(std::ptrdiff_t size, std::ptrdiff_t number) {
-    std::ptrdiff_t reversed = 0;
-    for (std::ptrdiff_t bit = 1; bit < size; bit *= 2) {
-        reversed = 2 * reversed + (number / bit & 1);
-    }
-    return reversed;
-}
-
-// The next number in bit-reversed order: counts from the bit `top` downwards.
-static int nextReversed(int reversed, int top) {
-    while ((reversed & top) != 0) {
-        reversed ^= top;
-        top /= 2;
-    }
-    return reversed | top;
-}
-
-// Takes `lanes` columns of 2^stages rows through the first stages. What is in a column is then put
-// side by side in a row, the rows in bit-reversed order of the columns.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void turnSquare(Complexes from, std::ptrdiff_t fromRow,
-                                                     Complexes to, std::ptrdiff_t toRow,
-                                                     double sign) {
-    constexpr int rows = 1 << stages;
-    Vector<lanes> x[std::size_t{rows}], y[std::size_t{rows}];
-#pragma GCC unroll 8
-    for (int i = 0; i < rows; ++i) {
-        x[i] = *vectorsAt<lanes>(from.re + reversedBelow(rows, i) * fromRow);
-        y[i] = *vectorsAt<lanes>(from.im + reversedBelow(rows, i) * fromRow);
-    }
-    butterflies<lanes, stages>(x, y, [=](int run, Vector<lanes>& ur, Vector<lanes>& ui) {
-        const int g = run < 1 ? 0 : run < 3 ? 1 : 2, k = run - ((1 << g) - 1);
-        const Stage& stage = shortStages[static_cast<std::size_t>(g)];
-        ur = Vector<lanes>{} + stage.re[k];
-        ui = Vector<lanes>{} + (k == 0 ? 0.0 : sign * stage.im[k]);
-    });
-#pragma GCC unroll 4
-    for (int k = 0; k < rows; k += lanes) {
-        transpose<lanes>(x + k);
-        transpose<lanes>(y + k);
-#pragma GCC unroll 8
-        for (int t = 0; t < lanes; ++t) {
-            *vectorsAt<lanes>(to.re + reversedBelow(lanes, t) * toRow + k) = x[k + t];
-            *vectorsAt<lanes>(to.im + reversedBelow(lanes, t) * toRow + k) = y[k + t];
-        }
-    }
-}
-
-// Bit reversal and the first stages of all, from one place to another.
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void firstPass(Complexes from, Complexes to, int n,
-                                                    double sign) {
-    constexpr int rows = 1 << stages;
-    const int columns = n / rows, top = columns / lanes / 2;
-    for (int q = 0, other = 0; q < columns; q += lanes, other = nextReversed(other, top)) {
-        const std::ptrdiff_t target = other;
-        turnSquare<lanes, stages>(from + q, columns, to + target * rows, n / lanes, sign);
-    }
-}
-
-namespace {
-
-// In place that goes tile by tile. Of an index, let r be the first three bits, s the last three and
-// q those between: a tile is the 8 x 8 elements of one q, and goes to the place of the tile of
-// reversed q, its rows r becoming its columns and the other way round, in reversed order. So each
-// line of memory is read and written as a whole.
-struct Tile {
-    alignas(64) double re[64], im[64];
-};
-
-}  // namespace
-
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void turnTile(Complexes from, std::ptrdiff_t fromRow,
-                                                   Complexes to, std::ptrdiff_t toRow,
-                                                   double sign) {
-    constexpr int rows = 1 << stages, sets = 8 / rows, groups = 8 / lanes;
-    for (std::ptrdiff_t set = 0; set < sets; ++set) {
-        for (std::ptrdiff_t group = 0; group < groups; ++group) {
-            turnSquare<lanes, stages>(
-                from + (set * fromRow + group * lanes), sets * fromRow,
-                to + (reversedBelow(groups, group) * toRow + reversedBelow(sets, set) * rows),
-                groups * toRow, sign);
-        }
-    }
-}
-
-template <int lanes>
-[[gnu::always_inline]] static inline void copyTile(const Tile& tile, Complexes to,
-                                                   std::ptrdiff_t toRow) {
-    for (std::ptrdiff_t r = 0; r < 8; ++r) {
-        for (std::ptrdiff_t s = 0; s < 8; s += lanes) {
-            *vectorsAt<lanes>(to.re + r * toRow + s) = *vectorsAt<lanes>(tile.re + 8 * r + s);
-            *vectorsAt<lanes>(to.im + r * toRow + s) = *vectorsAt<lanes>(tile.im + 8 * r + s);
-        }
-    }
-}
-
-template <int lanes, int stages>
-[[gnu::always_inline]] static inline void firstPassInPlace(Complexes a, int n, double sign) {
-    const std::ptrdiff_t row = n / 8;
-    const int tiles = n / 64;
-    Tile tile;
-    for (int q = 0, other = 0; q < tiles; ++q, other = nextReversed(other, tiles / 2)) {
-        if (q > other) {
-            continue;
-        }
-        const Complexes here = a + std::ptrdiff_t{8} * q, there = a + std::ptrdiff_t{8} * other;
-        turnTile<lanes, stages>(here, row, {tile.re, tile.im}, 8, sign);
-        if (q < other) {
-            turnTile<lanes, stages>(there, row, here, row, sign);
-        }
-        copyTile<lanes>(tile, there, row);
     }
 }
 
