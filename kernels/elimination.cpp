@@ -263,49 +263,38 @@ template <int lanes>
 
 FENDRA_VARIANTS(eliminateVariant, eliminatePanels)
 
-static void copySquare(Block<const double> from, int n, Block<double> to) {
-    for (int i = 0; i < n; ++i) {
-        std::copy_n(from.row(i), n, to.row(i));
-    }
-}
-
-// Calls work with the matrix. If its rows are whole pages apart, the elements of a column, and the
-// rows of a tile, share so few places of the first cache that they drive each other out. Then the
-// work is done in a copy whose rows are a line more apart, unless it is too large to go unnoticed.
-template <typename Work>
-static void withRowsApart(double* a, int n, const Work& work) {
+// If rows are whole pages apart, the elements of a column, and the rows of a tile, share so few
+// places of the first cache that they drive each other out. Then the work is done in a copy whose
+// rows are a line more apart, unless it is too large to go unnoticed or there is no memory for it.
+static void eliminateApart(Elimination e) {
     constexpr int page = 512, line = 8;
     constexpr std::int64_t most = 1 << 23;
-    const std::ptrdiff_t stride = n + line;
-    const std::int64_t size = std::int64_t{stride} * n;
-    std::unique_ptr<double[]> copy;
-    if (n % page == 0 && size <= most) {
-        copy.reset(new (std::nothrow) double[static_cast<std::size_t>(size)]);
+    ProductRoom room;
+    e.room = &room;
+    const Block<double> matrix = e.a;
+    const std::int64_t stride = e.n + line, size = stride * e.n;
+    std::unique_ptr<double[]> elements;
+    if (e.n % page == 0 && size <= most) {
+        elements.reset(new (std::nothrow) double[static_cast<std::size_t>(size)]);
     }
-    if (copy == nullptr) {
-        work(Block<double>{a, n});
+    if (elements == nullptr) {
+        eliminateVariant(e);
         return;
     }
-    const Block<double> matrix{a, n}, apart{copy.get(), stride};
-    copySquare(matrix, n, apart);
-    work(apart);
-    copySquare(apart, n, matrix);
+    e.a = {elements.get(), static_cast<std::ptrdiff_t>(stride)};
+    copy(matrix, e.n, e.n, e.a);
+    eliminateVariant(e);
+    copy(e.a, e.n, e.n, matrix);
 }
 
 void eliminate(double* a, int n, double* scales, int* pivots, double* panel) {
     std::iota(pivots, pivots + n, 0);
     std::fill_n(panel, std::ptrdiff_t{panelWidth} * n, 0.0);
-    withRowsApart(a, n, [=](Block<double> rows) {
-        ProductRoom room;
-        eliminateVariant(Elimination{rows, n, scales, pivots, {panel, panelWidth}, &room});
-    });
+    eliminateApart({{a, n}, n, scales, pivots, {panel, panelWidth}, nullptr});
 }
 
 void eliminate(double* a, int n) {
-    withRowsApart(a, n, [=](Block<double> rows) {
-        ProductRoom room;
-        eliminateVariant(Elimination{rows, n, nullptr, nullptr, {nullptr, 0}, &room});
-    });
+    eliminateApart({{a, n}, n, nullptr, nullptr, {nullptr, 0}, nullptr});
 }
 
 }  // namespace kernels
