@@ -26,8 +26,8 @@ public:
     std::int32_t abortAtMinError;
 
     // Results of a run that returned 1.
-    double lastError;         // error of the estimate that is the result
-    std::uint32_t loopCount;  // 1 and the steps that were not dropped
+    double lastError = 0.0;       // error of the estimate that is the result
+    std::uint32_t loopCount = 0;  // 1 and the steps that were not dropped
 
     // Asked after each step that is kept, with its loop count, error and estimate, whether to go
     // on; empty: always. Where the answer is false, or the question throws, the run ends with that
