@@ -99,7 +99,7 @@ static void transformWith(fold::Parts d, int n, const fold::Twiddles& twiddles, 
     const int joined = inFours ? 16 : 32;  // the length of the transforms that tiles leave
     WorkCount work(WorkCount::unknown);
     fold::firstStages(d, n, goesBack);
-    int size = n / (inFours ? 16 : 8);
+    int size = n / (inFours ? 4 : 8);
     for (; size > longestPiece; size /= 4) {
         work.add(2 * WorkWatch::element * n);
         fold::joinGroups(d, n, size, twiddles);

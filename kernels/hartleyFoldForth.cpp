@@ -8,51 +8,29 @@
 
 namespace kernels::fold {
 
-static constexpr int line = 8;  // doubles
-
-template <int lanes>
-[[gnu::always_inline]] static inline void copyLine(const double* from, double* to) {
-#pragma GCC unroll 4
-    for (int i = 0; i < line; i += lanes) {
-        *vectorsAt<lanes>(to + i) = *vectorsAt<lanes>(from + i);
-    }
-}
-
-// The first stages, of all blocks side by side. halfZero: the second half counts as zeros. The rows
-// of a long transform are all in one set of the first-level cache, which holds fewer: so a whole
-// cache line of each goes through a tile.
+// The first stages, of all blocks side by side. halfZero: the second half counts as zeros.
 template <int lanes, int rows, bool halfZero>
 [[gnu::always_inline]] static inline void firstPass(std::integral_constant<int, rows> /*length*/,
                                                     std::bool_constant<halfZero> /*zeros*/,
                                                     double* f, int n) {
     constexpr std::ptrdiff_t step = sixteen / rows;
     const std::ptrdiff_t stride = n / rows;
-    alignas(64) double tile[std::size_t{rows}][line];
-    for (double* x = f; x != f + stride; x += line) {
-        for (int row = 0; row < (halfZero ? rows / 2 : rows); ++row) {
-            copyLine<lanes>(x + row * stride, tile[row]);
-        }
-#pragma GCC unroll 1
-        for (int column = 0; column < line; column += lanes) {
-            Vector<lanes> a[std::size_t{rows}];
-#pragma GCC unroll 16
-            for (int row = 0; row < rows; ++row) {
-                const int to = reversedOfSixteen[row * step];
-                a[to] = halfZero && row >= rows / 2 ? Vector<lanes>{}
-                                                    : *vectorsAt<lanes>(tile[row] + column);
-            }
-            if constexpr (rows == 16) {
-                transformSixteen<lanes, true>(a);
-            } else {
-                transformEight<lanes>(a);
-            }
-#pragma GCC unroll 16
-            for (int row = 0; row < rows; ++row) {
-                *vectorsAt<lanes>(tile[row] + column) = a[reversedOfSixteen[row * step]];
-            }
-        }
+    for (double* x = f; x != f + stride; x += lanes) {
+        Vector<lanes> a[std::size_t{rows}];
+#pragma GCC unroll 8
         for (int row = 0; row < rows; ++row) {
-            copyLine<lanes>(tile[row], x + row * stride);
+            const int to = reversedOfSixteen[row * step];
+            a[to] =
+                halfZero && row >= rows / 2 ? Vector<lanes>{} : *vectorsAt<lanes>(x + row * stride);
+        }
+        if constexpr (rows == 4) {
+            transformFour<lanes>(a);
+        } else {
+            transformEight<lanes>(a);
+        }
+#pragma GCC unroll 8
+        for (int row = 0; row < rows; ++row) {
+            *vectorsAt<lanes>(x + row * stride) = a[reversedOfSixteen[row * step]];
         }
     }
 }
@@ -72,7 +50,7 @@ static void firstStagesOf(Parts d, int n, bool halfZero) {
 }
 
 void firstStages(Parts d, int n, bool halfZero) {
-    isEven(log2Of(n)) ? firstStagesOf<16>(d, n, halfZero) : firstStagesOf<8>(d, n, halfZero);
+    isEven(log2Of(n)) ? firstStagesOf<4>(d, n, halfZero) : firstStagesOf<8>(d, n, halfZero);
 }
 
 // The butterflies of two mirrored groups of four blocks, each of `count` elements; f1 and f2 lie in

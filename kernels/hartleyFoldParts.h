@@ -51,7 +51,7 @@ struct Keeping {
     double *re, *im;
 };
 
-// The first stages, which make transforms of length 16 for an even log2 n, of length 8 for an odd
+// The first stages, which make transforms of length 4 for an even log2 n, of length 8 for an odd
 // one. halfZero: the second half counts as zeros.
 void firstStages(Parts d, int n, bool halfZero);
 
