@@ -34,6 +34,15 @@ function(fendra_layer folder kind)
       (FENDRA_JOINED AND folder MATCHES "^workbench/")))
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
   endif()
+  # They pass on what others compute, and take half as long to compile. For Windows g++ breaks objects
+  # that each thread has of its own.
+  if(folder MATCHES "^workbench/(batch|calls|commands|terminal)$" AND NOT WIN32)
+    set(level -O1)
+    if(FENDRA_INSTRUMENT)
+      set(level -O0)
+    endif()
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:${level}>)
+  endif()
 endfunction()
 
 # fendra_show(TARGET FOLDER): the headers of the folder, for all that link the target.
