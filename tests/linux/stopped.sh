@@ -60,7 +60,10 @@ eval "$(sed -n 's/^# without a stop: \(.*\)/\1/p' kept.csv) --force -q" || compl
 [ "$(digest out.csv)" = "$(digest kept.csv)" ] || complain "the command line of the comment gives something else"
 rm ./*.csv
 
-stop 0.1 INT -- "${iterate[@]}" --keep-partial -o out.csv
+for seconds in 0.1 0.2 0.4; do  # it says nothing while it does not yet listen
+    stop $seconds INT -- "${iterate[@]}" --keep-partial -o out.csv
+    [ -s errors ] && break
+done
 expectNothing 130 "before the first step"
 grep -qx 'fendra: stopped before .*; nothing is written' errors || complain "before the first step: $(cat errors)"
 stop 2 INT -- "${iterate[@]}" --max-iterations 400 -o out.csv
