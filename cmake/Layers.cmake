@@ -34,8 +34,8 @@ function(fendra_layer folder kind)
       (FENDRA_JOINED AND folder MATCHES "^workbench/")))
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
   endif()
-  # Rooms that pass on what others compute, which so compile in half the time. For Windows g++ would break
-  # objects that each thread has of its own.
+  # Rooms that pass on what others compute are optimised less, and compile in about half the time. For
+  # Windows g++ would break objects that each thread has of its own.
   if(folder MATCHES "^workbench/(batch|calls|commands|terminal)$" AND NOT WIN32)
     set(level -O1)
     if(FENDRA_INSTRUMENT)
