@@ -1,6 +1,7 @@
 # Layers: one target per folder, and what each may include.
 
 set(FENDRA_INSTRUMENT "" CACHE STRING "Compile and link options of an instrumented build")
+set(FENDRA_GUIDE "" CACHE STRING "Compile options of what a fuzzer learns from: the readers, and what feeds them")
 
 # Options of every target. Without contraction and reassociation a sum is the sum that is written.
 add_library(fendra_options INTERFACE)
@@ -33,6 +34,9 @@ function(fendra_layer folder kind)
   if(NOT FENDRA_APART AND (folder MATCHES "^workbench/(commands|terminal)$" OR
       (FENDRA_JOINED AND folder MATCHES "^workbench/")))
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
+  endif()
+  if(folder MATCHES "^(platform|host|frame|workbench/(files|parts)(/.*)?)$")
+    target_compile_options(${name} PRIVATE ${FENDRA_GUIDE})
   endif()
   # Rooms that pass on what others compute are optimised less, and compile in about half the time. For
   # Windows g++ would break objects that each thread has of its own.
