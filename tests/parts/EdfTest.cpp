@@ -1,12 +1,10 @@
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
-#include "workbench/parts/Part.h"
+#include "tests/support/parts.h"
 #include "workbench/parts/edf/EdfScale.h"
 
 #include <chrono>
 #include <cmath>
-
-extern const Part edfPart;
 
 namespace {
 

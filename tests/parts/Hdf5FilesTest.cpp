@@ -1,13 +1,11 @@
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
-#include "workbench/parts/Part.h"
+#include "tests/support/parts.h"
 #include "workbench/parts/hdf5/Hdf5Handle.h"
 
 #include <array>
 
 // Files that few programs write, made by the library itself.
-
-extern const Part hdf5Part;
 
 using Lengths = std::vector<hsize_t>;
 

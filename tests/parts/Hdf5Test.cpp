@@ -1,12 +1,10 @@
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
-#include "workbench/parts/Part.h"
+#include "tests/support/parts.h"
 #include "workbench/signals/Signal.h"
 
 #include <chrono>
 #include <cmath>
-
-extern const Part hdf5Part;
 
 static Signal signalOf(int channels, std::vector<double> samples) {
     Signal signal;

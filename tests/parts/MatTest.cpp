@@ -1,6 +1,6 @@
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
-#include "workbench/parts/Part.h"
+#include "tests/support/parts.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <utility>
-
-extern const Part matPart;
 
 // The tests run in the folder of the fixtures of commands.
 static std::string contentsOf(const std::string& path) {

@@ -1,11 +1,9 @@
 #include "tests/support/Npy.h"
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
-#include "workbench/parts/Part.h"
+#include "tests/support/parts.h"
 
 #include <chrono>
-
-extern const Part mseedPart;
 
 namespace {
 

@@ -1,11 +1,9 @@
 #include "tests/support/SignalFiles.h"
 #include "tests/support/TemporaryFolder.h"
-#include "workbench/parts/Part.h"
+#include "tests/support/parts.h"
 
 #include <array>
 #include <netcdf.h>
-
-extern const Part netcdfPart, hdf5Part;
 
 static std::string number(std::uint64_t value, int bytes) {
     std::string text(static_cast<std::size_t>(bytes), '\0');
