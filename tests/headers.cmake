@@ -14,7 +14,7 @@ set(targets_fuzz fuzz-dialog fuzz-text)
 set(targets_tests/calls calls-tests)
 set(targets_tests/frame frame-tests)
 set(targets_tests/library library-tests library-memory)
-set(targets_tests/support frame-tests signal-tests transform-tests files-tests tests_environment)
+set(targets_tests/support frame-tests signal-tests transform-tests files-tests tests_environment workbench_parts)
 set(targets_tests/window window-tests)
 
 # header_test(FOLDER HEADERS TARGETS)
