@@ -14,10 +14,10 @@ target_compile_options(fendra_options INTERFACE
   ${FENDRA_INSTRUMENT})
 target_link_options(fendra_options INTERFACE ${FENDRA_INSTRUMENT})
 
-# Headers of libraries take most of the time to compile, above all that of the command line. Stages that
-# build everything anew compile the sources of a room of the workbench as few; what people run is built
-# source by source except for the rooms of commands, so that one which lacks an include is found.
-option(FENDRA_JOINED "Whether the sources of each room of the workbench are compiled as few" OFF)
+# Headers take most of the time to compile, above all those of the command line. Stages that build
+# everything anew compile the sources of a layer as few, but for the kernels; what people run is built source
+# by source except for the rooms of commands, so that one which lacks an include is found.
+option(FENDRA_JOINED "Whether the sources of each layer are compiled as few" OFF)
 option(FENDRA_APART "Whether every source is compiled by itself" OFF)
 
 # fendra_layer(FOLDER KIND SOURCE...): the folder, named from the project's root, as a target; that of
@@ -32,7 +32,7 @@ function(fendra_layer folder kind)
   fendra_show(${name} ${folder})
   target_link_libraries(${name} PRIVATE fendra_options)
   if(NOT FENDRA_APART AND (folder MATCHES "^workbench/(commands|terminal)$" OR
-      (FENDRA_JOINED AND folder MATCHES "^workbench/")))
+      (FENDRA_JOINED AND NOT folder MATCHES "^kernels")))
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
   endif()
   if(folder MATCHES "^(platform|host|frame|workbench/(files|parts)(/.*)?)$")
