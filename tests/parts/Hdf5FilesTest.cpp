@@ -132,6 +132,38 @@ TEST_F(Hdf5Files, AreRefusedWhereTheyDeclareMoreThanTheyHold) {
     EXPECT_EQ(readSamples(*open("/whole")), (std::vector<double>{1, 2, 3, 4, 5}));
 }
 
+// The library would take what stands behind a chunk that is too short for its dataset.
+TEST_F(Hdf5Files, AreRefusedWhereChunksAreNotAsDeclared) {
+    const std::vector<double> zeros(64);
+    const Lengths origin{0};
+    const hid_t half = numbers("half", {64}, zeros, chunked({64}, 9).get());
+    H5Dflush(half);
+    std::array<std::byte, 512> packed = {};
+    hsize_t size = 0;
+    std::uint32_t mask = 0;
+    H5Dget_chunk_storage_size(half, origin.data(), &size);
+    ASSERT_GE(H5Dread_chunk(half, H5P_DEFAULT, origin.data(), &mask, packed.data()), 0);
+    const hid_t other = numbers("short", {128}, {}, chunked({128}, 9).get());
+    ASSERT_GE(H5Dwrite_chunk(other, H5P_DEFAULT, 0, origin.data(), size, packed.data()), 0);
+    const hid_t bare = numbers("bare", {64}, {}, chunked({64}, 9).get());
+    ASSERT_GE(H5Dwrite_chunk(bare, H5P_DEFAULT, 1, origin.data(), size, packed.data()), 0);
+    Hdf5Handle plan = chunked({64});
+    H5Pset_fletcher32(plan.get());
+    H5Pset_shuffle(plan.get());
+    H5Pset_deflate(plan.get(), 9);
+    H5Pset_fletcher32(plan.get());
+    numbers("whole", {64}, zeros, plan.get());
+    close();
+    for (const char* name : {"/short", "/bare"}) {
+        EXPECT_NE(failureOf([&] { open(name); }).find("chunks do not hold the values"),
+                  std::string::npos)
+            << name;
+    }
+    for (const char* name : {"/half", "/whole"}) {
+        EXPECT_EQ(readSamples(*open(name)), zeros) << name;
+    }
+}
+
 // A group that holds the one that it is in, and second names.
 TEST_F(Hdf5Files, ListEachDatasetOnce) {
     numbers("b", {2}, {1, 2});

@@ -1,20 +1,16 @@
 #include "workbench/parts/hdf5/Hdf5Dataset.h"
 
 #include "workbench/messages/Failure.h"
+#include "workbench/parts/hdf5/Hdf5Chunks.h"
 #include "workbench/parts/variables/VariableShape.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <limits>
 #include <type_traits>
 #include <utility>
 
-// What a chunk may take in memory, and what all that are kept may; of larger ones a part of the
-// file that is compressed as far as deflate can.
-static constexpr hsize_t cachedBytes = hsize_t{1} << 26;
-static constexpr hsize_t mostExpansion = 1032;
+static constexpr std::size_t cachedBytes = std::size_t{1} << 26;
 
 static Hdf5Handle openDataset(const Hdf5File& file, const std::string& path) {
     const Hdf5Handle access(H5Pcreate(H5P_DATASET_ACCESS), H5Pclose);
@@ -61,26 +57,11 @@ Hdf5Dataset::Hdf5Dataset(const Hdf5File& file, Hdf5Handle opened, std::string di
     checkStorage(file);
 }
 
-// Clipped to the largest number that there is; likewise of all lengths.
-static hsize_t product(hsize_t a, hsize_t b) {
-    constexpr hsize_t most = std::numeric_limits<hsize_t>::max();
-    return b != 0 && a > most / b ? most : a * b;
-}
-
-template <typename Lengths>
-static hsize_t product(const Lengths& lengths) {
-    hsize_t all = 1;
-    for (const hsize_t length : lengths) {
-        all = product(all, length);
-    }
-    return all;
-}
-
 void Hdf5Dataset::checkStorage(const Hdf5File& file) const {
     const Hdf5Handle plan(H5Dget_create_plist(dataset.get()), H5Pclose);
     const hsize_t needed = product(product(dimensions), bytes);
     if (H5Pget_layout(plan.get()) == H5D_CHUNKED) {
-        checkChunks(plan.get(), file);
+        Hdf5Chunks{dataset.get(), plan.get(), dimensions, bytes, name}.check(file);
     } else if (needed > static_cast<hsize_t>(file.length())) {
         throw Failure(
             fmt::format("{} is truncated: it declares {} values of {} bytes, but the "
@@ -91,55 +72,6 @@ void Hdf5Dataset::checkStorage(const Hdf5File& file) const {
             fmt::format("{} declares {} samples that were never written; choose another "
                         "dataset",
                         name, shapeName(dimensions)));
-    }
-}
-
-// Every chunk has to be there, and none may take more memory than the file accounts for.
-void Hdf5Dataset::checkChunks(hid_t plan, const Hdf5File& file) const {
-    std::vector<hsize_t> chunk(dimensions.size());
-    succeeded(H5Pget_chunk(plan, static_cast<int>(chunk.size()), chunk.data()));
-    hsize_t size = bytes, all = 1;
-    for (std::size_t i = 0; i < chunk.size(); ++i) {
-        const hsize_t along = std::max<hsize_t>(1, chunk[i]);
-        size = product(size, along);
-        all = product(all, (dimensions[i] - 1) / along + 1);
-    }
-    const bool packed = succeeded(H5Pget_nfilters(plan)) > 0;
-    const auto length = static_cast<hsize_t>(file.length());
-    if (size > (packed ? std::max(cachedBytes, product(length, mostExpansion)) : length)) {
-        throw Failure(
-            fmt::format("{} declares chunks of {} bytes, which a file of {} bytes cannot "
-                        "hold; copy it again",
-                        name, size, length));
-    }
-    checkFilters(plan);
-    hsize_t written = 0;
-    if (all <= length) {
-        succeeded(H5Dget_num_chunks(dataset.get(), space.get(), &written));
-    }
-    if (written < all) {
-        throw Failure(
-            fmt::format("{} declares {} samples, of which some or all were never "
-                        "written; choose another dataset",
-                        name, shapeName(dimensions)));
-    }
-}
-
-void Hdf5Dataset::checkFilters(hid_t plan) const {
-    const int count = succeeded(H5Pget_nfilters(plan));
-    for (int i = 0; i < count; ++i) {
-        unsigned flags = 0;
-        std::size_t parameters = 0;
-        std::array<char, 64> title = {};
-        const H5Z_filter_t filter =
-            succeeded(H5Pget_filter2(plan, static_cast<unsigned>(i), &flags, &parameters, nullptr,
-                                     title.size() - 1, title.data(), nullptr));
-        if (H5Zfilter_avail(filter) <= 0) {
-            throw Failure(
-                fmt::format("{} is compressed by filter {}, which is not installed; save "
-                            "it compressed by deflate, or install a plug-in for HDF5",
-                            name, filter));
-        }
     }
 }
 
@@ -164,7 +96,7 @@ std::size_t Hdf5Dataset::read(const std::vector<std::uint64_t>& start,
         succeeded(H5Sselect_hyperslab(selected.get(), H5S_SELECT_SET, begin.data(), nullptr,
                                       lengths.data(), nullptr));
     }
-    const hsize_t all = product(lengths);
+    const hsize_t all = product(count);
     const Hdf5Handle memory(H5Screate_simple(1, &all, nullptr), H5Sclose);
     const auto fill = [&](hid_t kind, void* values) {
         succeeded(H5Dread(dataset.get(), kind, memory.get(), selected.get(), H5P_DEFAULT, values));

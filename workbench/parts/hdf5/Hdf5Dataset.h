@@ -27,8 +27,6 @@ public:
 
 private:
     void checkStorage(const Hdf5File& file) const;
-    void checkChunks(hid_t plan, const Hdf5File& file) const;
-    void checkFilters(hid_t plan) const;
 
     std::string name;
     Hdf5Handle dataset;
