@@ -55,9 +55,8 @@ static std::vector<std::string> rowsOf(const std::u16string& letters, std::size_
 }
 
 std::vector<std::string> rowsOf(const matvar_t& letters) {
-    constexpr std::size_t mostBytes = 4;  // of a letter
-    constexpr std::size_t mostLetters = 1U
-                                        << 20;  // of names; a damaged file may declare any number
+    constexpr std::size_t mostBytes = 4;           // of a letter
+    constexpr std::size_t mostLetters = 1U << 20;  // a damaged file may declare any number
     if (letters.class_type != MAT_C_CHAR || letters.rank != 2 || letters.data == nullptr) {
         return {};
     }
