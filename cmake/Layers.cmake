@@ -38,6 +38,9 @@ function(fendra_layer folder kind)
   if(folder MATCHES "^(platform|host|frame|workbench/(files|parts)(/.*)?)$")
     target_compile_options(${name} PRIVATE ${FENDRA_GUIDE})
   endif()
+  if(folder MATCHES "^workbench/" AND NOT FENDRA_APART)
+    fendra_commonHeaders(${name})
+  endif()
   # Rooms that pass on what others compute are optimised less, and compile in about half the time. For
   # Windows g++ would break objects that each thread has of its own.
   if(folder MATCHES "^workbench/(batch|calls|commands|terminal)$" AND NOT WIN32)
@@ -46,6 +49,21 @@ function(fendra_layer folder kind)
       set(level -O0)
     endif()
     target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:${level}>)
+  endif()
+endfunction()
+
+# The headers of other makers that most rooms of the workbench include are compiled once for all rooms with the
+# same options. A source includes what it uses all the same, which a test holds.
+set(FENDRA_COMMON_HEADERS algorithm cmath cstdint filesystem functional limits map memory optional string string_view
+  utility vector fmt/format.h)
+function(fendra_commonHeaders name)
+  set(owner workbench_messages)
+  target_link_libraries(${name} PRIVATE fmt::fmt)
+  if(name STREQUAL owner)
+    list(TRANSFORM FENDRA_COMMON_HEADERS REPLACE "(.+)" "<\\1>" OUTPUT_VARIABLE headers)
+    target_precompile_headers(${name} PRIVATE ${headers})
+  else()
+    target_precompile_headers(${name} REUSE_FROM ${owner})
   endif()
 endfunction()
 

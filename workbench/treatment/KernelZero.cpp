@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 // Columns are rounded: a zero that near a sample stands at the sample.
 static constexpr double nearSample = 0.01;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 // Bounds are typed to a few digits, and an axis is rounded: a sample that near a bound is inside.
 static constexpr double nearBound = 1e-6;

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <limits>
 #include <optional>
+#include <utility>
 #include <vector>
 
 static constexpr std::int64_t longestText = std::int64_t{1} << 16;

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 static constexpr std::size_t fixedLength = 256;  // of the header, and of what each signal adds
 static constexpr std::int64_t mostSignals = 640;
