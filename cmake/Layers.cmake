@@ -35,35 +35,41 @@ function(fendra_layer folder kind)
       (FENDRA_JOINED AND NOT folder MATCHES "^kernels")))
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
   endif()
+  set(options "")
   if(folder MATCHES "^(platform|host|frame|workbench/(files|parts)(/.*)?)$")
-    target_compile_options(${name} PRIVATE ${FENDRA_GUIDE})
+    list(APPEND options ${FENDRA_GUIDE})
   endif()
+  if(folder MATCHES "^workbench/(batch|calls|commands|reporting|terminal)$")
+    list(APPEND options ${FENDRA_PASSING_ON})
+  endif()
+  target_compile_options(${name} PRIVATE ${options})
   if(folder MATCHES "^workbench/" AND NOT FENDRA_APART)
-    fendra_commonHeaders(${name})
-  endif()
-  # Rooms that pass on what others compute are optimised less, and compile in about half the time. For
-  # Windows g++ would break objects that each thread has of its own.
-  if(folder MATCHES "^workbench/(batch|calls|commands|terminal)$" AND NOT WIN32)
-    set(level -O1)
-    if(FENDRA_INSTRUMENT)
-      set(level -O0)
-    endif()
-    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:${level}>)
+    fendra_commonHeaders(${name} "${options}")
   endif()
 endfunction()
 
+# Options of what passes on what others compute. It is optimised less, and compiles in about half the time.
+# For Windows g++ would break objects that each thread has of its own.
+set(FENDRA_PASSING_ON "")
+if(FENDRA_INSTRUMENT)
+  set(FENDRA_PASSING_ON $<$<CONFIG:Release>:-O0>)
+elseif(NOT WIN32)
+  set(FENDRA_PASSING_ON $<$<CONFIG:Release>:-O1>)
+endif()
+
 # The headers of other makers that most rooms of the workbench include are compiled once for all rooms with the
-# same options. A source includes what it uses all the same, which a test holds.
+# same options, by the first of them. A source includes what it uses all the same, which a test holds.
 set(FENDRA_COMMON_HEADERS algorithm cmath cstdint filesystem functional limits map memory optional string string_view
   utility vector fmt/format.h)
-function(fendra_commonHeaders name)
-  set(owner workbench_messages)
+function(fendra_commonHeaders name options)
   target_link_libraries(${name} PRIVATE fmt::fmt)
-  if(name STREQUAL owner)
+  get_property(first GLOBAL PROPERTY "fendra_commonHeaders${options}")
+  if(first)
+    target_precompile_headers(${name} REUSE_FROM ${first})
+  else()
     list(TRANSFORM FENDRA_COMMON_HEADERS REPLACE "(.+)" "<\\1>" OUTPUT_VARIABLE headers)
     target_precompile_headers(${name} PRIVATE ${headers})
-  else()
-    target_precompile_headers(${name} REUSE_FROM ${owner})
+    set_property(GLOBAL PROPERTY "fendra_commonHeaders${options}" ${name})
   endif()
 endfunction()
 
