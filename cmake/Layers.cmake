@@ -14,9 +14,9 @@ target_compile_options(fendra_options INTERFACE
   ${FENDRA_INSTRUMENT})
 target_link_options(fendra_options INTERFACE ${FENDRA_INSTRUMENT})
 
-# Headers take most of the time to compile, above all those of the command line. Stages that build
-# everything anew compile the sources of a layer as few, but for the kernels; what people run is built source
-# by source except for the rooms of commands, so that one which lacks an include is found.
+# Headers take most of the time to compile, above all those of the command line and of Python. Stages that
+# build everything anew compile the sources of a layer as few, but for the kernels; what people run is built
+# source by source except for the rooms of commands, so that one which lacks an include is found.
 option(FENDRA_JOINED "Whether the sources of each layer are compiled as few" OFF)
 option(FENDRA_APART "Whether every source is compiled by itself" OFF)
 
@@ -31,7 +31,7 @@ function(fendra_layer folder kind)
   add_library(${name} ${kind} ${ARGN})
   fendra_show(${name} ${folder})
   target_link_libraries(${name} PRIVATE fendra_options)
-  if(NOT FENDRA_APART AND (folder MATCHES "^workbench/(commands|terminal)$" OR
+  if(NOT FENDRA_APART AND (folder MATCHES "^(python/extension|workbench/(calls|commands|terminal))$" OR
       (FENDRA_JOINED AND NOT folder MATCHES "^kernels")))
     set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
   endif()
