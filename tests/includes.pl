@@ -1,6 +1,6 @@
-# includes.pl HEADER...: whether each source and header of the workbench includes those of these headers that
-# it uses, by itself or by the headers of the project that it includes. All have been compiled before them,
-# so no compiler misses one.
+# includes.pl HEADER...: whether each source and header of the workbench and of the tests includes those of
+# these headers that it uses, by itself or by the headers of the project that it includes. They have been
+# compiled before, so no compiler misses one.
 use strict;
 use warnings;
 
@@ -21,7 +21,7 @@ my %names = (
     'vector' => 'std::vector<');
 
 my (%text, %includes);
-for my $path (split /\n/, `find workbench host frame signal transform matrix kernels platform resources -name '*.h' -o -name '*.cpp'`) {
+for my $path (split /\n/, `find workbench tests host frame signal transform matrix kernels platform resources -name '*.h' -o -name '*.cpp'`) {
     open(my $file, '<', $path) or die "$path: $!";
     local $/;
     $text{$path} = <$file>;
@@ -38,7 +38,7 @@ sub reach {
 }
 
 my $missed = 0;
-for my $path (sort grep { /^workbench/ } keys %text) {
+for my $path (sort grep { /^(?:workbench|tests)/ } keys %text) {
     my $reached = reach($path, {});
     for my $header (@ARGV) {
         my $uses = $names{$header} // die "What does <$header> name?\n";

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 // Worked by hand. One outlier moves neither median nor quartiles by much.
 TEST(Figure, IsTheMedianWithHalfTheDistanceOfTheQuartiles) {
     const Figure odd = figureOf({1.0, 100.0, 3.0, 2.0, 4.0});

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 static std::vector<double> samplesOf(const std::string& path, const ReadOptions& options = {}) {
     return readSamples(*openSignal(SourceName(path), options));

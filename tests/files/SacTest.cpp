@@ -9,6 +9,7 @@
 #include <bit>
 #include <cmath>
 #include <map>
+#include <utility>
 
 static Signal readSac(const std::string& path, const ReadOptions& options = {}) {
     return Signal::of(*openSignal(SourceName(path), options));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 // Everything that a signal can have, with letters that are not of ASCII.
 static Transfer fullTransfer() {

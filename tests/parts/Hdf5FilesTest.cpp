@@ -19,8 +19,10 @@ protected:
     template <typename Value>
     hid_t dataset(const std::string& name, hid_t type, const Lengths& shape,
                   const std::vector<Value>& values, hid_t memory, hid_t plan = H5P_DEFAULT) {
-        const Hdf5Handle space(
-            H5Screate_simple(static_cast<int>(shape.size()), shape.data(), nullptr), H5Sclose);
+        const Lengths endless(shape.size(), H5S_UNLIMITED);  // as far as chunks can be added
+        const Hdf5Handle space(H5Screate_simple(static_cast<int>(shape.size()), shape.data(),
+                                                plan == H5P_DEFAULT ? nullptr : endless.data()),
+                               H5Sclose);
         const hid_t id =
             H5Dcreate2(file.get(), name.c_str(), type, space.get(), H5P_DEFAULT, plan, H5P_DEFAULT);
         kept.emplace_back(id, H5Dclose);
@@ -153,14 +155,22 @@ TEST_F(Hdf5Files, AreRefusedWhereChunksAreNotAsDeclared) {
     H5Pset_deflate(plan.get(), 9);
     H5Pset_fletcher32(plan.get());
     numbers("whole", {64}, zeros, plan.get());
+    plan = chunked({64}, 9);
+    H5Pset_shuffle(plan.get());
+    H5Pset_deflate(plan.get(), 9);
+    numbers("twice", {64}, zeros, plan.get());
+    plan = chunked({100}, 9);
+    H5Pset_chunk_opts(plan.get(), H5D_CHUNK_DONT_FILTER_PARTIAL_CHUNKS);
+    numbers("partial", {64}, zeros, plan.get());
     close();
     for (const char* name : {"/short", "/bare"}) {
         EXPECT_NE(failureOf([&] { open(name); }).find("chunks do not hold the values"),
                   std::string::npos)
             << name;
     }
-    EXPECT_EQ(readSamples(*open("/half")), zeros);
-    EXPECT_EQ(readSamples(*open("/whole")), zeros);
+    for (const char* name : {"/half", "/whole", "/twice", "/partial"}) {
+        EXPECT_EQ(readSamples(*open(name)), zeros) << name;
+    }
 }
 
 // A group that holds the one that it is in, and second names.

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 static Signal signalOf(int channels, std::vector<double> samples) {
     Signal signal;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 static Signal unfold(const Signal& signal, const Signal& kernel, int capacity) {
     Guarded result(static_cast<std::size_t>(capacity));

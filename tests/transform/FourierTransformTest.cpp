@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 
 static LongSpectrum transformed(Signal re, Signal im, int sign) {

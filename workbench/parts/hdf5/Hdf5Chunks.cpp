@@ -62,9 +62,6 @@ static std::optional<hsize_t> inflatedSize(std::vector<Bytef>& packed) {
 }
 
 void Hdf5Chunks::check(const Hdf5File& file) const {
-    // What a chunk may take in any case; a larger one a part of the file that is compressed as far
-    // as can be.
-    constexpr hsize_t granted = hsize_t{1} << 26;
     std::vector<hsize_t> chunk(dimensions.size());
     succeeded(H5Pget_chunk(plan, static_cast<int>(chunk.size()), chunk.data()));
     hsize_t size = bytes, all = 1;
@@ -75,7 +72,8 @@ void Hdf5Chunks::check(const Hdf5File& file) const {
     }
     const bool packed = succeeded(H5Pget_nfilters(plan)) > 0;
     const auto length = static_cast<hsize_t>(file.length());
-    if (size > (packed ? std::max(granted, product(length, mostExpansion)) : length)) {
+    if (size >
+        (packed ? std::max<hsize_t>(cachedChunkBytes, product(length, mostExpansion)) : length)) {
         throw Failure(
             fmt::format("{} declares chunks of {} bytes, which a file of {} bytes cannot "
                         "hold; copy it again",
@@ -107,25 +105,33 @@ void Hdf5Chunks::checkFilters() const {
     }
 }
 
-// All chunks of a dataset are declared as one. Of filters other than the usual ones the sizes are
-// not known.
+// All chunks of a dataset are declared as one. What is stored of a chunk tells how long it is where
+// filters that keep its length, or add a checksum, come before deflate or alone, and checksums
+// alone after it.
 void Hdf5Chunks::checkFirst(hsize_t size, hsize_t length) const {
+    unsigned options = 0;
+    succeeded(H5Pget_chunk_opts(plan, &options));
+    if ((options & H5D_CHUNK_DONT_FILTER_PARTIAL_CHUNKS) != 0) {
+        return;
+    }
     const std::vector<hsize_t> first(dimensions.size());
     hsize_t stored = 0;
     unsigned left = 0;  // a bit for each filter that this chunk has not gone through
     haddr_t place = 0;
     succeeded(H5Dget_chunk_info_by_coord(dataset, first.data(), &left, &place, &stored));
-    const std::vector<H5Z_filter_t> filters = filtersOf(plan);
     bool packed = false;
-    for (std::size_t i = 0; i < filters.size() && !packed; ++i) {
-        const bool gone = (left >> i & 1U) == 0;
-        const H5Z_filter_t filter = filters[i];
-        if (gone && filter != H5Z_FILTER_SHUFFLE && filter != H5Z_FILTER_FLETCHER32 &&
-            filter != H5Z_FILTER_DEFLATE) {
+    for (const H5Z_filter_t filter : filtersOf(plan)) {
+        const bool gone = (left & 1U) == 0;
+        left >>= 1U;
+        if (!gone || (packed && filter == H5Z_FILTER_FLETCHER32)) {
+            continue;
+        }
+        if (packed || (filter != H5Z_FILTER_SHUFFLE && filter != H5Z_FILTER_FLETCHER32 &&
+                       filter != H5Z_FILTER_DEFLATE)) {
             return;
         }
-        size += gone && filter == H5Z_FILTER_FLETCHER32 ? checksumBytes : 0;
-        packed = gone && filter == H5Z_FILTER_DEFLATE;
+        size += filter == H5Z_FILTER_FLETCHER32 ? checksumBytes : 0;
+        packed = filter == H5Z_FILTER_DEFLATE;
     }
     std::optional<hsize_t> found = stored;
     if (packed && stored <= length) {

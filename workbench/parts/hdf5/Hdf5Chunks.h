@@ -2,6 +2,15 @@
 
 #include "workbench/parts/hdf5/Hdf5File.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// What a chunk may take in memory, and what all that are kept may; of larger ones a part of the
+// file that is compressed as far as deflate can.
+constexpr std::size_t cachedChunkBytes = std::size_t{1} << 26;
+
 // Chunks of a dataset, as the file has them. The library takes as many bytes out of each as the
 // dataset declares, and does not see how many there are.
 struct Hdf5Chunks {

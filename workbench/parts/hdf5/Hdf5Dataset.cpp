@@ -10,12 +10,10 @@
 #include <type_traits>
 #include <utility>
 
-static constexpr std::size_t cachedBytes = std::size_t{1} << 26;
-
 static Hdf5Handle openDataset(const Hdf5File& file, const std::string& path) {
     const Hdf5Handle access(H5Pcreate(H5P_DATASET_ACCESS), H5Pclose);
     constexpr std::size_t slots = 12421;  // a prime number
-    succeeded(H5Pset_chunk_cache(access.get(), slots, cachedBytes, 1.0));
+    succeeded(H5Pset_chunk_cache(access.get(), slots, cachedChunkBytes, 1.0));
     return {H5Dopen2(file.id(), path.c_str(), access.get()), H5Dclose};
 }
 
