@@ -4,7 +4,7 @@
 # Wine, but not those of 32 bits, of which the files are compared with those of 64 bits.
 set -euo pipefail
 
-scratch=$(mktemp -d)
+scratch=$(mktemp -d) wine64=$PWD/tools/wine64
 export WINEDEBUG=-all WINEPREFIX=$PWD/build/windows64/wine
 trap 'rm -rf "$scratch"; /usr/lib/wine/wineserver -k -w || true' EXIT  # it would stay for some seconds
 
@@ -17,7 +17,7 @@ try() {
     case $1 in
         *linux-arm64*) fendra=(/usr/bin/qemu-aarch64 ./fendra) ;;
         *linux*) fendra=(./fendra) ;;
-        *) fendra=(/usr/lib/wine/wine64 ./fendra.exe) ;;
+        *) fendra=("$wine64" ./fendra.exe) ;;
     esac
     while read -r line; do
         read -ra words <<< "${line%$'\r'}"
