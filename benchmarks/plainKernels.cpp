@@ -12,6 +12,7 @@
 #include "kernels/substitution.h"
 #include "kernels/trigonometry.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -48,6 +49,9 @@ std::int64_t foldTableSize(int /*n*/) {
     return 0;
 }
 void makeFoldTables(double* /*tables*/, int /*n*/) {}
+std::int64_t foldRoom(int n) {
+    return n;
+}
 std::int64_t foldSpectrumSize(int n) {
     return n;
 }
@@ -58,6 +62,11 @@ void makeFoldSpectrum(double* re, double* im, int n, const double* /*tables*/, d
 void foldWithSpectrum(double* re, double* im, int n, const double* /*tables*/,
                       const double* spectrumRe, const double* spectrumIm, Fixed fixed) {
     plain::foldWithSpectrum(re, im, n, spectrumRe, spectrumIm, fixed);
+}
+void unfold(const double* foldedRe, const double* foldedIm, int /*n*/, const double* /*tables*/,
+            int first, int count, double* re, double* im) {
+    std::copy_n(foldedRe + first, count, re);
+    std::copy_n(foldedIm + first, count, im);
 }
 
 void multiply(Block<const double> a, Block<const double> b, int rows, int depth, int cols,

@@ -3,12 +3,15 @@
 #include "kernels/WorkWatch.h"
 #include "kernels/hartley.h"
 #include "kernels/hartleyButterflies.h"
+#include "kernels/hartleyFoldOrder.h"
 #include "kernels/hartleyFoldParts.h"
 #include "kernels/hartleyTwiddles.h"
 #include "kernels/spectra.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <type_traits>
+#include <utility>
 
 namespace kernels {
 
@@ -42,36 +45,69 @@ void plain::foldWithSpectrum(double* re, double* im, int n, const double* spectr
 static constexpr int shortestFast = 256;
 
 std::int64_t foldTableSize(int n) {
-    return n < shortestFast ? 0 : 3 * (std::int64_t{n} / 4);
+    return n < shortestFast ? 0 : 3 * (std::int64_t{n} / 4) + n / 8;
+}
+
+// Elements t of both, of a length that is a power of two, change places with those at t reversed.
+static void reverseBits(double* a, double* b, int length) {
+    for (int t = 1, reversed = 0; t < length; ++t) {
+        int bit = length / 2;
+        for (; (reversed & bit) != 0; bit /= 2) {
+            reversed ^= bit;
+        }
+        reversed ^= bit;
+        if (t < reversed) {
+            std::swap(a[t], a[reversed]);
+            std::swap(b[t], b[reversed]);
+        }
+    }
+}
+
+static fold::Parts partsOf(double* re, double* im, int n) {
+    return {re, im, log2Of(128 * fold::firstLength(n))};
 }
 
 void makeFoldTables(double* tables, int n) {
     if (n < shortestFast) {
         return;
     }
-    const int last = log2Of(n) - 2;
-    for (int k = isEven(last) ? 4 : 3; k <= last; k += 2) {
-        const int half = 1 << (k - 1), length = std::min(half, TwiddleRun::longest);
-        TwiddleRecursion ends(k - log2Of(length));
-        for (int first = 0; first < half; first += length) {
-            TwiddleRun run;
-            fill<2>(run, k, first, length, ends);
-            std::copy_n(run.sines + 1, length, tables + n / 4 + half + first);
-            std::copy_n(run.cosines + 1, length, tables + n / 2 + half + first);
-        }
+    // The twiddles of the longest transforms that a stage joins, those of length n / 4, in the
+    // order of their angles. Those of shorter ones are among them.
+    const int last = log2Of(n) - 2, size = n / 8;
+    double *sines = tables, *cosines = tables + size;
+    const int length = std::min(size, TwiddleRun::longest);
+    TwiddleRecursion ends(last - log2Of(length));
+    for (int t = 0; t < size; t += length) {
+        TwiddleRun twiddles;
+        fill<2>(twiddles, last, t, length, ends);
+        std::copy_n(twiddles.sines, length, sines + t);
+        std::copy_n(twiddles.cosines, length, cosines + t);
     }
-    const double *sines = tables + n / 4 + n / 8, *cosines = tables + n / 2 + n / 8;
-    tables[0] = 0.0;
-    tables[n / 8] = 1.0;
-    int reversed = 0;
-    for (int t = 1; t < n / 8; ++t) {
-        int bit = n / 16;
-        for (; (reversed & bit) != 0; bit /= 2) {
-            reversed ^= bit;
-        }
-        reversed ^= bit;
-        tables[reversed] = sines[t - 1];
-        tables[n / 8 + reversed] = cosines[t - 1];
+    for (int first = fold::firstLength(n), K = first; K < n; K *= 4) {
+        double *sinesBack = tables + n / 4 + K / 2, *cosinesBack = tables + n / 2 + K / 2;
+        const int angle = n / 4 / K;
+        fold::forEachRun(K, first, [=](const fold::Run& run) {
+            for (int i = 0; i < fold::Run::length; ++i) {
+                const int t = angle * (i == 0 ? run.head : run.next + run.step * (i - 1));
+                sinesBack[run.slot + i] = sines[t];
+                cosinesBack[run.slot + i] = cosines[t];
+            }
+        });
+    }
+    reverseBits(sines, cosines, size);
+    fold::findPlaces(tables + std::ptrdiff_t{n} / 4 * 3, partsOf(nullptr, nullptr, n), n);
+}
+
+std::int64_t foldRoom(int n) {
+    return n < shortestFast ? n : partsOf(nullptr, nullptr, n).distance(n);
+}
+
+// Samples one after another move to their pages.
+static void spread(fold::Parts d, std::ptrdiff_t samples) {
+    for (std::ptrdiff_t first = (samples - 1) / d.page() * d.page(); first > 0; first -= d.page()) {
+        const fold::Parts to = d.at(first);
+        std::copy_backward(d.re + first, d.re + first + d.page(), to.re + d.page());
+        std::copy_backward(d.im + first, d.im + first + d.page(), to.im + d.page());
     }
 }
 
@@ -95,11 +131,10 @@ static void stagesBack(fold::Parts d, int length, int K, int last, const fold::T
 template <typename Use>
 static void transformWith(fold::Parts d, int n, const fold::Twiddles& twiddles, const Use& use) {
     constexpr bool goesBack = std::is_same_v<Use, fold::Product>;
-    const bool inFours = isEven(log2Of(n));
-    const int joined = inFours ? 16 : 32;  // the length of the transforms that tiles leave
+    const int joined = fold::firstLength(n);
     WorkCount work(WorkCount::unknown);
     fold::firstStages(d, n, goesBack);
-    int size = n / (inFours ? 4 : 8);
+    int size = n / (isEven(log2Of(n)) ? 4 : 8);
     for (; size > longestPiece; size /= 4) {
         work.add(2 * WorkWatch::element * n);
         fold::joinGroups(d, n, size, twiddles);
@@ -142,8 +177,9 @@ void makeFoldSpectrum(double* re, double* im, int n, const double* tables, doubl
     if (n < shortestFast) {
         plain::makeFoldSpectrum(re, im, n, spectrumRe, spectrumIm);
     } else {
-        transformWith({re, im}, n, fold::Twiddles(tables, n),
-                      fold::Keeping{spectrumRe, spectrumIm});
+        const fold::Parts d = partsOf(re, im, n);
+        spread(d, n);
+        transformWith(d, n, fold::Twiddles(tables, n), fold::Keeping{spectrumRe, spectrumIm});
     }
 }
 
@@ -152,7 +188,9 @@ void foldWithSpectrum(double* re, double* im, int n, const double* tables, const
     if (n < shortestFast) {
         plain::foldWithSpectrum(re, im, n, spectrumRe, spectrumIm, fixed);
     } else {
-        transformWith({re, im}, n, fold::Twiddles(tables, n),
+        const fold::Parts d = partsOf(re, im, n);
+        spread(d, n / 2);
+        transformWith(d, n, fold::Twiddles(tables, n),
                       fold::Product{spectrumRe, spectrumIm, fixed == Fixed::conjugate});
     }
 }

@@ -3,83 +3,119 @@
 #include "kernels/shuffles.h"
 #include "kernels/vectors.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <type_traits>
 
 namespace kernels::fold {
 
-template <int lanes>
-[[gnu::always_inline]] static inline void joinOffsets(double* x, double* y, std::ptrdiff_t K,
-                                                      const Vector<lanes>& s1,
-                                                      const Vector<lanes>& c1) {
-    Vector<lanes> f0 = *vectorsAt<lanes>(x), f1 = *vectorsAt<lanes>(x + K);
-    Vector<lanes> f2 = *vectorsAt<lanes>(x + 2 * K), f3 = *vectorsAt<lanes>(x + 3 * K);
-    Vector<lanes> g0 = *vectorsAt<lanes>(y), g1 = *vectorsAt<lanes>(y + K);
-    Vector<lanes> g2 = *vectorsAt<lanes>(y + 2 * K), g3 = *vectorsAt<lanes>(y + 3 * K);
-    reverseLanes<lanes>(g0);
-    reverseLanes<lanes>(g1);
-    reverseLanes<lanes>(g2);
-    reverseLanes<lanes>(g3);
-    joinMirrored<lanes>(f0, f1, f2, f3, g0, g1, g2, g3, s1, c1);
-    reverseLanes<lanes>(g0);
-    reverseLanes<lanes>(g1);
-    reverseLanes<lanes>(g2);
-    reverseLanes<lanes>(g3);
-    *vectorsAt<lanes>(x) = f0;
-    *vectorsAt<lanes>(x + K) = f1;
-    *vectorsAt<lanes>(x + 2 * K) = f2;
-    *vectorsAt<lanes>(x + 3 * K) = f3;
-    *vectorsAt<lanes>(y) = g0;
-    *vectorsAt<lanes>(y + K) = g1;
-    *vectorsAt<lanes>(y + 2 * K) = g2;
-    *vectorsAt<lanes>(y + 3 * K) = g3;
-}
-
 namespace {
 
-// The elements at half a quarter, joined before the vectors that meet there with their mirror image
-// and leave there what is not wanted.
-struct Halfway {
-    double g0, g1, g2, g3;
+// The eight pieces of a block.
+struct Pieces {
+    std::ptrdiff_t second, fifth;  // from the first one
 
-    Halfway(const double* y, std::ptrdiff_t K) : g0(y[0]), g1(y[K]), g2(y[2 * K]), g3(y[3 * K]) {
-        joinHalfway<1>(g0, g1, g2, g3);
-    }
-    void store(double* y, std::ptrdiff_t K) const {
-        y[0] = g0;
-        y[K] = g1;
-        y[2 * K] = g2;
-        y[3 * K] = g3;
+    [[nodiscard]] std::ptrdiff_t distance(int piece) const {
+        return piece / 4 * fifth + piece % 4 * second;
     }
 };
 
 }  // namespace
 
-// Joins transforms of length K, four at a time.
+// The vectors of one slot, or of some, in all eight pieces: before the stage the elements of four
+// transforms by turns with their mirror images, after it first all elements, then all images.
 template <int lanes>
-[[gnu::always_inline]] static inline void joinInBlocks(Parts d, int length, std::ptrdiff_t K,
+[[gnu::always_inline]] static inline void loadSlots(const double* f, const Pieces& pieces,
+                                                    Vector<lanes>* v) {
+#pragma GCC unroll 8
+    for (int i = 0; i < 8; ++i) {
+        v[i] = *vectorsAt<lanes>(f + pieces.distance(i));
+    }
+}
+template <int lanes>
+[[gnu::always_inline]] static inline void storeSlots(double* f, const Pieces& pieces,
+                                                     const Vector<lanes>* v) {
+    constexpr int order[] = {0, 1, 2, 3, 7, 6, 5, 4};
+#pragma GCC unroll 8
+    for (int i = 0; i < 8; ++i) {
+        *vectorsAt<lanes>(f + pieces.distance(i)) = v[order[i]];
+    }
+}
+
+template <int lanes>
+[[gnu::always_inline]] static inline void joinSlots(Vector<lanes>* v, const Vector<lanes>& s1,
+                                                    const Vector<lanes>& c1) {
+    joinMirrored<lanes>(v[0], v[2], v[4], v[6], v[1], v[3], v[5], v[7], s1, c1);
+}
+
+// The slots from 0 on. What offsets 0 and K / 2 become takes the first lanes.
+template <int lanes>
+[[gnu::always_inline]] static inline void joinFirstSlots(double* f, const Pieces& pieces,
+                                                         const Vector<lanes>& s1,
+                                                         const Vector<lanes>& c1) {
+    Vector<lanes> v[8];
+    loadSlots<lanes>(f, pieces, v);
+    Vector<lanes> f0 = v[0], f1 = v[2], f2 = v[4], f3 = v[6];
+    Vector<lanes> g0 = v[1], g1 = v[3], g2 = v[5], g3 = v[7];
+    join<lanes>(f0, f1, f2, f3);
+    joinHalfway<lanes>(g0, g1, g2, g3);
+    joinSlots<lanes>(v, s1, c1);
+    takeFirstLane<lanes>(v[0], f0);
+    takeFirstLane<lanes>(v[1], f1);
+    takeFirstLane<lanes>(v[7], f2);
+    takeFirstLane<lanes>(v[6], f3);
+    takeFirstLane<lanes>(v[2], g0);
+    takeFirstLane<lanes>(v[3], g1);
+    takeFirstLane<lanes>(v[4], g2);
+    takeFirstLane<lanes>(v[5], g3);
+    storeSlots<lanes>(f, pieces, v);
+}
+
+// Joins transforms, four at a time. Each has two halves of `slots`; a number that is known when
+// this is compiled is below a page.
+template <int lanes, typename Number>
+[[gnu::always_inline]] static inline void joinInBlocks(Parts d, int length, Number slots,
                                                        const Twiddles& twiddles) {
-    const double *sines = twiddles.sines + K / 2 - 1, *cosines = twiddles.cosines + K / 2 - 1;
-    for (std::ptrdiff_t block = 0; block < length; block += 4 * K) {
-        double *re = d.re + block, *im = d.im + block;
-        const Halfway halfRe(re + K / 2, K), halfIm(im + K / 2, K);
-        join<1>(re[0], re[K], re[2 * K], re[3 * K]);
-        join<1>(im[0], im[K], im[2 * K], im[3 * K]);
-        for (std::ptrdiff_t i = 1; i <= K / 2; i += lanes) {
-            const Vector<lanes> s1 = *vectorsAt<lanes>(sines + i),
-                                c1 = *vectorsAt<lanes>(cosines + i);
-            const std::ptrdiff_t mirror = K - i - (lanes - 1);
-            joinOffsets<lanes>(re + i, re + mirror, K, s1, c1);
-            joinOffsets<lanes>(im + i, im + mirror, K, s1, c1);
+    constexpr bool known = !std::is_same_v<Number, std::ptrdiff_t>;
+    const std::ptrdiff_t page = known ? slots : std::min<std::ptrdiff_t>(slots, d.page());
+    const Pieces pieces =
+        known ? Pieces{slots, 4 * slots} : Pieces{d.distance(slots), d.distance(4 * slots)};
+    for (std::ptrdiff_t block = 0; block < length; block += 8 * slots) {
+        for (std::ptrdiff_t first = 0; first < slots; first += page) {
+            const double* const sines = twiddles.sines + slots + first;
+            const double* const cosines = twiddles.cosines + slots + first;
+            const Parts part = d.at(block + first);
+            std::ptrdiff_t slot = 0;
+            if (first == 0) {
+                const Vector<lanes> s1 = *vectorsAt<lanes>(sines), c1 = *vectorsAt<lanes>(cosines);
+                joinFirstSlots<lanes>(part.re, pieces, s1, c1);
+                joinFirstSlots<lanes>(part.im, pieces, s1, c1);
+                slot = lanes;
+            }
+            for (; slot < page; slot += lanes) {
+                const Vector<lanes> s1 = *vectorsAt<lanes>(sines + slot);
+                const Vector<lanes> c1 = *vectorsAt<lanes>(cosines + slot);
+                for (double* f : {part.re + slot, part.im + slot}) {
+                    Vector<lanes> v[8];
+                    loadSlots<lanes>(f, pieces, v);
+                    joinSlots<lanes>(v, s1, c1);
+                    storeSlots<lanes>(f, pieces, v);
+                }
+            }
         }
-        halfRe.store(re + K / 2, K);
-        halfIm.store(im + K / 2, K);
     }
 }
 
 FENDRA_VARIANTS(backVariant, joinInBlocks)
 
 void joinBack(Parts d, int length, int K, const Twiddles& twiddles) {
-    backVariant(d, length, std::ptrdiff_t{K}, twiddles);
+    if (K == 16) {
+        backVariant(d, length, std::integral_constant<std::ptrdiff_t, 8>(), twiddles);
+    } else if (K == 32) {
+        backVariant(d, length, std::integral_constant<std::ptrdiff_t, 16>(), twiddles);
+    } else {
+        backVariant(d, length, std::ptrdiff_t{K / 2}, twiddles);
+    }
 }
 
 }  // namespace kernels::fold

@@ -8,29 +8,46 @@
 
 namespace kernels::fold {
 
-// The first stages, of all blocks side by side. halfZero: the second half counts as zeros.
+// The first stages, of a vector of blocks: one row of it at each distance. halfZero: the second
+// half counts as zeros.
+template <int lanes, int rows, bool halfZero>
+[[gnu::always_inline]] static inline void firstButterflies(double* x,
+                                                           const std::ptrdiff_t* distances) {
+    constexpr std::ptrdiff_t step = sixteen / rows;
+    Vector<lanes> a[std::size_t{rows}];
+#pragma GCC unroll 8
+    for (int row = 0; row < rows; ++row) {
+        const bool isZero = halfZero && row >= rows / 2;
+        a[reversedOfSixteen[row * step]] =
+            isZero ? Vector<lanes>{} : *vectorsAt<lanes>(x + distances[row]);
+    }
+    if constexpr (rows == 4) {
+        transformFour<lanes>(a);
+    } else {
+        transformEight<lanes>(a);
+    }
+#pragma GCC unroll 8
+    for (int row = 0; row < rows; ++row) {
+        *vectorsAt<lanes>(x + distances[row]) = a[reversedOfSixteen[row * step]];
+    }
+}
+
+// The same of all blocks.
 template <int lanes, int rows, bool halfZero>
 [[gnu::always_inline]] static inline void firstPass(std::integral_constant<int, rows> /*length*/,
-                                                    std::bool_constant<halfZero> /*zeros*/,
-                                                    double* f, int n) {
-    constexpr std::ptrdiff_t step = sixteen / rows;
-    const std::ptrdiff_t stride = n / rows;
-    for (double* x = f; x != f + stride; x += lanes) {
-        Vector<lanes> a[std::size_t{rows}];
-#pragma GCC unroll 8
-        for (int row = 0; row < rows; ++row) {
-            const int to = reversedOfSixteen[row * step];
-            a[to] =
-                halfZero && row >= rows / 2 ? Vector<lanes>{} : *vectorsAt<lanes>(x + row * stride);
-        }
-        if constexpr (rows == 4) {
-            transformFour<lanes>(a);
-        } else {
-            transformEight<lanes>(a);
-        }
-#pragma GCC unroll 8
-        for (int row = 0; row < rows; ++row) {
-            *vectorsAt<lanes>(x + row * stride) = a[reversedOfSixteen[row * step]];
+                                                    std::bool_constant<halfZero> /*zeros*/, Parts d,
+                                                    int n) {
+    const std::ptrdiff_t length = n / rows, page = std::min(length, d.page());
+    std::ptrdiff_t distances[std::size_t{rows}];
+    for (int row = 0; row < rows; ++row) {
+        distances[row] = d.distance(length * row);
+    }
+    for (std::ptrdiff_t first = 0; first < length; first += page) {
+        const Parts part = d.at(first);
+        for (double* f : {part.re, part.im}) {
+            for (double* x = f; x != f + page; x += lanes) {
+                firstButterflies<lanes, rows, halfZero>(x, distances);
+            }
         }
     }
 }
@@ -40,12 +57,10 @@ FENDRA_VARIANTS(firstPassVariant, firstPass)
 template <int rows>
 static void firstStagesOf(Parts d, int n, bool halfZero) {
     const std::integral_constant<int, rows> length;
-    for (double* part : {d.re, d.im}) {
-        if (halfZero) {
-            firstPassVariant(length, std::true_type(), part, n);
-        } else {
-            firstPassVariant(length, std::false_type(), part, n);
-        }
+    if (halfZero) {
+        firstPassVariant(length, std::true_type(), d, n);
+    } else {
+        firstPassVariant(length, std::false_type(), d, n);
     }
 }
 
@@ -53,107 +68,134 @@ void firstStages(Parts d, int n, bool halfZero) {
     isEven(log2Of(n)) ? firstStagesOf<4>(d, n, halfZero) : firstStagesOf<8>(d, n, halfZero);
 }
 
-// The butterflies of two mirrored groups of four blocks, each of `count` elements; f1 and f2 lie in
-// reversed order.
+namespace {
+
+// The four blocks of a group, `count` elements each. What butterflies know as f1 and f2 lies in
+// reversed order: f1 is the third one. A block of pages is taken page by page.
+struct Blocks {
+    std::ptrdiff_t count, page, second, third, fourth;
+
+    // In one page.
+    constexpr explicit Blocks(std::ptrdiff_t size)
+        : count(size), page(size), second(size), third(2 * size), fourth(3 * size) {}
+    Blocks(const Parts& d, std::ptrdiff_t size)
+        : count(size),
+          page(std::min(size, d.page())),
+          second(d.distance(size)),
+          third(d.distance(2 * size)),
+          fourth(d.distance(3 * size)) {}
+};
+
+}  // namespace
+
+// The butterflies of a page of each block in two mirrored groups.
 template <int lanes>
-[[gnu::always_inline]] static inline void joinFourAndFour(double* x, double* y, int count,
-                                                          double sine, double cosine) {
+[[gnu::always_inline]] static inline void joinFourAndFour(double* x, double* y,
+                                                          const Blocks& blocks, double sine,
+                                                          double cosine) {
     const Vector<lanes> zero = {}, s1 = sine - zero, c1 = cosine - zero;
-    const std::ptrdiff_t step = count;
-    for (int i = 0; i < count; i += lanes) {
-        Vector<lanes> f0 = *vectorsAt<lanes>(x + i), f1 = *vectorsAt<lanes>(x + 2 * step + i);
-        Vector<lanes> f2 = *vectorsAt<lanes>(x + step + i);
-        Vector<lanes> f3 = *vectorsAt<lanes>(x + 3 * step + i);
-        Vector<lanes> g0 = *vectorsAt<lanes>(y + i), g1 = *vectorsAt<lanes>(y + 2 * step + i);
-        Vector<lanes> g2 = *vectorsAt<lanes>(y + step + i);
-        Vector<lanes> g3 = *vectorsAt<lanes>(y + 3 * step + i);
+    const std::ptrdiff_t second = blocks.second, third = blocks.third, fourth = blocks.fourth;
+    for (std::ptrdiff_t i = 0; i < blocks.page; i += lanes) {
+        Vector<lanes> f0 = *vectorsAt<lanes>(x + i), f1 = *vectorsAt<lanes>(x + third + i);
+        Vector<lanes> f2 = *vectorsAt<lanes>(x + second + i);
+        Vector<lanes> f3 = *vectorsAt<lanes>(x + fourth + i);
+        Vector<lanes> g0 = *vectorsAt<lanes>(y + i), g1 = *vectorsAt<lanes>(y + third + i);
+        Vector<lanes> g2 = *vectorsAt<lanes>(y + second + i);
+        Vector<lanes> g3 = *vectorsAt<lanes>(y + fourth + i);
         joinMirrored<lanes>(f0, f1, f2, f3, g0, g1, g2, g3, s1, c1);
         *vectorsAt<lanes>(x + i) = f0;
-        *vectorsAt<lanes>(x + 2 * step + i) = f1;
-        *vectorsAt<lanes>(x + step + i) = f2;
-        *vectorsAt<lanes>(x + 3 * step + i) = f3;
+        *vectorsAt<lanes>(x + third + i) = f1;
+        *vectorsAt<lanes>(x + second + i) = f2;
+        *vectorsAt<lanes>(x + fourth + i) = f3;
         *vectorsAt<lanes>(y + i) = g0;
-        *vectorsAt<lanes>(y + 2 * step + i) = g1;
-        *vectorsAt<lanes>(y + step + i) = g2;
-        *vectorsAt<lanes>(y + 3 * step + i) = g3;
+        *vectorsAt<lanes>(y + third + i) = g1;
+        *vectorsAt<lanes>(y + second + i) = g2;
+        *vectorsAt<lanes>(y + fourth + i) = g3;
     }
 }
 
 // The same for `pairs` groups of r from low on upwards and their mirror images from high on
-// downwards; 4 count elements belong to each r.
+// downwards.
 template <int lanes>
 [[gnu::always_inline]] static inline void joinMirrorImages(Parts d, int low, int high, int pairs,
-                                                           int count, const Twiddles& twiddles) {
+                                                           const Blocks& blocks,
+                                                           const Twiddles& twiddles) {
+    const std::ptrdiff_t size = 4 * blocks.count;
     for (int i = 0; i < pairs; ++i) {
         const int even = isEven(low) ? low : high, odd = isEven(low) ? high : low;
-        const std::ptrdiff_t x = 4 * std::ptrdiff_t{even} * count,
-                             y = 4 * std::ptrdiff_t{odd} * count;
         const double sine = twiddles.reversedSines[even / 2],
                      cosine = twiddles.reversedCosines[even / 2];
-        joinFourAndFour<lanes>(d.re + x, d.re + y, count, sine, cosine);
-        joinFourAndFour<lanes>(d.im + x, d.im + y, count, sine, cosine);
+        for (std::ptrdiff_t first = 0; first < blocks.count; first += blocks.page) {
+            const std::ptrdiff_t x = d.distance(size * even + first);
+            const std::ptrdiff_t y = d.distance(size * odd + first);
+            joinFourAndFour<lanes>(d.re + x, d.re + y, blocks, sine, cosine);
+            joinFourAndFour<lanes>(d.im + x, d.im + y, blocks, sine, cosine);
+        }
         ++low;
         --high;
     }
 }
 
-// r = 0, which is offset 0, and r = 1, which is half of K.
+// r = 0, which is offset 0, and r = 1, which is half of K: a page of each block in their groups.
 template <int lanes>
-[[gnu::always_inline]] static inline void joinEnds(double* f, int count) {
-    const std::ptrdiff_t step = count;
-    for (int i = 0; i < count; i += lanes) {
-        double *x = f + i, *y = f + 4 * step + i;
-        Vector<lanes> f0 = *vectorsAt<lanes>(x), f1 = *vectorsAt<lanes>(x + 2 * step);
-        Vector<lanes> f2 = *vectorsAt<lanes>(x + step), f3 = *vectorsAt<lanes>(x + 3 * step);
+[[gnu::always_inline]] static inline void joinEnds(double* x, double* y, const Blocks& blocks) {
+    for (std::ptrdiff_t i = 0; i < blocks.page; i += lanes) {
+        Vector<lanes> f0 = *vectorsAt<lanes>(x + i), f1 = *vectorsAt<lanes>(x + blocks.third + i);
+        Vector<lanes> f2 = *vectorsAt<lanes>(x + blocks.second + i);
+        Vector<lanes> f3 = *vectorsAt<lanes>(x + blocks.fourth + i);
         join<lanes>(f0, f1, f2, f3);
-        *vectorsAt<lanes>(x) = f0;
-        *vectorsAt<lanes>(x + 2 * step) = f1;
-        *vectorsAt<lanes>(x + step) = f2;
-        *vectorsAt<lanes>(x + 3 * step) = f3;
-        f0 = *vectorsAt<lanes>(y);
-        f1 = *vectorsAt<lanes>(y + 2 * step);
-        f2 = *vectorsAt<lanes>(y + step);
-        f3 = *vectorsAt<lanes>(y + 3 * step);
+        *vectorsAt<lanes>(x + i) = f0;
+        *vectorsAt<lanes>(x + blocks.third + i) = f1;
+        *vectorsAt<lanes>(x + blocks.second + i) = f2;
+        *vectorsAt<lanes>(x + blocks.fourth + i) = f3;
+        f0 = *vectorsAt<lanes>(y + i);
+        f1 = *vectorsAt<lanes>(y + blocks.third + i);
+        f2 = *vectorsAt<lanes>(y + blocks.second + i);
+        f3 = *vectorsAt<lanes>(y + blocks.fourth + i);
         joinHalfway<lanes>(f0, f1, f2, f3);
-        *vectorsAt<lanes>(y) = f0;
-        *vectorsAt<lanes>(y + 2 * step) = f1;
-        *vectorsAt<lanes>(y + step) = f2;
-        *vectorsAt<lanes>(y + 3 * step) = f3;
+        *vectorsAt<lanes>(y + i) = f0;
+        *vectorsAt<lanes>(y + blocks.third + i) = f1;
+        *vectorsAt<lanes>(y + blocks.second + i) = f2;
+        *vectorsAt<lanes>(y + blocks.fourth + i) = f3;
     }
 }
 
-// A stage in the first `length` elements, which hold whole groups: 4 count elements for each r.
+// A stage in the first `length` elements, which hold whole groups.
 template <int lanes>
-[[gnu::always_inline]] static inline void joinAllGroups(Parts d, int length, int count,
+[[gnu::always_inline]] static inline void joinAllGroups(Parts d, int length, const Blocks& blocks,
                                                         const Twiddles& twiddles) {
-    joinEnds<lanes>(d.re, count);
-    joinEnds<lanes>(d.im, count);
-    for (int group = 2; group < length / (4 * count); group *= 2) {
-        joinMirrorImages<lanes>(d, group, 2 * group - 1, group / 2, count, twiddles);
+    for (std::ptrdiff_t first = 0; first < blocks.count; first += blocks.page) {
+        const std::ptrdiff_t x = d.distance(first), y = d.distance(4 * blocks.count + first);
+        joinEnds<lanes>(d.re + x, d.re + y, blocks);
+        joinEnds<lanes>(d.im + x, d.im + y, blocks);
+    }
+    for (int group = 2; group < length / (4 * blocks.count); group *= 2) {
+        joinMirrorImages<lanes>(d, group, 2 * group - 1, group / 2, blocks, twiddles);
     }
 }
 
 static constexpr int four = 4;
 
 // A stage in which `size` elements belong to each r, except the last: in the first `length`
-// elements, or in two mirrored blocks of them. Blocks of four take vectors of four.
+// elements, or in two mirrored blocks of them. Blocks of four take vectors of four, and code of
+// their own.
 template <int lanes>
 [[gnu::always_inline]] static inline void stageOfGroups(Parts d, int length, int size,
                                                         const Twiddles& twiddles) {
-    if (lanes > four && size == 4 * four) {
-        joinAllGroups<std::min(lanes, four)>(d, length, four, twiddles);
+    if (size == 4 * four) {
+        joinAllGroups<std::min(lanes, four)>(d, length, Blocks(four), twiddles);
     } else {
-        joinAllGroups<lanes>(d, length, size / 4, twiddles);
+        joinAllGroups<lanes>(d, length, Blocks(d, size / 4), twiddles);
     }
 }
 template <int lanes>
 [[gnu::always_inline]] static inline void stageOfBlocks(Parts d, int low, int high, int length,
                                                         int size, const Twiddles& twiddles) {
     const int first = low / size, last = (high + length) / size - 1, pairs = length / size;
-    if (lanes > four && size == 4 * four) {
-        joinMirrorImages<std::min(lanes, four)>(d, first, last, pairs, four, twiddles);
+    if (size == 4 * four) {
+        joinMirrorImages<std::min(lanes, four)>(d, first, last, pairs, Blocks(four), twiddles);
     } else {
-        joinMirrorImages<lanes>(d, first, last, pairs, size / 4, twiddles);
+        joinMirrorImages<lanes>(d, first, last, pairs, Blocks(d, size / 4), twiddles);
     }
 }
 

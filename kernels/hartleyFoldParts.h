@@ -20,18 +20,32 @@ namespace kernels::fold {
 // through all of this in the first-level cache, and only the first and the last stages are passes
 // over memory. The pairing of the spectrum (pairSpectra) joins the same mirror images.
 
+// The signal in memory. What a butterfly joins lies powers of two apart, and all of it would fall
+// into one set of the first-level cache. So a gap of some cache lines follows each page, 128 times
+// the first length of the way back (hartleyFoldOrder.h): with that, what a stage joins is part of a
+// page or begins a half of one, whatever its distance.
 struct Parts {
     double *re, *im;
+    int pageBits;
 
-    [[nodiscard]] Parts at(std::ptrdiff_t index) const { return {re + index, im + index}; }
+    static constexpr std::ptrdiff_t gap = 40;
+
+    [[nodiscard]] std::ptrdiff_t page() const { return std::ptrdiff_t{1} << pageBits; }
+    // From the beginning to an element.
+    [[nodiscard]] std::ptrdiff_t distance(std::ptrdiff_t index) const {
+        return index + (index >> pageBits) * gap;
+    }
+    [[nodiscard]] Parts at(std::ptrdiff_t index) const {
+        return {re + distance(index), im + distance(index), pageBits};
+    }
 };
 
 struct Twiddles {
     // Element e: the angle t pi / (n / 2), t being e reversed in log2 n - 3 bits. As twiddles do
     // not depend on the stage, that of the pair of r = 2 e in any stage.
     const double *reversedSines, *reversedCosines;
-    // From element K / 2 on: the angles t pi / (2 K) from t = 1 to K / 2, K = 8 or 16 times powers
-    // of 4.
+    // From element K / 2 on, for the lengths K that stages back join: the angles t pi / (2 K), t
+    // being the offset of each slot of a transform of that length (hartleyFoldOrder.h).
     const double *sines, *cosines;
 
     Twiddles(const double* tables, int n)
@@ -61,7 +75,7 @@ void joinGroups(Parts d, int length, int size, const Twiddles& twiddles);
 void joinBlocks(Parts d, int low, int high, int length, int size, const Twiddles& twiddles);
 
 // The last stage, the spectrum and what becomes of it and, on the way back, the first pass and the
-// first stage, which make transforms of length 16 or, for an odd log2 n, 32: in the first `length`
+// first stage, which make the first transforms of hartleyFoldOrder.h: in the first `length`
 // elements, or in two mirrored blocks of that length in the group that starts at `group`.
 void useGroups(Parts d, int length, int n, const Twiddles& twiddles, const Product& product);
 void useGroups(Parts d, int length, int n, const Twiddles& twiddles, const Keeping& keeping);

@@ -22,11 +22,13 @@ struct Tile {
     alignas(64) double parts[2][std::size_t{rows}][columns];
 };
 
-// Where the columns of a tile are: neighbours, upwards (step = rows) or downwards (-rows).
+// Where the columns of a tile are: neighbours, upwards (step = rows) or downwards (-rows), in one
+// page. The first of them, and how far that is from the beginning.
 struct Columns {
-    std::ptrdiff_t first, step;
+    std::ptrdiff_t first, start, step;
 
     [[nodiscard]] std::ptrdiff_t place(int column) const { return first + step * column; }
+    [[nodiscard]] std::ptrdiff_t distance(int column) const { return start + step * column; }
 };
 
 // Four successive rows of columns, the first of which starts at f.
@@ -83,8 +85,8 @@ template <int lanes, int rows>
     for (int part = 0; part < 2; ++part) {
         const double* f = part == 0 ? d.re : d.im;
         Vector<lanes> a[4], b[4];
-        loadRows<lanes>(f + evenAt.place(column) + evenRow, evenAt.step, a);
-        loadRows<lanes>(f + oddAt.place(column) + oddRow, oddAt.step, b);
+        loadRows<lanes>(f + evenAt.distance(column) + evenRow, evenAt.step, a);
+        loadRows<lanes>(f + oddAt.distance(column) + oddRow, oddAt.step, b);
         joinMirrored<lanes>(a[0], a[2], a[1], a[3], b[0], b[2], b[1], b[3], s1, c1);
 #pragma GCC unroll 4
         for (int i = 0; i < 4; ++i) {
@@ -245,16 +247,19 @@ template <int lanes, int rows>
     }
 }
 
+// The columns of a tile, which are transforms of length `rows`, are folded on their way to memory.
 template <int lanes, int rows>
 [[gnu::always_inline]] inline void storePart(double* f, const Columns& at, const Tile<rows>& tile,
                                              int part, int column) {
+#pragma GCC unroll 8
     for (int first = 0; first < rows; first += 4) {
         Vector<lanes> a[4];
 #pragma GCC unroll 4
         for (int i = 0; i < 4; ++i) {
-            a[i] = *vectorsAt<lanes>(tile.parts[part][first + i] + column);
+            const int slot = first + i, image = 3 * rows / 2 - slot;
+            a[i] = *vectorsAt<lanes>(tile.parts[part][slot <= rows / 2 ? slot : image] + column);
         }
-        storeRows<lanes>(f + at.place(column) + first, at.step, a);
+        storeRows<lanes>(f + at.distance(column) + first, at.step, a);
     }
 }
 

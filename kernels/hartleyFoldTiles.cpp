@@ -17,7 +17,8 @@ template <int lanes, int rows, typename Use>
                                                       std::ptrdiff_t highest, std::ptrdiff_t place,
                                                       const Twiddles& twiddles,
                                                       const Use& spectrum) {
-    const Columns lowAt{lowest, rows}, highAt{highest, -rows};
+    const Columns lowAt{lowest, d.distance(lowest), rows};
+    const Columns highAt{highest, d.distance(highest), -rows};
     Tile<rows> low, high;
     const std::ptrdiff_t upperPlace = place + std::ptrdiff_t{rows} * columns;
 #pragma GCC unroll 1
@@ -87,8 +88,10 @@ static void throughFirstColumn(Parts d, const Twiddles& twiddles, const Use& spe
         }
     }
     if constexpr (goesBack<Use>) {
-        startBack<1, rows>(d.re, 1);
-        startBack<1, rows>(d.im, 1);
+        for (double* f : {d.re, d.im}) {
+            startBack<1, rows>(f, 1);
+            std::reverse(f + rows / 2 + 1, f + rows);
+        }
     }
 }
 
@@ -125,7 +128,7 @@ static void throughShortGroups(Parts d, const Twiddles& twiddles, const Use& spe
     Twiddles ofColumns = twiddles;
     ofColumns.reversedSines = sines;
     ofColumns.reversedCosines = cosines;
-    blocksVariant(std::integral_constant<int, rows>(), Parts{re, im}, std::ptrdiff_t{0},
+    blocksVariant(std::integral_constant<int, rows>(), Parts{re, im, d.pageBits}, std::ptrdiff_t{0},
                   std::ptrdiff_t{size}, size, std::ptrdiff_t{0}, ofColumns, spectrum);
     for (int i = 0; goesBack<Use> && i < 2 * columns; ++i) {
         const std::ptrdiff_t to = std::ptrdiff_t{rows} * order[i];

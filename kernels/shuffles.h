@@ -20,6 +20,15 @@ template <int lanes>
     }
 }
 
+// The first lane of v becomes that of the other.
+template <int lanes>
+[[gnu::always_inline]] inline void takeFirstLane(Vector<lanes>& v, const Vector<lanes>& other) {
+    [&]<int... lane>(std::integer_sequence<int, lane...>) __attribute__((always_inline)) {
+        v = __builtin_shufflevector(v, other, (lane == 0 ? lanes : lane)...);
+    }
+    (std::make_integer_sequence<int, lanes>());
+}
+
 // The lanes of a and b by turns: a0 b0 a1 b1 ..., its first half in low, its second half in high,
 // which are neither a nor b.
 template <int lanes>

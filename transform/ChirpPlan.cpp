@@ -12,6 +12,7 @@
 #include <limits>
 #include <new>
 
+static constexpr int samplesAtOnce = 512;  // in the first-level cache
 static constexpr int longestChirp = 1 << 29;
 
 // A power of two, for an n that is not too long.
@@ -63,10 +64,10 @@ static constexpr std::int64_t gap = 32;
 
 ChirpPlan::ChirpPlan(int length) : n(length), m(convolutionLength(length)) {
     const std::int64_t spectrumSize = kernels::foldSpectrumSize(m);
-    Memory all(2 * (Memory::wholeLines(m + gap) + Memory::wholeLines(n) +
-                    Memory::wholeLines(spectrumSize)) +
+    const std::int64_t room = Memory::wholeLines(kernels::foldRoom(m)) + gap;
+    Memory all(2 * (room + Memory::wholeLines(n) + Memory::wholeLines(spectrumSize)) +
                Memory::wholeLines(kernels::foldTableSize(m)));
-    work = {all.take(m + gap), all.take(m + gap)};
+    work = {all.take(room), all.take(room)};
     chirp = {all.take(n), all.take(n)};
     spectrum = {all.take(spectrumSize), all.take(spectrumSize)};
     tables = all.take(kernels::foldTableSize(m));
@@ -117,6 +118,10 @@ void ChirpPlan::transform(double* re, double* im, int sign) {
     // index is needed, and nothing wraps round. So the transform is the block that starts at n,
     // where the chirp equals that from 0 on except for its sign, which goes to the scale.
     const double scale = (n % 2 == 0 ? 1.0 : -1.0) / m;
-    kernels::multiplyScaled(work.re + n, work.im + n, scale, chirp.re, chirp.im, chirpSign,
-                            sign > 0 ? 1.0 / n : 1.0, n, re, im);
+    for (int first = 0; first < n; first += samplesAtOnce) {
+        const int count = std::min(samplesAtOnce, n - first);
+        kernels::unfold(work.re, work.im, m, tables, n + first, count, re + first, im + first);
+        kernels::multiplyScaled(re + first, im + first, scale, chirp.re + first, chirp.im + first,
+                                chirpSign, sign > 0 ? 1.0 / n : 1.0, count, re + first, im + first);
+    }
 }

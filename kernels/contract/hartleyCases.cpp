@@ -3,7 +3,9 @@
 #include "kernels/hartleyFold.h"
 #include "kernels/spectra.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace kernels {
@@ -45,9 +47,27 @@ static std::vector<double> runScaledProduct(Form form, int size, Input& input) {
     return joined(re, im);
 }
 
+// Samples that have room to be folded.
+static Samples roomy(Samples samples, Input& input) {
+    Samples part = input.room(static_cast<int>(foldRoom(samples.size())));
+    std::copy_n(samples.data(), samples.size(), part.data());
+    return part;
+}
+
+// All n samples, in two steps which meet anywhere.
+static std::vector<double> unfolded(Samples& re, Samples& im, int n, const double* tables) {
+    std::vector<double> both(static_cast<std::size_t>(2 * n));
+    const int middle = 3 * n / 7;
+    for (const auto& [first, count] : {std::pair(0, middle), std::pair(middle, n - middle)}) {
+        unfold(re.data(), im.data(), n, tables, first, count, both.data() + first,
+               both.data() + n + first);
+    }
+    return both;
+}
+
 // With the spectrum as it is and with its conjugate.
 static std::vector<double> runFold(Form form, int n, Input& input) {
-    Samples fixedRe = input.take(n), fixedIm = input.take(n);
+    Samples fixedRe = roomy(input.take(n), input), fixedIm = roomy(input.take(n), input);
     const auto size = static_cast<std::size_t>(foldSpectrumSize(n));
     std::vector<double> spectrumRe(size), spectrumIm(size);
     std::vector<double> tables(static_cast<std::size_t>(foldTableSize(n)));
@@ -61,16 +81,18 @@ static std::vector<double> runFold(Form form, int n, Input& input) {
     }
     std::vector<double> results;
     for (const Fixed fixed : {Fixed::asGiven, Fixed::conjugate}) {
-        Samples re = input.take(n), im = input.take(n);
+        Samples re = roomy(input.take(n), input), im = roomy(input.take(n), input);
         if (form == Form::fast) {
             foldWithSpectrum(re.data(), im.data(), n, tables.data(), spectrumRe.data(),
                              spectrumIm.data(), fixed);
+            const std::vector<double> both = unfolded(re, im, n, tables.data());
+            results.insert(results.end(), both.begin(), both.end());
         } else {
             plain::foldWithSpectrum(re.data(), im.data(), n, spectrumRe.data(), spectrumIm.data(),
                                     fixed);
+            results.insert(results.end(), re.data(), re.data() + n);
+            results.insert(results.end(), im.data(), im.data() + n);
         }
-        const std::vector<double> both = joined(re, im);
-        results.insert(results.end(), both.begin(), both.end());
     }
     return results;
 }
