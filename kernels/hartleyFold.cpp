@@ -165,7 +165,11 @@ static void transformWith(fold::Parts d, int n, const fold::Twiddles& twiddles, 
         while (4 * K <= piece) {
             K *= 4;
         }
-        for (; K < n; K *= 4) {
+        for (; 4 * K < n; K *= 16) {
+            work.add(2 * WorkWatch::element * n);
+            fold::joinBackTwice(d, n, K, twiddles);
+        }
+        if (K < n) {
             work.add(2 * WorkWatch::element * n);
             fold::joinBack(d, n, K, twiddles);
         }

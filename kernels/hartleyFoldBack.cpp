@@ -71,6 +71,34 @@ template <int lanes>
     storeSlots<lanes>(f, pieces, v);
 }
 
+// Of the block of eight pieces of `slots` each that starts at d, the slots from first to first +
+// count - 1, all in one page.
+template <int lanes>
+[[gnu::always_inline]] static inline void joinSome(Parts d, std::ptrdiff_t slots,
+                                                   const Pieces& pieces, std::ptrdiff_t first,
+                                                   std::ptrdiff_t count, const Twiddles& twiddles) {
+    const double* const sines = twiddles.sines + slots + first;
+    const double* const cosines = twiddles.cosines + slots + first;
+    const Parts part = d.at(first);
+    std::ptrdiff_t slot = 0;
+    if (first == 0) {
+        const Vector<lanes> s1 = *vectorsAt<lanes>(sines), c1 = *vectorsAt<lanes>(cosines);
+        joinFirstSlots<lanes>(part.re, pieces, s1, c1);
+        joinFirstSlots<lanes>(part.im, pieces, s1, c1);
+        slot = lanes;
+    }
+    for (; slot < count; slot += lanes) {
+        const Vector<lanes> s1 = *vectorsAt<lanes>(sines + slot);
+        const Vector<lanes> c1 = *vectorsAt<lanes>(cosines + slot);
+        for (double* f : {part.re + slot, part.im + slot}) {
+            Vector<lanes> v[8];
+            loadSlots<lanes>(f, pieces, v);
+            joinSlots<lanes>(v, s1, c1);
+            storeSlots<lanes>(f, pieces, v);
+        }
+    }
+}
+
 // Joins transforms, four at a time. Each has two halves of `slots`; a number that is known when
 // this is compiled is below a page.
 template <int lanes, typename Number>
@@ -82,31 +110,34 @@ template <int lanes, typename Number>
         known ? Pieces{slots, 4 * slots} : Pieces{d.distance(slots), d.distance(4 * slots)};
     for (std::ptrdiff_t block = 0; block < length; block += 8 * slots) {
         for (std::ptrdiff_t first = 0; first < slots; first += page) {
-            const double* const sines = twiddles.sines + slots + first;
-            const double* const cosines = twiddles.cosines + slots + first;
-            const Parts part = d.at(block + first);
-            std::ptrdiff_t slot = 0;
-            if (first == 0) {
-                const Vector<lanes> s1 = *vectorsAt<lanes>(sines), c1 = *vectorsAt<lanes>(cosines);
-                joinFirstSlots<lanes>(part.re, pieces, s1, c1);
-                joinFirstSlots<lanes>(part.im, pieces, s1, c1);
-                slot = lanes;
+            joinSome<lanes>(d.at(block), slots, pieces, first, page, twiddles);
+        }
+    }
+}
+
+// Two stages in one pass over memory: what a slot of four neighbouring blocks holds becomes four
+// slots of the block that they make.
+template <int lanes>
+[[gnu::always_inline]] static inline void joinTwiceInBlocks(Parts d, int length,
+                                                            std::ptrdiff_t slots,
+                                                            const Twiddles& twiddles) {
+    constexpr std::ptrdiff_t some = 64;
+    const Pieces pieces = {d.distance(slots), d.distance(4 * slots)};
+    const Pieces larger = {d.distance(4 * slots), d.distance(16 * slots)};
+    for (std::ptrdiff_t block = 0; block < length; block += 32 * slots) {
+        for (std::ptrdiff_t first = 0; first < slots; first += some) {
+            for (int i = 0; i < 4; ++i) {
+                joinSome<lanes>(d.at(block + 8 * slots * i), slots, pieces, first, some, twiddles);
             }
-            for (; slot < page; slot += lanes) {
-                const Vector<lanes> s1 = *vectorsAt<lanes>(sines + slot);
-                const Vector<lanes> c1 = *vectorsAt<lanes>(cosines + slot);
-                for (double* f : {part.re + slot, part.im + slot}) {
-                    Vector<lanes> v[8];
-                    loadSlots<lanes>(f, pieces, v);
-                    joinSlots<lanes>(v, s1, c1);
-                    storeSlots<lanes>(f, pieces, v);
-                }
+            for (int i = 0; i < 4; ++i) {
+                joinSome<lanes>(d.at(block), 4 * slots, larger, first + slots * i, some, twiddles);
             }
         }
     }
 }
 
 FENDRA_VARIANTS(backVariant, joinInBlocks)
+FENDRA_VARIANTS(twiceVariant, joinTwiceInBlocks)
 
 void joinBack(Parts d, int length, int K, const Twiddles& twiddles) {
     if (K == 16) {
@@ -116,6 +147,10 @@ void joinBack(Parts d, int length, int K, const Twiddles& twiddles) {
     } else {
         backVariant(d, length, std::ptrdiff_t{K / 2}, twiddles);
     }
+}
+
+void joinBackTwice(Parts d, int length, int K, const Twiddles& twiddles) {
+    twiceVariant(d, length, std::ptrdiff_t{K / 2}, twiddles);
 }
 
 }  // namespace kernels::fold

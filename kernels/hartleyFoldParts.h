@@ -87,4 +87,7 @@ void useBlocks(Parts d, int low, int high, int length, int group, int n, const T
 // A stage back, which joins transforms of length K, four at a time, in `length` elements.
 void joinBack(Parts d, int length, int K, const Twiddles& twiddles);
 
+// That stage and the next one in one pass, for K from 128 on.
+void joinBackTwice(Parts d, int length, int K, const Twiddles& twiddles);
+
 }  // namespace kernels::fold
