@@ -21,9 +21,10 @@ namespace kernels::fold {
 // over memory. The pairing of the spectrum (pairSpectra) joins the same mirror images.
 
 // The signal in memory. What a butterfly joins lies powers of two apart, and all of it would fall
-// into one set of the first-level cache. So a gap of some cache lines follows each page, 128 times
-// the first length of the way back (hartleyFoldOrder.h): with that, what a stage joins is part of a
-// page or begins a half of one, whatever its distance.
+// into one set of the first-level cache. So a gap of some cache lines follows each page, whose
+// length is 128 times the first length of the way back (hartleyFoldOrder.h). What a stage joins
+// lies in one page, or two or four pieces of it fill each page, or each of them begins a page: so
+// its distances are the same throughout the stage.
 struct Parts {
     double *re, *im;
     int pageBits;
