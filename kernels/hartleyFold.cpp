@@ -95,7 +95,7 @@ void makeFoldTables(double* tables, int n) {
         });
     }
     reverseBits(sines, cosines, size);
-    fold::findPlaces(tables + std::ptrdiff_t{n} / 4 * 3, partsOf(nullptr, nullptr, n), n);
+    fold::findPlaces(tables, partsOf(nullptr, nullptr, n), n);
 }
 
 std::int64_t foldRoom(int n) {

@@ -11,9 +11,29 @@
 
 namespace kernels {
 
-void fold::findPlaces(double* places, const Parts& d, int n) {
+namespace {
+
+// Where a folded transform has its samples 8 i to 8 i + 7: the last seven lie side by side after
+// the element `run`, or, if that is negative, the other way round after that of its amount; the
+// first one is `head`. The tables hold each in the bytes of a double.
+struct Place {
+    std::int32_t run, head;
+};
+
+struct Pair {
+    const double *re, *im;
+};
+
+}  // namespace
+
+static std::ptrdiff_t startOfPlaces(int n) {
+    return std::ptrdiff_t{n} / 4 * 3;
+}
+
+void fold::findPlaces(double* tables, const Parts& d, int n) {
     constexpr int length = Run::length;
     const int half = n / 2;
+    double* const places = tables + startOfPlaces(n);
     const auto note = [=](int sample, std::int32_t Place::*which, std::ptrdiff_t value) {
         auto found = std::bit_cast<Place>(places[sample / length]);
         found.*which = static_cast<std::int32_t>(value);
@@ -32,19 +52,11 @@ void fold::findPlaces(double* places, const Parts& d, int n) {
     });
 }
 
-namespace {
-
-struct Pair {
-    const double *re, *im;
-};
-
-}  // namespace
-
 static constexpr int run = fold::Run::length;
 
 // The samples that have this place.
 template <int lanes>
-[[gnu::always_inline]] static inline void takeRun(Pair folded, const fold::Place& place, double* re,
+[[gnu::always_inline]] static inline void takeRun(Pair folded, const Place& place, double* re,
                                                   double* im) {
     if (place.run >= 0) {
 #pragma GCC unroll 4
@@ -77,7 +89,7 @@ template <int lanes>
     constexpr int width = std::min(lanes, 4);
     const auto takePart = [=](int sample, int skipped, int taken) {
         double wholeRe[run], wholeIm[run];
-        const auto place = std::bit_cast<fold::Place>(places[sample / run]);
+        const auto place = std::bit_cast<Place>(places[sample / run]);
         takeRun<width>(folded, place, wholeRe, wholeIm);
         std::copy_n(wholeRe + skipped, taken, re + (sample - first));
         std::copy_n(wholeIm + skipped, taken, im + (sample - first));
@@ -90,7 +102,7 @@ template <int lanes>
     }
     const int end = first + count;
     for (; sample <= end - run; sample += run) {
-        const auto place = std::bit_cast<fold::Place>(places[sample / run]);
+        const auto place = std::bit_cast<Place>(places[sample / run]);
         takeRun<width>(folded, place, re + (sample - first), im + (sample - first));
     }
     if (sample < end) {
@@ -106,8 +118,7 @@ void unfold(const double* foldedRe, const double* foldedIm, int n, const double*
         std::copy_n(foldedRe + first, count, re);
         std::copy_n(foldedIm + first, count, im);
     } else {
-        runsVariant(Pair{foldedRe, foldedIm}, tables + std::ptrdiff_t{n} / 4 * 3, first, count, re,
-                    im);
+        runsVariant(Pair{foldedRe, foldedIm}, tables + startOfPlaces(n), first, count, re, im);
     }
 }
 

@@ -3,8 +3,6 @@
 #include "kernels/hartleyButterflies.h"
 #include "kernels/hartleyFoldParts.h"
 
-#include <cstdint>
-
 namespace kernels::fold {
 
 // The order on the way back, from the first transforms on, which tiles leave.
@@ -56,14 +54,7 @@ void forEachRun(int K, int first, const Use& use, int slot = 0, int head = 0, in
                offset + step * 2 * joined, -step);
 }
 
-// Where a folded transform has its samples 8 i to 8 i + 7: the last seven lie side by side after
-// the element `run`, or, if that is negative, the other way round after that of its amount; the
-// first one is `head`.
-struct Place {
-    std::int32_t run, head;
-};
-
-// Those of a transform of length n, n / 8 of them, each in a double's bytes.
-void findPlaces(double* places, const Parts& d, int n);
+// Notes in the last n / 8 of the tables where unfold finds the samples of a transform of length n.
+void findPlaces(double* tables, const Parts& d, int n);
 
 }  // namespace kernels::fold
